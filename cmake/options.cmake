@@ -1,0 +1,11 @@
+# Compiler settings that every target of the project shares.
+
+if(KIVO_WARNINGS_AS_ERRORS)
+  add_compile_options(-Wall -Wextra -Wpedantic -Werror)
+endif()
+
+if(KIVO_SANITIZE)
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all
+                      -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=address,undefined)
+endif()

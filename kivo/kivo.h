@@ -1,0 +1,21 @@
+#pragma once
+
+// Every name that a host needs.
+#include "kivo/hdl/hdl_translator.h"
+#include "kivo/objects/conditional_text.h"
+#include "kivo/objects/info.h"
+#include "kivo/objects/obj_info.h"
+#include "kivo/objects/rule_element.h"
+#include "kivo/objects/text_obj.h"
+#include "kivo/objects/usage_state.h"
+#include "kivo/objects/wizard_map.h"
+#include "kivo/toolkit/files.h"
+#include "kivo/toolkit/less_c_string.h"
+#include "kivo/toolkit/obj.h"
+#include "kivo/toolkit/obj_list.h"
+#include "kivo/toolkit/obj_map.h"
+#include "kivo/toolkit/place.h"
+#include "kivo/toolkit/radix.h"
+#include "kivo/toolkit/strings.h"
+#include "kivo/vectors/stimulus.h"
+#include "kivo/vectors/vector_obj.h"

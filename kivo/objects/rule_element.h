@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "kivo/export.h"
+#include "kivo/toolkit/obj.h"
+#include "kivo/toolkit/place.h"
+
+// What rule_kind says of a rule element.
+enum KIVO_RULE_KIND : std::int32_t {
+    KIVO_RULE_WHEN_CMD = 0,        // value or state conditioned by WHEN_CMD
+    KIVO_RULE_FORCED_RANGE = 1,    // forced range on a parameter
+    KIVO_RULE_FORCED_VALUE = 2,    // forced value or state; stimulus; condition of a wizard map
+    KIVO_RULE_CONSTANT_RANGE = 3,  // constant range on a port
+    KIVO_RULE_REQUIRED = 4,        // value rule, required rule
+    KIVO_RULE_NOT_REQUIRED = 5,    // rule that is not required
+    KIVO_RULE_PORT_VALUE = 6,      // forced value on a port
+    KIVO_RULE_PORT_RANGE = 7,      // forced range on a port
+    KIVO_RULE_CRITICAL_WARNING = 8,
+    KIVO_RULE_WARNING = 9,
+    KIVO_RULE_ERROR = 10,
+    KIVO_RULE_INFO = 11,
+    KIVO_RULE_NO_MESSAGE_TYPE = 12,  // never stored: a message without a valid type is refused
+};
+
+// A rule, message, value rule, stimulus entry or condition: three texts and a kind.
+class KIVO_API KIVO_RULE_ELEMENT : public KIVO_OBJ {
+public:
+    KIVO_RULE_ELEMENT();
+    KIVO_RULE_ELEMENT(std::string first, std::string second, std::string third, std::int32_t kind,
+                      KIVO_MARK declared_at = {});
+    ~KIVO_RULE_ELEMENT() override;
+
+    std::string text1;
+    std::string text2;
+    std::string text3;
+    std::int32_t rule_kind = 0;
+    KIVO_MARK mark;  // the XML element that made it; see KIVO_INFO::get_place
+};

@@ -1,0 +1,10 @@
+#include "kivo/objects/text_obj.h"
+
+#include "kivo/objects/conditional_text.h"
+
+KIVO_TEXT_OBJ::KIVO_TEXT_OBJ() = default;
+
+KIVO_TEXT_OBJ::~KIVO_TEXT_OBJ() {
+    delete intro;
+    delete end;
+}

@@ -1,0 +1,3 @@
+#include "kivo/toolkit/obj.h"
+
+KIVO_OBJ::~KIVO_OBJ() = default;

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "kivo/export.h"
+
+// Base class of every stored record. Containers hold KIVO_OBJ pointers; users recover the class
+// with dynamic_cast, which yields null on mismatch.
+class KIVO_API KIVO_OBJ {
+public:
+    KIVO_OBJ() = default;
+    KIVO_OBJ(const KIVO_OBJ&) = default;
+    KIVO_OBJ& operator=(const KIVO_OBJ&) = default;
+    virtual ~KIVO_OBJ();
+};

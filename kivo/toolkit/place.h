@@ -1,0 +1,19 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+// Where something stands in the loaded files, in 8 bytes: the number of the file in the order of
+// loading (from 1; 0 for nowhere) and the byte offset in it.
+struct KIVO_MARK {
+    std::uint32_t file = 0;
+    std::uint32_t offset = 0;
+};
+
+// The same for people. Lines and columns count from 1, columns in bytes; line 0 means that no
+// place inside a file is known, and an empty file name that none is known at all.
+struct KIVO_PLACE {
+    std::string file;
+    std::int32_t line = 0;
+    std::int32_t column = 0;
+};
