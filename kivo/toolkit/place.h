@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -9,6 +10,11 @@ struct KIVO_MARK {
     std::uint32_t file = 0;
     std::uint32_t offset = 0;
 };
+
+// An offset as marks keep it: beyond their reach they name the last byte that they can.
+constexpr std::uint32_t kivo_mark_offset(std::size_t offset) {
+    return offset < 0xFFFFFFFE ? static_cast<std::uint32_t>(offset) : 0xFFFFFFFE;
+}
 
 // The same for people. Lines and columns count from 1, columns in bytes; line 0 means that no
 // place inside a file is known, and an empty file name that none is known at all.

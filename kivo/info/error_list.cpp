@@ -1,0 +1,67 @@
+#include <iterator>
+#include <utility>
+
+#include "kivo/objects/info.h"
+#include "kivo/objects/loaded.h"
+#include "kivo/objects/message.h"
+
+namespace {
+
+#define KIVO_MESSAGE_TEXT(name, id) id,
+constexpr const char* kIds[] = {KIVO_MESSAGE_IDS(KIVO_MESSAGE_TEXT)};
+#undef KIVO_MESSAGE_TEXT
+
+}  // namespace
+
+void KIVO_INFO::post_error_message(const std::string& message) {
+    post({KIVO_MESSAGE_ID::kHostMessage, {}, message});
+}
+
+void KIVO_INFO::post(KIVO_MESSAGE message) {
+    // A host that writes to error_list itself leaves messages without an origin behind.
+    loaded_->origins.resize(error_list.size());
+    loaded_->origins.push_back({message.id, message.mark});
+    error_list.push_back(std::move(message.text));
+}
+
+void KIVO_INFO::copy_messages(KIVO_MESSAGE_LIST messages) {
+    for (KIVO_MESSAGE& message : messages) {
+        post(std::move(message));
+    }
+}
+
+void KIVO_INFO::reset_error_message_list() {
+    next_error_ = 0;
+    errors_are_over_ = false;
+}
+
+std::string KIVO_INFO::get_next_error_message() {
+    // An empty message looks like the end, and so it is one.
+    if (errors_are_over_ || next_error_ >= error_list.size() || error_list[next_error_].empty()) {
+        errors_are_over_ = true;
+        return "";
+    }
+    return error_list[next_error_++];
+}
+
+KIVO_PLACE KIVO_INFO::get_error_place(std::size_t index) const {
+    return index < loaded_->origins.size() ? get_place(loaded_->origins[index].mark) : KIVO_PLACE();
+}
+
+std::string KIVO_INFO::get_error_id(std::size_t index) const {
+    const auto id = index < loaded_->origins.size() ? loaded_->origins[index].id
+                                                    : KIVO_MESSAGE_ID::kHostMessage;
+    return kIds[static_cast<std::size_t>(id)];
+}
+
+KIVO_PLACE KIVO_INFO::get_place(const KIVO_MARK& mark) const {
+    if (mark.file == 0 || mark.file > loaded_->files.size()) {
+        return {};
+    }
+    const KIVO_LOADED::File& file = loaded_->files[mark.file - 1];
+    if (mark.offset == KIVO_LOADED::kWholeFile) {
+        return {file.path, 0, 0};
+    }
+    const LineTable::Position at = file.lines.locate(mark.offset);
+    return {file.path, at.line, at.column};
+}

@@ -1,0 +1,176 @@
+#include <set>
+#include <utility>
+#include <vector>
+
+#include "kivo/info/include.h"
+#include "kivo/info/reader.h"
+#include "kivo/objects/info.h"
+#include "kivo/objects/loaded.h"
+#include "kivo/toolkit/files.h"
+#include "kivo/toolkit/input_source.h"
+#include "kivo/toolkit/strings.h"
+#include "kivo/toolkit/xml_parser.h"
+
+// Loads one file and everything that it includes. The files being loaded form a chain that is kept
+// here and not on the stack: a host may call from a thread with a small one.
+class FileLoader {
+public:
+    explicit FileLoader(KIVO_INFO& info) : info_(info) {}
+
+    void load(const std::string& file_name);
+
+private:
+    // A file that was read, while its includes are loaded.
+    struct Link {
+        FileIdentity identity;
+        std::vector<KIVO_INCLUDE> includes;
+        std::size_t next_include = 0;
+        KIVO_MESSAGE_LIST parser_messages;  // posted behind those of the includes
+    };
+
+    using SectionReader = void (KIVO_INFO::*)(KIVO_XML_ELEMENT&);
+    struct SectionRow {
+        std::string_view tag;
+        SectionReader reader;
+    };
+    static const SectionRow kSections[];
+
+    void read_file(const KIVO_INCLUDE& file);
+    void parse_and_read(KIVO_XML_FILE_INPUT_SOURCE& source, const std::string& file_name,
+                        Link& link);
+    void read_sections(KIVO_XML_ELEMENT& root, Link& link);
+    void read_section(KIVO_XML_ELEMENT& section, Link& link);
+    KIVO_MARK number_file(const std::string& path);
+
+    KIVO_INFO& info_;
+    std::vector<Link> chain_;
+    std::set<FileIdentity> in_chain_;
+};
+
+// INCLUDE is not among them: its reader works on the list of the file at hand.
+// clang-format off
+const FileLoader::SectionRow FileLoader::kSections[] = {
+    { "CUSTOM_VECTORS",       &KIVO_INFO::process_vector_stimulus   },
+    { "FUNCTION_INFORMATION", &KIVO_INFO::process_function_info     },
+    { "HIDDEN_PARAMETERS",    &KIVO_INFO::process_hidden_parameters },
+    { "HTML_TEXT",            &KIVO_INFO::process_html_text         },
+    { "MACROS",               &KIVO_INFO::process_macros            },
+    { "MESSAGES",             &KIVO_INFO::process_messages          },
+    { "MSGS",                 &KIVO_INFO::process_messages          },
+    { "PARAMETERS",           &KIVO_INFO::process_parameters        },
+    { "PARAMETER_RULES",      &KIVO_INFO::process_parameters        },
+    { "PORTS",                &KIVO_INFO::process_ports             },
+    { "PORT_RULES",           &KIVO_INFO::process_ports             },
+    { "RULES",                &KIVO_INFO::process_rules             },
+    { "WAVE_DATA",            &KIVO_INFO::process_vector_stimulus   },
+    { "WIZARD_DATA",          &KIVO_INFO::process_wizard_map        },
+};
+// clang-format on
+
+void FileLoader::load(const std::string& file_name) {
+    read_file({file_name, {}});
+    while (!chain_.empty()) {
+        Link& last = chain_.back();
+        if (last.next_include < last.includes.size()) {
+            read_file(KIVO_INCLUDE(last.includes[last.next_include++]));
+            continue;
+        }
+        info_.copy_messages(std::move(last.parser_messages));
+        in_chain_.erase(last.identity);
+        chain_.pop_back();
+    }
+}
+
+KIVO_MARK FileLoader::number_file(const std::string& path) {
+    std::vector<KIVO_LOADED::File>& files = info_.loaded_->files;
+    files.push_back({path, {}});
+    return {static_cast<std::uint32_t>(files.size()), KIVO_LOADED::kWholeFile};
+}
+
+void FileLoader::read_file(const KIVO_INCLUDE& named) {
+    const std::string& name = named.file_name;
+    std::string path = name;
+    if (!dro_file_exists(path)) {
+        const std::string beside_library = dro_get_library_module_path() + name;
+        path = dro_file_exists(beside_library) ? beside_library : path;
+    }
+    KIVO_FILE file;
+    KIVO_XML_FILE_INPUT_SOURCE source(&file);
+    const bool is_included = named.mark.file != 0;
+    if (!source.open_xml_file(path)) {
+        info_.post({KIVO_MESSAGE_ID::kFileNotFound, is_included ? named.mark : number_file(path),
+                    compose("XML source file ", name, " not found")});
+        return;
+    }
+    Link link;
+    link.identity = file.identity();
+    if (!in_chain_.insert(link.identity).second) {
+        info_.post({KIVO_MESSAGE_ID::kIncludeCycle, named.mark,
+                    compose("XML source file ", name, " includes itself")});
+        return;
+    }
+    source.name = path;
+    parse_and_read(source, name, link);
+    chain_.push_back(std::move(link));
+}
+
+void FileLoader::parse_and_read(KIVO_XML_FILE_INPUT_SOURCE& source, const std::string& file_name,
+                                Link& link) {
+    const KIVO_MARK whole_file = number_file(source.name);
+    source.file_number = whole_file.file;
+    KIVO_XML_SAX_PARSER parser;
+    const bool parsed = parser.parse(source);
+    // A chain of includes must not hold a descriptor for each of its files.
+    source.close_xml_file();
+    info_.loaded_->files[whole_file.file - 1].lines = parser.take_line_table();
+    if (!parsed) {
+        info_.post({KIVO_MESSAGE_ID::kInvalidFile, whole_file,
+                    compose("Invalid XML source file ", file_name)});
+    } else if (parser.root_element() == nullptr) {
+        info_.post(
+            {KIVO_MESSAGE_ID::kNoRoot, whole_file, "Root tag in XML rules file should be ROOT"});
+    } else if (parser.root_element()->tag_name() == "ROOT") {
+        read_sections(*parser.root_element(), link);
+    }
+    for (const auto& message : parser.error_handler().messages()) {
+        link.parser_messages.push_back({KIVO_MESSAGE_ID::kParserFinding,
+                                        {whole_file.file, kivo_mark_offset(message.offset)},
+                                        message.text});
+    }
+}
+
+void FileLoader::read_sections(KIVO_XML_ELEMENT& root, Link& link) {
+    for (KIVO_XML_ELEMENT& section : root.sub_elements()) {
+        read_section(section, link);
+    }
+}
+
+void FileLoader::read_section(KIVO_XML_ELEMENT& section, Link& link) {
+    if (section.tag_name() == "INCLUDE") {
+        info_.process_include_info(section, link.includes);
+        return;
+    }
+    for (const SectionRow& row : kSections) {
+        if (section.tag_name() == row.tag) {
+            (info_.*row.reader)(section);
+            return;
+        }
+    }
+    info_.post(
+        {KIVO_MESSAGE_ID::kUnknownSection, section.mark(),
+         compose("Main element tag ", section.tag_name(), " is not a valid recognized tag")});
+}
+
+bool KIVO_INFO::set_function_name(const std::string& name, const std::string& directory) {
+    function_name = name;
+    std::string path = directory.empty() ? dro_get_library_module_path() : directory;
+    if (!directory.empty() && path.back() != '/' && path.back() != '\\') {
+        path += '/';
+    }
+    return process_xml_file(path + to_lower_case(name) + "_info.xml");
+}
+
+bool KIVO_INFO::process_xml_file(const std::string& file_name) {
+    FileLoader(*this).load(file_name);
+    return error_list.empty();
+}

@@ -1,0 +1,50 @@
+#pragma once
+
+// What the section readers share.
+
+#include <string>
+#include <string_view>
+
+#include "kivo/objects/info.h"
+#include "kivo/objects/message.h"
+#include "kivo/objects/obj_info.h"
+#include "kivo/toolkit/xml_element.h"
+
+// Composes a message text from its pieces with one allocation.
+template <class... Piece>
+std::string compose(const Piece&... piece) {
+    std::string text;
+    text.reserve((std::string_view(piece).size() + ...));
+    (text.append(std::string_view(piece)), ...);
+    return text;
+}
+
+// Collects the messages of the element that it was made for.
+class MessageCollector {
+public:
+    MessageCollector(KIVO_MESSAGE_LIST& messages, KIVO_MARK mark)
+        : messages_(messages), mark_(mark) {}
+
+    template <class... Piece>
+    void add(KIVO_MESSAGE_ID id, const Piece&... piece) {
+        messages_.push_back({id, mark_, compose(piece...)});
+    }
+
+private:
+    KIVO_MESSAGE_LIST& messages_;
+    KIVO_MARK mark_;
+};
+
+// The value of the attribute NAME, empty when there is none.
+std::string_view name_attribute(KIVO_XML_ELEMENT& element);
+
+// Field readers of one PARAMETER or PORT element: they apply its attributes but NAME and TYPE, then
+// its sub-elements, and return the messages that arose, in order. A null object yields no message
+// and changes nothing.
+KIVO_MESSAGE_LIST process_parameter_fields(KIVO_OBJ_INFO* object, KIVO_XML_ELEMENT& element);
+KIVO_MESSAGE_LIST process_port_fields(KIVO_OBJ_INFO* object, KIVO_XML_ELEMENT& element);
+
+// Reads the value rules among the element's sub-elements onto the object's rule list and appends
+// the messages that arose.
+void process_kivo_obj_subtags(KIVO_OBJ_INFO& object, KIVO_XML_ELEMENT& element,
+                              KIVO_MESSAGE_LIST& messages);

@@ -1,0 +1,73 @@
+#include <unordered_set>
+
+#include "kivo/objects/info.h"
+#include "kivo/objects/wizard_map.h"
+#include "kivo/vectors/vector_obj.h"
+
+namespace {
+
+// Every record once, since copies of an object share its rule elements.
+using Records = std::unordered_set<KIVO_OBJ*>;
+
+// Walks a copy, so that the cursor of the list itself stays where its user left it.
+void collect_list(KIVO_OBJ_LIST list, Records& records) {
+    list.reset();
+    while (KIVO_OBJ* record = list.get_next_value()) {
+        records.insert(record);
+    }
+}
+
+void collect_rules(KIVO_OBJ_INFO& object, Records& records) {
+    collect_list(object.rule_list, records);
+    object.rule_list = KIVO_OBJ_LIST();
+}
+
+void collect_vector(KIVO_VECTOR_OBJ& vector, Records& records) {
+    collect_list(vector.stimulus_list, records);
+    std::string key;
+    vector.display_format_map.reset();
+    while (KIVO_OBJ* format = vector.display_format_map.get_next_entry(key)) {
+        records.insert(format);
+    }
+    records.insert(&vector);
+}
+
+void collect_wizard_map(KIVO_WIZARD_MAP& map, Records& records) {
+    map.obj_map.reset();
+    while (KIVO_OBJ_INFO* object = map.get_next_kivo_obj()) {
+        collect_rules(*object, records);
+        records.insert(object);
+    }
+    records.insert(map.condition);
+    records.insert(&map);
+}
+
+}  // namespace
+
+void KIVO_INFO::delete_detached_objects() {
+    Records records;
+    reset_kivo_obj_map();
+    while (KIVO_OBJ_INFO* object = get_next_kivo_obj()) {
+        collect_rules(*object, records);
+    }
+    reset_vector_map();
+    while (KIVO_VECTOR_OBJ* vector = get_next_vector_obj()) {
+        collect_vector(*vector, records);
+    }
+    reset_wizard_map_map();
+    while (KIVO_WIZARD_MAP* map = get_next_wizard_map()) {
+        collect_wizard_map(*map, records);
+    }
+    // What a host hung on an object and on the store's own lists is not detached.
+    Records attached;
+    collect_list(fn_rule_list, attached);
+    collect_list(message_list, attached);
+    vector_map = KIVO_OBJ_MAP();
+    wizard_map_map = KIVO_OBJ_MAP();
+    reset_kivo_obj_map();
+    for (KIVO_OBJ* record : records) {
+        if (attached.count(record) == 0) {
+            delete record;
+        }
+    }
+}

@@ -1,0 +1,169 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "kivo/export.h"
+#include "kivo/objects/obj_info.h"
+#include "kivo/toolkit/less_c_string.h"
+#include "kivo/toolkit/obj_list.h"
+#include "kivo/toolkit/obj_map.h"
+#include "kivo/toolkit/place.h"
+
+class KIVO_CONDITIONAL_TEXT;
+class KIVO_RULE_ELEMENT;
+class KIVO_TEXT_OBJ;
+class KIVO_VECTOR_OBJ;
+class KIVO_WIZARD_MAP;
+class KIVO_XML_ELEMENT;
+struct KIVO_INCLUDE;
+struct KIVO_LOADED;
+struct KIVO_MESSAGE;
+
+// What description files hold: the one object through which a host uses the library. Loads only
+// add to it. Bad input never throws; each problem becomes one message of the error list.
+// A store is used by one thread at a time. Every collection has one cursor, so one walk over it
+// can be in progress at a time; a walk that is not reset goes on where the last one stopped.
+class KIVO_API KIVO_INFO {
+public:
+    KIVO_INFO();
+    KIVO_INFO(const KIVO_INFO&) = delete;
+    KIVO_INFO& operator=(const KIVO_INFO&) = delete;
+    // Deletes the help text, the objects, the function-wide rules and the messages. Vectors, wizard
+    // maps and rule elements that hang only on objects stay; see delete_detached_objects.
+    ~KIVO_INFO();
+
+    // --- Loading. True when the error list is empty afterwards, also of earlier loads' messages.
+
+    // Loads DIRECTORY/NAME_info.xml, NAME in lower case; an empty directory stands for the one from
+    // which the library was loaded.
+    bool set_function_name(const std::string& name, const std::string& directory);
+    // Loads a file, and then the files that it includes. A name that does not exist as it stands is
+    // looked for in the library's directory too.
+    bool process_xml_file(const std::string& file_name);
+    // Parses one display-format command ("add wave -hex data") and adds the format to the vector.
+    // REQUIRES: vector != nullptr
+    void process_display_format_string(KIVO_VECTOR_OBJ* vector, const std::string& text);
+
+    // --- Errors.
+
+    void post_error_message(const std::string& message);
+    void reset_error_message_list();
+    // The next message; "" at the end and from then on, until the list is reset.
+    std::string get_next_error_message();
+    // Where message number "index" of error_list arose: the element concerned, or the place that
+    // the parser found. Nowhere for a message that the host posted.
+    KIVO_PLACE get_error_place(std::size_t index) const;
+    // The stable id of message number "index" ("unknown-section"); "host-message" for one that the
+    // host posted.
+    std::string get_error_id(std::size_t index) const;
+    // Where something that carries a mark was declared.
+    KIVO_PLACE get_place(const KIVO_MARK& mark) const;
+
+    // --- Parameters, ports, hidden parameters and macros.
+
+    // The object of that name when it has that type or the type is KIVO_OBJ_UNKNOWN, else a new one
+    // when the name is new; null with a message otherwise. The object stays the store's.
+    KIVO_OBJ_INFO* add_kivo_object(const std::string& name, KIVO_OBJ_TYPE type);
+    // The object of that name, or null.
+    KIVO_OBJ_INFO* get_kivo_obj(const std::string& name) const;
+    void reset_kivo_obj_map();
+    // The object under the cursor, which advances; null at the end.
+    KIVO_OBJ_INFO* get_next_kivo_obj();
+    // All objects by name; of names that differ only in case, the one declared last. Leaves the
+    // cursor at the end.
+    std::map<std::string, KIVO_OBJ_INFO*, LESS_C_STRING> get_sorted_obj_map();
+
+    // --- Function-wide rules and messages, in document order; null at the end.
+
+    void reset_fn_rule_list();
+    KIVO_RULE_ELEMENT* get_next_fn_rule_element();
+    void reset_message_list();
+    KIVO_RULE_ELEMENT* get_next_msg();
+
+    // --- Vectors and wizard maps. "add" returns the one stored under the name or makes it; walks
+    // give null at the end. They outlive the store: see delete_detached_objects.
+
+    KIVO_VECTOR_OBJ* add_vector_object(const std::string& name);
+    // The vector of that name, or null.
+    KIVO_VECTOR_OBJ* get_vector_obj(const std::string& name) const;
+    void reset_vector_map();
+    KIVO_VECTOR_OBJ* get_next_vector_obj();
+    KIVO_WIZARD_MAP* add_wizard_map(const std::string& name);
+    void reset_wizard_map_map();
+    KIVO_WIZARD_MAP* get_next_wizard_map();
+
+    // Deletes what the store's destruction leaves alone: vectors and wizard maps with all that they
+    // hold, and rule elements that hang only on objects, each exactly once. Puts the object cursor
+    // on the first object. The store can be used and loaded again.
+    void delete_detached_objects();
+
+    // The libraries that a simulator must map, each followed by ";": the entries of vhdl_library
+    // without their unit names.
+    std::string get_simulation_library() const;
+
+    std::string function_name;
+    std::vector<std::string> error_list;
+    KIVO_OBJ_MAP object_map;             // of KIVO_OBJ_INFO
+    KIVO_OBJ_MAP vector_map;             // of KIVO_VECTOR_OBJ
+    KIVO_TEXT_OBJ* html_text = nullptr;  // null: no help text was read
+    std::string vhdl_library;
+    std::string time_scale;
+    std::string time_delta;
+    KIVO_OBJ_LIST fn_rule_list;   // of KIVO_RULE_ELEMENT
+    KIVO_OBJ_LIST message_list;   // of KIVO_RULE_ELEMENT
+    KIVO_OBJ_MAP wizard_map_map;  // of KIVO_WIZARD_MAP
+    std::int32_t start_time = 0;  // in units of time_scale
+
+private:
+    friend class FileLoader;
+
+    // What NAME and TYPE of a PARAMETER or PORT element say.
+    struct Declared {
+        std::string name;
+        KIVO_OBJ_TYPE type = KIVO_OBJ_UNKNOWN;
+    };
+
+    // The section readers, each in the file of its section.
+    KIVO_LOCAL void process_function_info(KIVO_XML_ELEMENT& section);
+    KIVO_LOCAL void process_hidden_parameters(KIVO_XML_ELEMENT& section);
+    KIVO_LOCAL void process_html_text(KIVO_XML_ELEMENT& section);
+    KIVO_LOCAL void process_include_info(KIVO_XML_ELEMENT& section,
+                                         std::vector<KIVO_INCLUDE>& includes);
+    KIVO_LOCAL void process_macros(KIVO_XML_ELEMENT& section);
+    KIVO_LOCAL void process_messages(KIVO_XML_ELEMENT& section);
+    KIVO_LOCAL void process_parameters(KIVO_XML_ELEMENT& section);
+    KIVO_LOCAL void process_ports(KIVO_XML_ELEMENT& section);
+    KIVO_LOCAL void process_rules(KIVO_XML_ELEMENT& section);
+    KIVO_LOCAL void process_vector_stimulus(KIVO_XML_ELEMENT& section);
+    KIVO_LOCAL void process_vector_attributes(KIVO_XML_ELEMENT& element, KIVO_VECTOR_OBJ& vector);
+    KIVO_LOCAL void process_vector_sub_elements(KIVO_XML_ELEMENT& element, KIVO_VECTOR_OBJ& vector);
+    KIVO_LOCAL void process_wizard_map(KIVO_XML_ELEMENT& section);
+    KIVO_LOCAL void process_one_wizard_map(KIVO_XML_ELEMENT& element);
+    KIVO_LOCAL void process_wizard_attributes(KIVO_XML_ELEMENT& element, KIVO_WIZARD_MAP& map);
+    KIVO_LOCAL void process_wizard_parameter(KIVO_XML_ELEMENT& element, KIVO_WIZARD_MAP& map);
+    KIVO_LOCAL void process_wizard_port(KIVO_XML_ELEMENT& element, KIVO_WIZARD_MAP& map);
+    KIVO_LOCAL void add_generic_wizard_map_to_all_maps(KIVO_WIZARD_MAP& generic);
+    // Post what is wrong with NAME and TYPE; an element without a name is to be passed over.
+    KIVO_LOCAL Declared read_parameter_head(KIVO_XML_ELEMENT& element);
+    KIVO_LOCAL Declared read_port_head(KIVO_XML_ELEMENT& element);
+    // Null when the element has no sub-elements; else the caller's.
+    KIVO_LOCAL KIVO_CONDITIONAL_TEXT* process_conditional_text(KIVO_XML_ELEMENT& element);
+
+    KIVO_LOCAL void post(KIVO_MESSAGE message);
+    KIVO_LOCAL void copy_messages(std::vector<KIVO_MESSAGE> messages);
+    KIVO_LOCAL KIVO_OBJ_INFO* add_object_at(const std::string& name, KIVO_OBJ_TYPE type,
+                                            KIVO_MARK mark);
+    KIVO_LOCAL void process_display_format_at(KIVO_VECTOR_OBJ* vector, const std::string& text,
+                                              KIVO_MARK mark);
+    // Keeps a record that something else took the place of, until the store's destruction.
+    KIVO_LOCAL void retire(KIVO_OBJ* replaced);
+
+    std::size_t next_error_ = 0;
+    bool errors_are_over_ = false;
+    std::unique_ptr<KIVO_LOADED> loaded_;
+};

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <string_view>
+
+// A text in memory of its own with a NUL byte behind it, which is not counted.
+struct TextBuffer {
+    std::unique_ptr<char[]> data;
+    std::size_t size = 0;
+
+    std::string_view view() const { return {data.get(), size}; }
+};
+
+// An uninitialised buffer with room for "size" bytes, or none when memory is short.
+std::optional<TextBuffer> make_text_buffer(std::size_t size);
+
+// The number of bytes of a UTF-8 byte-order mark at the start of the text: 3 or 0.
+std::size_t utf8_mark_length(std::string_view text);
+
+// Turns a UTF-16 or UTF-32 document, known by its byte-order mark or its first bytes, into UTF-8
+// without the mark; a unit that stands for no character becomes U+FFFD. Leaves every other text
+// alone. False, with the text kept, when memory is short.
+bool convert_to_utf8(TextBuffer& text);

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+// Where the lines of a text begin, so that an offset can be told as line and column after the
+// text itself is gone. LF, CR LF and a lone CR end a line.
+class LineTable {
+public:
+    struct Position {
+        std::int32_t line;    // from 1
+        std::int32_t column;  // in bytes, from 1
+    };
+
+    LineTable() = default;
+    explicit LineTable(std::string_view text);
+
+    Position locate(std::size_t offset) const;
+
+private:
+    // Of every line but the first; 32 bits, as the marks that are looked up in it.
+    std::vector<std::uint32_t> starts_;
+};

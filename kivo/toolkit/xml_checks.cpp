@@ -1,0 +1,224 @@
+#include "kivo/toolkit/xml_checks.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <pugixml.hpp>
+
+#include "kivo/toolkit/strings.h"
+
+namespace {
+
+// The value of a hexadecimal digit, or of a decimal one; -1 for anything else.
+int digit_value(char digit, bool hexadecimal) {
+    if (digit >= '0' && digit <= '9') {
+        return digit - '0';
+    }
+    const char lower = static_cast<char>(digit | 0x20);
+    return hexadecimal && lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
+}
+
+// Whether what follows "&#" is a reference to character 0. The parser counts in 32 bits, so a
+// number that is a multiple of 2 to the 32nd would give it a NUL too.
+bool refers_to_nul(std::string_view rest) {
+    const bool hexadecimal = !rest.empty() && rest.front() == 'x';
+    rest.remove_prefix(hexadecimal ? 1 : 0);
+    std::uint32_t code = 0;
+    for (const char letter : rest) {
+        if (letter == ';') {
+            return code == 0;
+        }
+        const int digit = digit_value(letter, hexadecimal);
+        if (digit < 0) {
+            return false;
+        }
+        code = code * (hexadecimal ? 16 : 10) + static_cast<std::uint32_t>(digit);
+    }
+    return false;
+}
+
+// Markup that may stand within the text of an element and does not end it.
+struct InnerMarkup {
+    std::string_view opening;
+    std::string_view closing;
+};
+
+// clang-format off
+constexpr InnerMarkup kInnerMarkup[] = {
+    { "<!--",      "-->" },
+    { "<![CDATA[", "]]>" },
+    { "<?",        "?>"  },
+};
+// clang-format on
+
+// The end of the inner markup that begins at "begin": "begin" itself when none does, the end of
+// the text when it is not closed.
+std::size_t end_of_inner_markup(std::string_view text, std::size_t begin) {
+    for (const InnerMarkup& markup : kInnerMarkup) {
+        if (text.substr(begin, markup.opening.size()) == markup.opening) {
+            const std::size_t closing = text.find(markup.closing, begin + markup.opening.size());
+            return closing == std::string_view::npos ? text.size()
+                                                     : closing + markup.closing.size();
+        }
+    }
+    return begin;
+}
+
+std::size_t skip_blanks(std::string_view text, std::size_t at) {
+    while (at < text.size() && is_white_space(text[at])) {
+        ++at;
+    }
+    return at;
+}
+
+// The first "<!" or "<?" from "at" on, or npos.
+std::size_t find_inner_markup(std::string_view text, std::size_t at) {
+    std::size_t found = text.find_first_of("!?", at);
+    while (found != std::string_view::npos && (found == 0 || text[found - 1] != '<')) {
+        found = text.find_first_of("!?", found + 1);
+    }
+    return found == std::string_view::npos ? found : found - 1;
+}
+
+std::size_t offset_of(const char* inside, const char* text) {
+    return static_cast<std::size_t>(inside - text);
+}
+
+bool is_blank(const char* text) {
+    return trim_left_view(text).empty();
+}
+
+XmlFinding repeated(const char* name, const char* text) {
+    return {offset_of(name, text), "attribute " + std::string(name) + " is given more than once"};
+}
+
+void find_repeated_among_few(const pugi::xml_node& element, const char* text,
+                             std::vector<XmlFinding>& findings) {
+    for (pugi::xml_attribute second = element.first_attribute().next_attribute(); second;
+         second = second.next_attribute()) {
+        int earlier = 0;
+        for (pugi::xml_attribute first = element.first_attribute(); first != second;
+             first = first.next_attribute()) {
+            const char* const a = first.name();
+            const char* const b = second.name();
+            earlier += *a == *b && std::string_view(a) == b ? 1 : 0;
+        }
+        if (earlier == 1) {
+            findings.push_back(repeated(second.name(), text));
+        }
+    }
+}
+
+void find_repeated_among_many(const pugi::xml_node& element, const char* text,
+                              std::vector<XmlFinding>& findings) {
+    std::vector<std::string_view> names;
+    for (const pugi::xml_attribute attribute : element.attributes()) {
+        names.emplace_back(attribute.name());
+    }
+    // Equal names end up in document order, which is the order of their addresses.
+    std::sort(names.begin(), names.end(), [](std::string_view left, std::string_view right) {
+        const int order = left.compare(right);
+        return order < 0 || (order == 0 && left.data() < right.data());
+    });
+    const std::size_t before = findings.size();
+    for (std::size_t i = 1; i < names.size(); ++i) {
+        const bool is_second = names[i] == names[i - 1] && (i == 1 || names[i] != names[i - 2]);
+        if (is_second) {
+            findings.push_back(repeated(names[i].data(), text));
+        }
+    }
+    std::sort(
+        findings.begin() + static_cast<std::ptrdiff_t>(before), findings.end(),
+        [](const XmlFinding& left, const XmlFinding& right) { return left.offset < right.offset; });
+}
+
+void find_repeated_in(const pugi::xml_node& element, const char* text,
+                      std::vector<XmlFinding>& findings) {
+    constexpr std::size_t kFew = 16;
+    std::size_t count = 0;
+    for (pugi::xml_attribute attribute = element.first_attribute(); attribute && count <= kFew;
+         attribute = attribute.next_attribute()) {
+        ++count;
+    }
+    if (count > kFew) {
+        find_repeated_among_many(element, text, findings);
+    } else if (count > 1) {
+        find_repeated_among_few(element, text, findings);
+    }
+}
+
+// The node behind "node" in document order, null after the last.
+pugi::xml_node next_in_document(pugi::xml_node node) {
+    if (const pugi::xml_node child = node.first_child()) {
+        return child;
+    }
+    while (node && !node.next_sibling()) {
+        node = node.parent();
+    }
+    return node.next_sibling();
+}
+
+}  // namespace
+
+std::optional<XmlFinding> find_nul(std::string_view text) {
+    const std::size_t byte = text.find('\0');
+    if (byte != std::string_view::npos) {
+        return XmlFinding{byte, "NUL byte"};
+    }
+    for (std::size_t at = text.find('&'); at != std::string_view::npos;
+         at = text.find('&', at + 1)) {
+        if (text.substr(at + 1, 1) == "#" && refers_to_nul(text.substr(at + 2))) {
+            return XmlFinding{at, "character reference to NUL"};
+        }
+    }
+    return std::nullopt;
+}
+
+bool has_blanks_beside_markup(std::string_view text) {
+    for (std::size_t at = find_inner_markup(text, 0); at != std::string_view::npos;
+         at = find_inner_markup(text, at)) {
+        const std::size_t begin = at;
+        bool has_blanks = at > 0 && is_white_space(text[at - 1]);
+        std::size_t next = end_of_inner_markup(text, at);
+        while (next != at) {
+            at = skip_blanks(text, next);
+            has_blanks = has_blanks || at != next;
+            next = at == text.size() ? at : end_of_inner_markup(text, at);
+        }
+        if (at == begin) {  // a document type declaration
+            ++at;
+            continue;
+        }
+        // Before a start tag the blanks stand in an element that has a sub-element.
+        const char behind = at + 1 < text.size() ? text[at + 1] : '\0';
+        if (has_blanks && at < text.size() && (text[at] != '<' || behind == '/')) {
+            return true;
+        }
+    }
+    return false;
+}
+
+std::optional<XmlFinding> find_second_root(const pugi::xml_document& document, const char* text) {
+    bool has_root = false;
+    for (const pugi::xml_node node : document.children()) {
+        if (node.type() == pugi::node_element) {
+            if (has_root) {
+                return XmlFinding{offset_of(node.name(), text) - 1, "second root element"};
+            }
+            has_root = true;
+        } else if (node.type() == pugi::node_cdata || !is_blank(node.value())) {
+            return XmlFinding{offset_of(node.value(), text), "text outside the root element"};
+        }
+    }
+    return std::nullopt;
+}
+
+std::vector<XmlFinding> find_repeated_attributes(const pugi::xml_document& document,
+                                                 const char* text) {
+    std::vector<XmlFinding> findings;
+    for (pugi::xml_node node = document.first_child(); node; node = next_in_document(node)) {
+        if (node.first_attribute()) {
+            find_repeated_in(node, text, findings);
+        }
+    }
+    return findings;
+}

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace pugi {
+class xml_document;
+}
+
+// Something that is wrong at a place of a document.
+struct XmlFinding {
+    std::size_t offset;
+    std::string what;
+};
+
+// What the parser would read over or be misled by: a NUL byte, or a character reference to one.
+std::optional<XmlFinding> find_nul(std::string_view text);
+
+// Whether the text of some element without sub-elements may hold white space beside a comment, a
+// CDATA section or a processing instruction. Only then does the parser have to keep every run of
+// white space of the document. May say yes when it need not.
+bool has_blanks_beside_markup(std::string_view text);
+
+// A second root element, or text outside the root element, of a document parsed from "text".
+std::optional<XmlFinding> find_second_root(const pugi::xml_document& document, const char* text);
+
+// One finding for each attribute name that an element gives more than once, in document order.
+std::vector<XmlFinding> find_repeated_attributes(const pugi::xml_document& document,
+                                                 const char* text);

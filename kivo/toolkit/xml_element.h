@@ -1,0 +1,113 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "kivo/toolkit/place.h"
+
+namespace pugi {
+struct xml_node_struct;
+}
+
+class KIVO_XML_DOCUMENT;
+
+struct KIVO_XML_ATTRIBUTE {
+    std::string_view name;
+    std::string_view value;
+};
+
+// One element of a parsed document, at its place in a walk: a sub-element stands until the walk
+// over its siblings moves on, so one walk over the children of an element can be in progress at a
+// time. Views into it stay valid as long as the document does, but for the text of an element
+// that holds several runs of text, which goes with the element.
+class KIVO_XML_ELEMENT {
+public:
+    std::string_view tag_name() const { return tag_name_; }
+
+    // The element's own character data and CDATA, joined in document order. White space alone
+    // counts only in an element without sub-elements.
+    std::string_view text();
+
+    // In ascending LESS_C_STRING order of their names. Names that differ only in case are one
+    // attribute: the first spelling with the last value.
+    const std::vector<KIVO_XML_ATTRIBUTE>& attributes();
+
+    // The first or next sub-element in document order, null when there is none.
+    KIVO_XML_ELEMENT* get_first_sub_element();
+    KIVO_XML_ELEMENT* get_next_sub_element();
+
+    // For loops over all sub-elements: for (KIVO_XML_ELEMENT& sub : element.sub_elements()).
+    class SubElements;
+    SubElements sub_elements();
+
+    bool has_sub_elements() const;
+
+    // The place of the element's "<".
+    KIVO_MARK mark() const;
+
+private:
+    friend class KIVO_XML_DOCUMENT;
+
+    KIVO_XML_ELEMENT* stand_on(pugi::xml_node_struct* child);
+
+    KIVO_XML_DOCUMENT* document_ = nullptr;
+    std::size_t depth_ = 0;
+    pugi::xml_node_struct* node_ = nullptr;
+    pugi::xml_node_struct* child_ = nullptr;
+    std::string_view tag_name_;
+    bool attributes_are_read_ = false;
+    std::vector<KIVO_XML_ATTRIBUTE> attributes_;
+    std::string joined_text_;
+};
+
+class KIVO_XML_ELEMENT::SubElements {
+public:
+    class Iterator {
+    public:
+        Iterator(KIVO_XML_ELEMENT* parent, KIVO_XML_ELEMENT* current)
+            : parent_(parent), current_(current) {}
+        KIVO_XML_ELEMENT& operator*() const { return *current_; }
+        Iterator& operator++() {
+            current_ = parent_->get_next_sub_element();
+            return *this;
+        }
+        bool operator!=(const Iterator& other) const { return current_ != other.current_; }
+
+    private:
+        KIVO_XML_ELEMENT* parent_;
+        KIVO_XML_ELEMENT* current_;
+    };
+
+    explicit SubElements(KIVO_XML_ELEMENT* parent) : parent_(parent) {}
+    Iterator begin() const { return {parent_, parent_->get_first_sub_element()}; }
+    Iterator end() const { return {parent_, nullptr}; }
+
+private:
+    KIVO_XML_ELEMENT* parent_;
+};
+
+inline KIVO_XML_ELEMENT::SubElements KIVO_XML_ELEMENT::sub_elements() {
+    return SubElements(this);
+}
+
+// The elements of a walk, one for each depth that it has reached: a walk of any length over a
+// document of any size makes no more of them than the document is deep.
+class KIVO_XML_DOCUMENT {
+public:
+    // "text" is where the offsets of marks count from, "file" the number that they bear.
+    KIVO_XML_ELEMENT* stand_on_root(pugi::xml_node_struct* root, const char* text,
+                                    std::uint32_t file);
+
+private:
+    friend class KIVO_XML_ELEMENT;
+
+    KIVO_XML_ELEMENT* stand_on(std::size_t depth, pugi::xml_node_struct* node);
+
+    const char* text_ = nullptr;
+    std::uint32_t file_ = 0;
+    std::deque<KIVO_XML_ELEMENT> elements_;
+};
