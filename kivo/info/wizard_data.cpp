@@ -19,7 +19,20 @@ std::string condition_of(KIVO_XML_ELEMENT& element) {
     return condition;
 }
 
-// Of a map that is known to nobody else; its rule elements are shared with the copies.
+void delete_rule_elements(KIVO_OBJ_INFO& object) {
+    object.reset_rule_list();
+    while (KIVO_RULE_ELEMENT* element = object.get_next_rule_element()) {
+        delete element;
+    }
+}
+
+void mark_first(KIVO_OBJ_INFO* object, KIVO_MARK mark) {
+    if (object != nullptr && object->mark.file == 0) {
+        object->mark = mark;
+    }
+}
+
+// Of a map that is known to nobody else; the copies of its objects share their rule elements.
 struct DeleteGeneric {
     void operator()(KIVO_WIZARD_MAP* map) const {
         map->obj_map.reset();
@@ -115,6 +128,7 @@ void KIVO_INFO::process_wizard_parameter(KIVO_XML_ELEMENT& element, KIVO_WIZARD_
     const Declared declared = read_parameter_head(element);
     if (!declared.name.empty()) {
         KIVO_OBJ_INFO* object = map.add_kivo_object(declared.name, declared.type);
+        mark_first(object, element.mark());
         copy_messages(process_parameter_fields(object, element));
     }
 }
@@ -123,6 +137,7 @@ void KIVO_INFO::process_wizard_port(KIVO_XML_ELEMENT& element, KIVO_WIZARD_MAP& 
     const Declared declared = read_port_head(element);
     if (!declared.name.empty()) {
         KIVO_OBJ_INFO* object = map.add_kivo_object(declared.name, declared.type);
+        mark_first(object, element.mark());
         copy_messages(process_port_fields(object, element));
     }
 }
@@ -130,11 +145,16 @@ void KIVO_INFO::process_wizard_port(KIVO_XML_ELEMENT& element, KIVO_WIZARD_MAP& 
 void KIVO_INFO::add_generic_wizard_map_to_all_maps(KIVO_WIZARD_MAP& generic) {
     generic.obj_map.reset();
     while (KIVO_OBJ_INFO* object = generic.get_next_kivo_obj()) {
+        bool is_copied = false;
         reset_wizard_map_map();
         while (KIVO_WIZARD_MAP* map = get_next_wizard_map()) {
             if (map->get_kivo_obj(object->name) == nullptr) {
                 map->add_kivo_object(object);
+                is_copied = true;
             }
+        }
+        if (!is_copied) {
+            delete_rule_elements(*object);
         }
     }
 }
