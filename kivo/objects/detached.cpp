@@ -1,4 +1,5 @@
-#include <unordered_set>
+#include <algorithm>
+#include <vector>
 
 #include "kivo/objects/info.h"
 #include "kivo/objects/wizard_map.h"
@@ -6,14 +7,19 @@
 
 namespace {
 
-// Every record once, since copies of an object share its rule elements.
-using Records = std::unordered_set<KIVO_OBJ*>;
+using Records = std::vector<KIVO_OBJ*>;
+
+// Leaves every record once, in order of address: copies of an object share its rule elements.
+void sort_out(Records& records) {
+    std::sort(records.begin(), records.end());
+    records.erase(std::unique(records.begin(), records.end()), records.end());
+}
 
 // Walks a copy, so that the cursor of the list itself stays where its user left it.
 void collect_list(KIVO_OBJ_LIST list, Records& records) {
     list.reset();
     while (KIVO_OBJ* record = list.get_next_value()) {
-        records.insert(record);
+        records.push_back(record);
     }
 }
 
@@ -27,19 +33,19 @@ void collect_vector(KIVO_VECTOR_OBJ& vector, Records& records) {
     std::string key;
     vector.display_format_map.reset();
     while (KIVO_OBJ* format = vector.display_format_map.get_next_entry(key)) {
-        records.insert(format);
+        records.push_back(format);
     }
-    records.insert(&vector);
+    records.push_back(&vector);
 }
 
 void collect_wizard_map(KIVO_WIZARD_MAP& map, Records& records) {
     map.obj_map.reset();
     while (KIVO_OBJ_INFO* object = map.get_next_kivo_obj()) {
         collect_rules(*object, records);
-        records.insert(object);
+        records.push_back(object);
     }
-    records.insert(map.condition);
-    records.insert(&map);
+    records.push_back(map.condition);
+    records.push_back(&map);
 }
 
 }  // namespace
@@ -62,11 +68,13 @@ void KIVO_INFO::delete_detached_objects() {
     Records attached;
     collect_list(fn_rule_list, attached);
     collect_list(message_list, attached);
+    sort_out(attached);
+    sort_out(records);
     vector_map = KIVO_OBJ_MAP();
     wizard_map_map = KIVO_OBJ_MAP();
     reset_kivo_obj_map();
     for (KIVO_OBJ* record : records) {
-        if (attached.count(record) == 0) {
+        if (!std::binary_search(attached.begin(), attached.end(), record)) {
             delete record;
         }
     }
