@@ -38,7 +38,7 @@ public:
     // The entry under the cursor of stimulus_list, which advances; null at the end.
     KIVO_RULE_ELEMENT* get_next_vector_stimulus();
 
-    // Stores a new format for the port; an earlier one of the port is replaced.
+    // Stores a new format for the port and deletes an earlier one of the port.
     void add_vector_display_format(const std::string& port, DRO_MEMORY_RADIXES radix,
                                    const std::string& format_description);
     // The radix of the port's format, DRO_RADIX_HEX without one.
