@@ -72,8 +72,8 @@ void KIVO_INFO::process_messages(KIVO_XML_ELEMENT& section) {
                   "Required attribute TYPE not specified for MESSAGE"});
             continue;
         }
-        auto message = std::make_unique<KIVO_RULE_ELEMENT>(std::string(element.text()), "", "",
-                                                           kind, element.mark());
+        auto message =
+            std::make_unique<KIVO_RULE_ELEMENT>(element.text(), "", "", kind, element.mark());
         if (message->text1.empty()) {
             KIVO_MESSAGE_LIST problems;
             read_conditional(element, *message, problems);

@@ -25,7 +25,7 @@ void KIVO_INFO::process_rules(KIVO_XML_ELEMENT& section) {
             continue;
         }
         fn_rule_list.add_at_tail(new KIVO_RULE_ELEMENT(
-            "", "", std::string(condition),
-            is_required ? KIVO_RULE_REQUIRED : KIVO_RULE_NOT_REQUIRED, element.mark()));
+            "", "", condition, is_required ? KIVO_RULE_REQUIRED : KIVO_RULE_NOT_REQUIRED,
+            element.mark()));
     }
 }

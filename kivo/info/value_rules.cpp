@@ -43,9 +43,8 @@ public:
             }
         }
         if (!first_.empty()) {
-            object_.add_rule(new KIVO_RULE_ELEMENT(std::move(first_), std::move(second_),
-                                                   std::move(third_), final_kind(range.tag_name()),
-                                                   range.mark()));
+            object_.add_rule(new KIVO_RULE_ELEMENT(first_, second_, third_,
+                                                   final_kind(range.tag_name()), range.mark()));
         }
     }
 
@@ -143,8 +142,7 @@ void read_value_rule(KIVO_OBJ_INFO& object, KIVO_XML_ELEMENT& rule, KIVO_MESSAGE
         condition = implication(if_text, then_text, else_text);
     }
     if (!condition.empty()) {
-        object.add_rule(
-            new KIVO_RULE_ELEMENT("", "", std::move(condition), KIVO_RULE_REQUIRED, rule.mark()));
+        object.add_rule(new KIVO_RULE_ELEMENT("", "", condition, KIVO_RULE_REQUIRED, rule.mark()));
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "kivo/export.h"
 #include "kivo/toolkit/obj.h"
@@ -28,8 +29,8 @@ enum KIVO_RULE_KIND : std::int32_t {
 class KIVO_API KIVO_RULE_ELEMENT : public KIVO_OBJ {
 public:
     KIVO_RULE_ELEMENT();
-    KIVO_RULE_ELEMENT(std::string first, std::string second, std::string third, std::int32_t kind,
-                      KIVO_MARK declared_at = {});
+    KIVO_RULE_ELEMENT(std::string_view first, std::string_view second, std::string_view third,
+                      std::int32_t kind, KIVO_MARK declared_at = {});
     ~KIVO_RULE_ELEMENT() override;
 
     std::string text1;

@@ -3,6 +3,10 @@
 KIVO_OBJ_LIST::~KIVO_OBJ_LIST() = default;
 
 void KIVO_OBJ_LIST::add_at_tail(KIVO_OBJ* object) {
+    // Most lists hold one or two items; three fit the smallest block of memory.
+    if (items_.capacity() == 0) {
+        items_.reserve(3);
+    }
     items_.push_back(object);
 }
 

@@ -31,8 +31,8 @@ private:
     };
 
     // The bucket that holds the key's entry, or the free one where it belongs.
-    std::size_t find_bucket(const std::string& key, std::uint32_t hash) const;
-    void grow();
+    KIVO_LOCAL std::size_t find_bucket(const std::string& key, std::uint32_t hash) const;
+    KIVO_LOCAL void grow();
 
     std::vector<Entry> entries_;
     // Open addressing: 1 + the entry's position, 0 for a free bucket; a power of two in size.

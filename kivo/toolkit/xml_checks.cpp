@@ -152,30 +152,33 @@ void find_repeated_among_many(const pugi::xml_node& element, const char* text,
         [](const XmlFinding& left, const XmlFinding& right) { return left.offset < right.offset; });
 }
 
-void find_repeated_in(const pugi::xml_node& element, pugi::xml_attribute attribute,
-                      const char* text, std::vector<XmlFinding>& findings) {
-    const char* names[kFew];
-    std::size_t count = 0;
-    for (; attribute && count < kFew; attribute = attribute.next_attribute()) {
-        names[count++] = attribute.name();
-    }
-    if (attribute) {
-        find_repeated_among_many(element, text, findings);
-    } else {
-        find_repeated_among_few(names, count, text, findings);
-    }
-}
+// Visits every element of a document; the parser's own traversal takes no stack.
+class RepeatedAttributeFinder : public pugi::xml_tree_walker {
+public:
+    RepeatedAttributeFinder(const char* text, std::vector<XmlFinding>& findings)
+        : text_(text), findings_(findings) {}
 
-// The node behind "node" in document order, null after the last.
-pugi::xml_node next_in_document(pugi::xml_node node) {
-    if (const pugi::xml_node child = node.first_child()) {
-        return child;
+    bool for_each(pugi::xml_node& node) override {
+        const char* names[kFew];
+        std::size_t count = 0;
+        // No attribute has an empty name but the one behind the last.
+        pugi::xml_attribute attribute = node.first_attribute();
+        for (const char* name = attribute.name(); *name != '\0'; name = attribute.name()) {
+            if (count == kFew) {
+                find_repeated_among_many(node, text_, findings_);
+                return true;
+            }
+            names[count++] = name;
+            attribute = attribute.next_attribute();
+        }
+        find_repeated_among_few(names, count, text_, findings_);
+        return true;
     }
-    while (node && !node.next_sibling()) {
-        node = node.parent();
-    }
-    return node.next_sibling();
-}
+
+private:
+    const char* text_;
+    std::vector<XmlFinding>& findings_;
+};
 
 }  // namespace
 
@@ -232,13 +235,9 @@ std::optional<XmlFinding> find_second_root(const pugi::xml_document& document, c
     return std::nullopt;
 }
 
-std::vector<XmlFinding> find_repeated_attributes(const pugi::xml_document& document,
-                                                 const char* text) {
+std::vector<XmlFinding> find_repeated_attributes(pugi::xml_document& document, const char* text) {
     std::vector<XmlFinding> findings;
-    for (pugi::xml_node node = document.first_child(); node; node = next_in_document(node)) {
-        if (const pugi::xml_attribute first = node.first_attribute()) {
-            find_repeated_in(node, first, text, findings);
-        }
-    }
+    RepeatedAttributeFinder finder(text, findings);
+    document.traverse(finder);
     return findings;
 }

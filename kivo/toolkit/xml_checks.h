@@ -28,5 +28,4 @@ bool has_blanks_beside_markup(std::string_view text);
 std::optional<XmlFinding> find_second_root(const pugi::xml_document& document, const char* text);
 
 // One finding for each attribute name that an element gives more than once, in document order.
-std::vector<XmlFinding> find_repeated_attributes(const pugi::xml_document& document,
-                                                 const char* text);
+std::vector<XmlFinding> find_repeated_attributes(pugi::xml_document& document, const char* text);

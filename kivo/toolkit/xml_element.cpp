@@ -12,8 +12,9 @@ bool is_blank(std::string_view text) {
     return trim_left_view(text).empty();
 }
 
+// "node" or the first element behind it.
 pugi::xml_node next_element(pugi::xml_node node) {
-    while (node && node.type() != pugi::node_element) {
+    while (node.type() != pugi::node_element && node) {
         node = node.next_sibling();
     }
     return node;
@@ -96,14 +97,16 @@ const std::vector<KIVO_XML_ATTRIBUTE>& KIVO_XML_ELEMENT::attributes() {
     attributes_are_read_ = true;
     attributes_.clear();
     pugi::xml_attribute attribute = pugi::xml_node(node_).first_attribute();
-    for (; attribute && attributes_.size() < kMostForInsertion;
-         attribute = attribute.next_attribute()) {
-        insert_in_order(attributes_, {attribute.name(), attribute.value()});
-    }
-    if (attribute) {
-        for (; attribute; attribute = attribute.next_attribute()) {
-            attributes_.push_back({attribute.name(), attribute.value()});
+    // No attribute has an empty name but the one behind the last.
+    for (const char* name = attribute.name(); *name != '\0'; name = attribute.name()) {
+        if (attributes_.size() < kMostForInsertion) {
+            insert_in_order(attributes_, {name, attribute.value()});
+        } else {
+            attributes_.push_back({name, attribute.value()});
         }
+        attribute = attribute.next_attribute();
+    }
+    if (attributes_.size() > kMostForInsertion) {
         sort_and_merge(attributes_);
     }
     return attributes_;

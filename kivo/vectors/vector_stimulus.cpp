@@ -34,9 +34,9 @@ public:
         const bool fits = pending_.empty() || alternatives.size() <= pending_.size();
         alternatives.resize(pending_.size());
         for (std::size_t i = 0; i < pending_.size(); ++i) {
-            vector_.add_vector_stimulus(
-                new KIVO_RULE_ELEMENT(std::move(pending_[i].text), std::move(alternatives[i]),
-                                      condition_, KIVO_RULE_FORCED_VALUE, pending_[i].mark));
+            vector_.add_vector_stimulus(new KIVO_RULE_ELEMENT(pending_[i].text, alternatives[i],
+                                                              condition_, KIVO_RULE_FORCED_VALUE,
+                                                              pending_[i].mark));
         }
         pending_.clear();
         condition_.clear();
@@ -160,8 +160,8 @@ void KIVO_INFO::process_vector_sub_elements(KIVO_XML_ELEMENT& element, KIVO_VECT
             vector.description = process_conditional_text(sub);
         } else if (tag == "WAVE_CONDITION") {
             retire(vector.wave_condition);
-            vector.wave_condition = new KIVO_RULE_ELEMENT("", "", std::string(sub.text()),
-                                                          KIVO_RULE_FORCED_VALUE, sub.mark());
+            vector.wave_condition =
+                new KIVO_RULE_ELEMENT("", "", sub.text(), KIVO_RULE_FORCED_VALUE, sub.mark());
         } else if (tag == "DISPLAY") {
             process_display_format_at(&vector, std::string(sub.text()), sub.mark());
         } else {
