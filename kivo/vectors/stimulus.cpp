@@ -244,6 +244,8 @@ bool evaluate(std::string_view command, std::int32_t time, std::string& signal,
 
 }  // namespace
 
+// By value is the interface that hosts are built against.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
 bool kivo_get_transition_at_time(std::string command, std::int32_t time, std::string& signal,
                                  std::string& value) {
     return evaluate(command, time, signal, value);

@@ -1,7 +1,6 @@
 #include "kivo/vectors/vector_obj.h"
 
 #include <memory>
-#include <utility>
 
 #include "kivo/objects/conditional_text.h"
 
@@ -41,7 +40,7 @@ void KIVO_VECTOR_OBJ::add_vector_display_format(const std::string& port, DRO_MEM
     format->radix = radix;
     format->description = format_description;
     display_format_map.set_at(port, format.get());
-    format.release();
+    static_cast<void>(format.release());
 }
 
 DRO_MEMORY_RADIXES KIVO_VECTOR_OBJ::get_vector_display_format(const std::string& port) const {
