@@ -56,6 +56,7 @@ void KIVO_FILE::close() {
 }
 
 bool KIVO_FILE::read_all(TextBuffer& text) {
+    constexpr std::size_t kLeastGrowth = 65536;
     std::size_t done = 0;
     // A file may hold more than its size says: it grows, or the system makes it up while it is
     // read. So the buffer always has room for one byte more, and only a short read is the end.
@@ -78,7 +79,7 @@ bool KIVO_FILE::read_all(TextBuffer& text) {
         if (done < room) {
             break;
         }
-        room = std::max<std::size_t>(room * 2, 64 * 1024);
+        room = std::max(room * 2, kLeastGrowth);
     }
     whole.data[done] = '\0';
     whole.size = done;
