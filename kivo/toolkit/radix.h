@@ -22,7 +22,9 @@ bool dro_radix_conversion(const std::string& in, std::string* out, DRO_MEMORY_RA
                           DRO_MEMORY_RADIXES out_radix, unsigned width);
 
 // The same where one side is fixed point. "description" is "I.F", the bits before and after the
-// point, unsigned unless it begins with "s", where the sign bit is counted in I.
+// point, unsigned unless it begins with "s", where the sign bit is counted in I. Reading a number
+// rounds to the nearest step, ties away from zero. A description of no bits, or of more than 2^20,
+// is malformed and fails.
 // REQUIRES: out != nullptr
 bool dro_radix_conversion_fixed_point(const std::string& in, std::string* out,
                                       DRO_MEMORY_RADIXES in_radix, DRO_MEMORY_RADIXES out_radix,
