@@ -1,0 +1,97 @@
+// Loads every example of the description format's handbook and compares its messages with those
+// that the page shows.
+
+#include <gtest/gtest.h>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "kivo/kivo.h"
+
+namespace {
+
+struct Example {
+    int line;
+    std::string text;
+    std::vector<std::string> messages;
+};
+
+// A blank at the end of a message is written as a visible sign on the page.
+std::string with_real_blank(std::string line) {
+    const std::string sign = "\u2423";
+    if (line.size() >= sign.size() &&
+        line.compare(line.size() - sign.size(), sign.size(), sign) == 0) {
+        line.replace(line.size() - sign.size(), sign.size(), " ");
+    }
+    return line;
+}
+
+std::vector<Example> read_examples() {
+    std::vector<Example> examples;
+    std::ifstream page(KIVO_DOCS "/description-format.md");
+    std::string block;
+    int number = 0;
+    for (std::string line; std::getline(page, line);) {
+        ++number;
+        if (line == "```") {
+            block.clear();
+        } else if (line == "```xml") {
+            block = line;
+            examples.push_back({number, "", {}});
+        } else if (line.rfind("```", 0) == 0) {
+            block = line;
+        } else if (block == "```xml") {
+            examples.back().text += line + "\n";
+        } else if (block == "```messages") {
+            examples.back().messages.push_back(with_real_blank(line));
+        }
+    }
+    return examples;
+}
+
+std::string as_document(const std::string& text) {
+    const bool is_whole = text.rfind("<ROOT>", 0) == 0 || text.rfind("<!--", 0) == 0;
+    return is_whole ? text : "<ROOT>\n" + text + "</ROOT>\n";
+}
+
+class DescriptionFormat : public testing::Test {
+protected:
+    void SetUp() override {
+        path_ = testing::TempDir() + "description_format_XXXXXX";
+        ASSERT_NE(mkdtemp(path_.data()), nullptr);
+    }
+    void TearDown() override { std::filesystem::remove_all(path_); }
+
+    std::vector<std::string> load(const std::string& document) {
+        const std::string file = path_ + "/example.xml";
+        std::ofstream(file) << document;
+        KIVO_INFO info;
+        info.process_xml_file(file);
+        info.delete_detached_objects();
+        return info.error_list;
+    }
+
+private:
+    std::string path_;
+};
+
+TEST_F(DescriptionFormat, every_example_gives_exactly_the_messages_shown) {
+    const std::vector<Example> examples = read_examples();
+    ASSERT_GT(examples.size(), 20u);
+    for (const Example& example : examples) {
+        EXPECT_EQ(load(as_document(example.text)), example.messages)
+            << "example at line " << example.line;
+    }
+}
+
+TEST_F(DescriptionFormat, the_page_shows_messages_of_every_section) {
+    std::size_t messages = 0;
+    for (const Example& example : read_examples()) {
+        messages += example.messages.size();
+    }
+    EXPECT_GT(messages, 45u);
+}
+
+}  // namespace
