@@ -16,12 +16,9 @@ KIVO_CONDITIONAL_TEXT::~KIVO_CONDITIONAL_TEXT() {
                 *sub = nullptr;
             }
         }
-        if (text.owns_pieces_) {
-            text.owns_pieces_ = false;
-            text.text_elements.reset();
-            while (KIVO_CONDITIONAL_TEXT* piece = text.get_next_text_element()) {
-                doomed.emplace_back(piece);
-            }
+        text.text_elements.reset();
+        for (; text.owned_pieces_ > 0; --text.owned_pieces_) {
+            doomed.emplace_back(text.get_next_text_element());
         }
     };
     take_apart(*this);
@@ -37,6 +34,6 @@ KIVO_CONDITIONAL_TEXT* KIVO_CONDITIONAL_TEXT::get_next_text_element() {
 }
 
 void KIVO_CONDITIONAL_TEXT::add_owned_piece(KIVO_CONDITIONAL_TEXT* piece) {
-    owns_pieces_ = true;
     text_elements.add_at_tail(piece);
+    ++owned_pieces_;
 }

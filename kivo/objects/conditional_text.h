@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 #include "kivo/export.h"
@@ -22,6 +23,7 @@ public:
     KIVO_CONDITIONAL_TEXT* get_next_text_element();
 
     // Appends a piece that this sequence deletes with itself.
+    // REQUIRES: text_elements holds no pieces of somebody else
     void add_owned_piece(KIVO_CONDITIONAL_TEXT* piece);
 
     std::string condition;
@@ -32,5 +34,5 @@ public:
     KIVO_OBJ_LIST text_elements;
 
 private:
-    bool owns_pieces_ = false;
+    std::size_t owned_pieces_ = 0;  // the first ones of text_elements
 };
