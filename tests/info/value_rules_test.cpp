@@ -1,0 +1,402 @@
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "kivo/kivo.h"
+#include "tests/support/description.h"
+#include "tests/support/rules.h"
+
+namespace {
+
+enum Kind { kHidden, kInput, kOutput, kBidir, kBuried, kInteger, kString, kMacro };
+
+const std::vector<Kind> kPorts{kInput, kOutput, kBidir, kBuried};
+const std::vector<Kind> kParameters{kInteger, kString};
+const std::vector<Kind> kOthers{kHidden, kMacro};
+
+// An object "N" of the kind with these sub-elements. Those of hidden parameters and macros come
+// through PARAMETER_RULES, which reports what is wrong with them.
+std::string object(Kind kind, const std::string& subs) {
+    const auto port = [&](const char* type) {
+        return "<PORTS><PORT NAME='N' TYPE='" + std::string(type) + "'>" + subs + "</PORT></PORTS>";
+    };
+    const auto parameter = [&](const char* type) {
+        return "<PARAMETERS><PARAMETER NAME='N' TYPE='" + std::string(type) + "'>" + subs +
+               "</PARAMETER></PARAMETERS>";
+    };
+    const std::string rules =
+        "<PARAMETER_RULES><PARAMETER NAME='N'>" + subs + "</PARAMETER></PARAMETER_RULES>";
+    switch (kind) {
+        case kHidden:
+            return "<HIDDEN_PARAMETERS><PARAMETER NAME='N'/></HIDDEN_PARAMETERS>" + rules;
+        case kInput:
+            return port("INPUT");
+        case kOutput:
+            return port("OUTPUT");
+        case kBidir:
+            return port("BIDIR");
+        case kBuried:
+            return port("BURIED");
+        case kInteger:
+            return parameter("INTEGER");
+        case kString:
+            return parameter("STRING");
+        case kMacro:
+            return "<MACROS><MACRO NAME='N'/></MACROS>" + rules;
+    }
+    return "";
+}
+
+std::string not_admitted(const std::string& tag) {
+    return "Sub tag " + tag + " is not a valid sub tag of PORT ";
+}
+
+std::string bad_attribute(const std::string& name) {
+    return "Attribute " + name + " is not a recognized attribute for object N";
+}
+
+std::string bad_sub_tag(const std::string& tag) {
+    return "Sub tag " + tag + " is not a recognized sub-tag for parameters ";
+}
+
+// What an object makes of sub-elements: its rules and the messages.
+struct Row {
+    std::string subs;
+    std::vector<Rule> rules;
+    Messages messages;
+};
+
+void expect_of(const std::vector<Kind>& kinds, const std::vector<Row>& rows) {
+    for (const Kind kind : kinds) {
+        for (const Row& row : rows) {
+            SCOPED_TRACE("kind " + std::to_string(kind) + ": " + row.subs);
+            Loaded store(object(kind, row.subs));
+            EXPECT_EQ(rules_of(store.info.get_kivo_obj("N")), row.rules);
+            EXPECT_EQ(store.messages(), row.messages);
+        }
+    }
+}
+
+}  // namespace
+
+TEST(ValueRules, AdmissionByTagAndKind) {
+    expect_of(kPorts, {
+                          {"<STATE V='1'/>", {{"1", "", "", 2}}, {}},
+                          {"<FORCE_VALUE V='1'/>", {{"1", "", "", 6}}, {}},
+                          {"<FORCE_RANGE MAX='1'/>", {{"1", "", "", 7}}, {}},
+                          {"<CONSTANT_RANGE MAX='1'/>", {{"1", "", "", 3}}, {}},
+                          {"<VALUE_RULE>N</VALUE_RULE>", {}, {not_admitted("VALUE_RULE")}},
+                      });
+    expect_of(kParameters, {
+                               {"<STATE V='1'/>", {}, {not_admitted("STATE")}},
+                               {"<FORCE_VALUE V='1'/>", {{"1", "", "", 2}}, {}},
+                               {"<FORCE_RANGE MAX='1'/>", {{"1", "", "", 1}}, {}},
+                               {"<CONSTANT_RANGE MAX='1'/>", {}, {not_admitted("CONSTANT_RANGE")}},
+                               {"<VALUE_RULE>N</VALUE_RULE>", {{"", "", "N", 4}}, {}},
+                           });
+    expect_of(kOthers, {
+                           {"<STATE V='1'/>", {}, {not_admitted("STATE")}},
+                           {"<FORCE_VALUE V='1'/>", {{"1", "", "", 2}}, {}},
+                           {"<FORCE_RANGE MAX='1'/>", {}, {not_admitted("FORCE_RANGE")}},
+                           {"<CONSTANT_RANGE MAX='1'/>", {}, {not_admitted("CONSTANT_RANGE")}},
+                           {"<VALUE_RULE>N</VALUE_RULE>", {}, {not_admitted("VALUE_RULE")}},
+                       });
+}
+
+TEST(ValueRules, TagsThatNoKindAdmits) {
+    for (const std::string tag : {"state", "Force_Value", "FORCE", "RULE", "V", "x:STATE"}) {
+        const std::string sub = "<" + tag + " V='1'/>";
+        expect_of({kHidden, kInput, kBuried, kInteger, kString, kMacro},
+                  {{sub, {}, {not_admitted(tag)}}});
+    }
+}
+
+TEST(ValueRules, RejectedSubElementsAreNotRead) {
+    expect_of({kInteger}, {{"<STATE V='1' BAD='1'><BAD/></STATE>", {}, {not_admitted("STATE")}}});
+    expect_of({kInput}, {{"<VALUE_RULE><BAD/></VALUE_RULE>", {}, {not_admitted("VALUE_RULE")}}});
+}
+
+TEST(ValueRules, AttributesOfAState) {
+    expect_of(kPorts, {
+                          {"<STATE V='1'/>", {{"1", "", "", 2}}, {}},
+                          {"<STATE TO='1'/>", {{"1", "", "", 2}}, {}},
+                          {"<STATE THEN='1'/>", {{"1", "", "", 2}}, {}},
+                          {"<STATE V='1' ELSE='0'/>", {{"1", "0", "", 2}}, {}},
+                          {"<STATE V='1' IF='A == 2'/>", {{"1", "", "A == 2", 2}}, {}},
+                          {"<STATE V='1' WHEN='A == 2'/>", {{"1", "", "A == 2", 2}}, {}},
+                          {"<STATE V='1' WHEN_CMD='reset'/>", {{"1", "", "reset", 0}}, {}},
+                          {"<STATE V='1' WHEN_CMD=''/>", {{"1", "", "", 0}}, {}},
+                          {"<STATE V='1' MAX='2'/>", {{"1", "", "", 2}}, {bad_attribute("MAX")}},
+                          {"<STATE V='1' MIN='2'/>", {{"1", "", "", 2}}, {bad_attribute("MIN")}},
+                          {"<STATE v='1'/>", {}, {bad_attribute("v")}},
+                          {"<STATE V='1' NAME='x'/>", {{"1", "", "", 2}}, {bad_attribute("NAME")}},
+                      });
+}
+
+TEST(ValueRules, AttributesOfAForcedValue) {
+    expect_of({kHidden, kMacro, kInteger, kString},
+              {
+                  {"<FORCE_VALUE V='0'/>", {{"0", "", "", 2}}, {}},
+                  {"<FORCE_VALUE TO='0'/>", {{"0", "", "", 2}}, {}},
+                  {"<FORCE_VALUE THEN='0'/>", {{"0", "", "", 2}}, {}},
+                  {"<FORCE_VALUE V='0' ELSE='1' IF='c'/>", {{"0", "1", "c", 2}}, {}},
+                  {"<FORCE_VALUE V='0' ELSE='1' WHEN_CMD='c'/>", {{"0", "1", "c", 0}}, {}},
+                  {"<FORCE_VALUE V='0' MAX='1'/>", {{"0", "", "", 2}}, {bad_attribute("MAX")}},
+                  {"<FORCE_VALUE MIN='1'/>", {}, {bad_attribute("MIN")}},
+              });
+    expect_of(kPorts,
+              {
+                  {"<FORCE_VALUE V='1' IF='MODE == 2'/>", {{"1", "", "MODE == 2", 6}}, {}},
+                  {"<FORCE_VALUE V='1' ELSE='0' WHEN='c'/>", {{"1", "0", "c", 6}}, {}},
+                  {"<FORCE_VALUE V='1' WHEN_CMD='x'/>", {{"1", "", "x", 6}}, {}},
+                  {"<FORCE_VALUE V='1' MIN='2'/>", {{"1", "", "", 6}}, {bad_attribute("MIN")}},
+              });
+}
+
+TEST(ValueRules, AttributesOfAForcedRange) {
+    expect_of(
+        kParameters,
+        {
+            {"<FORCE_RANGE MAX='15' MIN='1'/>", {{"15", "1", "", 1}}, {}},
+            {"<FORCE_RANGE V='3'/>", {{"3", "", "", 1}}, {}},
+            {"<FORCE_RANGE TO='3'/>", {{"3", "", "", 1}}, {}},
+            {"<FORCE_RANGE THEN='3'/>", {{"3", "", "", 1}}, {}},
+            // Attributes are visited by name, so V stands in for MAX.
+            {"<FORCE_RANGE V='3' MAX='15'/>", {{"3", "", "", 1}}, {}},
+            {"<FORCE_RANGE MAX='15' MIN='1' WHEN='c'/>", {{"15", "1", "c", 1}}, {}},
+            {"<FORCE_RANGE MAX='15' MIN='1' WHEN_CMD='c'/>", {{"15", "1", "c", 0}}, {}},
+            {"<FORCE_RANGE MAX='15' ELSE='1'/>", {{"15", "", "", 1}}, {bad_attribute("ELSE")}},
+            {"<FORCE_RANGE MIN='1'/>", {}, {}},
+        });
+    expect_of(
+        kPorts,
+        {
+            {"<FORCE_RANGE MAX='15' MIN='1'/>", {{"15", "1", "", 7}}, {}},
+            {"<FORCE_RANGE MAX='15' IF='c'/>", {{"15", "", "c", 7}}, {}},
+            {"<FORCE_RANGE MAX='15' WHEN_CMD='c'/>", {{"15", "", "c", 7}}, {}},
+            {"<FORCE_RANGE V='3'/>", {}, {bad_attribute("V")}},
+            {"<FORCE_RANGE TO='3' THEN='4'/>", {}, {bad_attribute("THEN"), bad_attribute("TO")}},
+            {"<FORCE_RANGE V='3' MAX='15'/>", {{"15", "", "", 7}}, {bad_attribute("V")}},
+            {"<FORCE_RANGE MAX='15' ELSE='1'/>", {{"15", "", "", 7}}, {bad_attribute("ELSE")}},
+        });
+}
+
+TEST(ValueRules, AttributesOfAConstantRange) {
+    expect_of(
+        kPorts,
+        {
+            {"<CONSTANT_RANGE MAX='7' MIN='0'/>", {{"7", "0", "", 3}}, {}},
+            {"<CONSTANT_RANGE V='7'/>", {{"7", "", "", 3}}, {}},
+            {"<CONSTANT_RANGE TO='7'/>", {{"7", "", "", 3}}, {}},
+            {"<CONSTANT_RANGE THEN='7'/>", {{"7", "", "", 3}}, {}},
+            {"<CONSTANT_RANGE MAX='7' IF='c'/>", {{"7", "", "c", 3}}, {}},
+            {"<CONSTANT_RANGE MAX='7' MIN='0' WHEN_CMD='c'/>", {{"7", "0", "c", 0}}, {}},
+            {"<CONSTANT_RANGE MAX='7' ELSE='0'/>", {{"7", "", "", 3}}, {bad_attribute("ELSE")}},
+            {"<CONSTANT_RANGE MIN='0'/>", {}, {}},
+        });
+}
+
+TEST(ValueRules, LaterAttributeByNameOverwrites) {
+    expect_of({kInput},
+              {
+                  {"<STATE V='1' TO='2' THEN='3'/>", {{"1", "", "", 2}}, {}},
+                  {"<STATE TO='2' THEN='3'/>", {{"2", "", "", 2}}, {}},
+                  {"<STATE V='1' WHEN_CMD='c' WHEN='b' IF='a'/>", {{"1", "", "c", 0}}, {}},
+                  {"<STATE V='1' WHEN='b' IF='a'/>", {{"1", "", "b", 2}}, {}},
+                  {"<STATE V='' TO='2'/>", {}, {}},
+              });
+}
+
+TEST(ValueRules, SubElementsOfAState) {
+    expect_of(
+        kPorts,
+        {
+            {"<STATE><V>1</V></STATE>", {{"1", "", "", 2}}, {}},
+            {"<STATE><TO>1</TO></STATE>", {{"1", "", "", 2}}, {}},
+            {"<STATE><IF>c</IF><THEN>1</THEN><ELSE>0</ELSE></STATE>", {{"1", "0", "c", 2}}, {}},
+            {"<STATE><WHEN>c</WHEN><V>1</V></STATE>", {{"1", "", "c", 2}}, {}},
+            {"<STATE><WHEN_CMD>c</WHEN_CMD><V>1</V></STATE>", {{"1", "", "c", 0}}, {}},
+            {"<STATE><V>1</V><MAX>2</MAX></STATE>", {{"1", "", "", 2}}, {bad_sub_tag("MAX")}},
+            {"<STATE><MIN>2</MIN></STATE>", {}, {bad_sub_tag("MIN")}},
+            {"<STATE><v>1</v><BAD/></STATE>", {}, {bad_sub_tag("v"), bad_sub_tag("BAD")}},
+        });
+}
+
+TEST(ValueRules, SubElementsOfAForcedValue) {
+    expect_of(kPorts, {{"<FORCE_VALUE><V>1</V><ELSE>0</ELSE><WHEN_CMD>c</WHEN_CMD></FORCE_VALUE>",
+                        {{"1", "0", "c", 6}},
+                        {}}});
+    expect_of({kHidden, kMacro, kInteger, kString},
+              {{"<FORCE_VALUE><V>1</V><ELSE>0</ELSE><WHEN_CMD>c</WHEN_CMD></FORCE_VALUE>",
+                {{"1", "0", "c", 0}},
+                {}},
+               {"<FORCE_VALUE><V>1</V><MAX>2</MAX></FORCE_VALUE>",
+                {{"1", "", "", 2}},
+                {bad_sub_tag("MAX")}}});
+}
+
+TEST(ValueRules, SubElementsOfAForcedRange) {
+    const auto expect_kind = [](const std::vector<Kind>& kinds, std::int32_t kind) {
+        expect_of(kinds, {
+                             {"<FORCE_RANGE><MAX>9</MAX><MIN>1</MIN><IF>c</IF></FORCE_RANGE>",
+                              {{"9", "1", "c", kind}},
+                              {}},
+                             {"<FORCE_RANGE><V>9</V></FORCE_RANGE>", {}, {bad_sub_tag("V")}},
+                             {"<FORCE_RANGE><TO>9</TO><THEN>9</THEN></FORCE_RANGE>",
+                              {},
+                              {bad_sub_tag("TO"), bad_sub_tag("THEN")}},
+                             {"<FORCE_RANGE MAX='9'><ELSE>1</ELSE></FORCE_RANGE>",
+                              {{"9", "", "", kind}},
+                              {bad_sub_tag("ELSE")}},
+                         });
+    };
+    expect_kind(kParameters, 1);
+    expect_kind(kPorts, 7);
+}
+
+TEST(ValueRules, SubElementsOfAConstantRange) {
+    expect_of(
+        kPorts,
+        {
+            {"<CONSTANT_RANGE><MAX>7</MAX><MIN>0</MIN></CONSTANT_RANGE>",
+             {},
+             {bad_sub_tag("MAX"), bad_sub_tag("MIN")}},
+            {"<CONSTANT_RANGE><V>7</V><WHEN>c</WHEN></CONSTANT_RANGE>", {{"7", "", "c", 3}}, {}},
+            {"<CONSTANT_RANGE><THEN>7</THEN><ELSE>1</ELSE></CONSTANT_RANGE>",
+             {{"7", "", "", 3}},
+             {bad_sub_tag("ELSE")}},
+        });
+}
+
+TEST(ValueRules, CommandConditionShutsOutWhatItsKindAdmitted) {
+    expect_of(
+        kPorts,
+        {
+            {"<STATE V='1'><WHEN_CMD>c</WHEN_CMD><ELSE>0</ELSE></STATE>",
+             {{"1", "", "c", 0}},
+             {bad_sub_tag("ELSE")}},
+            {"<STATE V='1' WHEN_CMD='c'><ELSE>0</ELSE></STATE>",
+             {{"1", "", "c", 0}},
+             {bad_sub_tag("ELSE")}},
+            {"<STATE V='1'><ELSE>0</ELSE><WHEN_CMD>c</WHEN_CMD></STATE>", {{"1", "0", "c", 0}}, {}},
+            // The kind does not come back with another condition.
+            {"<STATE V='1'><WHEN_CMD>c</WHEN_CMD><IF>d</IF><ELSE>0</ELSE></STATE>",
+             {{"1", "", "d", 0}},
+             {bad_sub_tag("ELSE")}},
+            {"<FORCE_VALUE V='1'><WHEN_CMD>c</WHEN_CMD><ELSE>0</ELSE></FORCE_VALUE>",
+             {{"1", "", "c", 6}},
+             {bad_sub_tag("ELSE")}},
+            // It is no forced range any more, and so takes a value.
+            {"<FORCE_RANGE><WHEN_CMD>c</WHEN_CMD><V>1</V><MAX>2</MAX></FORCE_RANGE>",
+             {{"1", "", "c", 7}},
+             {bad_sub_tag("MAX")}},
+        });
+    expect_of(kParameters,
+              {{"<FORCE_RANGE MAX='9'><WHEN_CMD>c</WHEN_CMD><MIN>1</MIN></FORCE_RANGE>",
+                {{"9", "", "c", 0}},
+                {bad_sub_tag("MIN")}},
+               {"<FORCE_RANGE WHEN_CMD='c'><MAX>9</MAX><THEN>2</THEN></FORCE_RANGE>",
+                {{"2", "", "c", 0}},
+                {bad_sub_tag("MAX")}}});
+}
+
+TEST(ValueRules, SubElementsComeAfterAttributesAndOverwrite) {
+    expect_of(
+        {kInput},
+        {
+            {"<STATE V='1' ELSE='2' IF='a'><V>3</V><ELSE>4</ELSE><IF>b</IF></STATE>",
+             {{"3", "4", "b", 2}},
+             {}},
+            {"<STATE><V>1</V><TO>2</TO><IF>a</IF><WHEN>b</WHEN></STATE>", {{"2", "", "b", 2}}, {}},
+            {"<STATE V='1'><V/></STATE>", {}, {}},
+            {"<STATE><BAD/></STATE>", {}, {bad_sub_tag("BAD")}},
+            {"<STATE ZETA='1' V='1' ALPHA='2'><BAD/></STATE>",
+             {{"1", "", "", 2}},
+             {bad_attribute("ALPHA"), bad_attribute("ZETA"), bad_sub_tag("BAD")}},
+        });
+}
+
+TEST(ValueRules, WithoutAValueNothingIsAddedOrReported) {
+    expect_of(kPorts, {
+                          {"<STATE/>", {}, {}},
+                          {"<STATE>1</STATE>", {}, {}},
+                          {"<STATE V=''/>", {}, {}},
+                          {"<STATE ELSE='1' IF='c'/>", {}, {}},
+                          {"<FORCE_VALUE/>", {}, {}},
+                          {"<FORCE_RANGE MIN='1'/>", {}, {}},
+                          {"<CONSTANT_RANGE/>", {}, {}},
+                      });
+}
+
+TEST(ValueRules, TextsAreKeptAsWritten) {
+    expect_of({kInput}, {{"<STATE V=' 1 ' IF=' a  &lt; b '/>", {{" 1 ", "", " a  < b ", 2}}, {}},
+                         {"<STATE><V> 1\n</V></STATE>", {{" 1\n", "", "", 2}}, {}},
+                         {"<STATE><V> </V></STATE>", {{" ", "", "", 2}}, {}}});
+}
+
+TEST(ValueRules, ConditionOfAValueRule) {
+    const std::string both = "( ( i) and ( t ) ) || ( !( i ) )";
+    expect_of(
+        kParameters,
+        {
+            {"<VALUE_RULE>A == 1</VALUE_RULE>", {{"", "", "A == 1", 4}}, {}},
+            {"<VALUE_RULE> A </VALUE_RULE>", {{"", "", " A ", 4}}, {}},
+            {"<VALUE_RULE/>", {}, {}},
+            {"<VALUE_RULE><IF>WIDTH &gt; 8</IF><THEN>DEPTH == 16</THEN></VALUE_RULE>",
+             {{"", "", "( ( WIDTH > 8) and ( DEPTH == 16 ) ) || ( !( WIDTH > 8 ) )", 4}},
+             {}},
+            {"<VALUE_RULE><IF>i</IF><THEN>t</THEN><ELSE>e</ELSE></VALUE_RULE>",
+             {{"", "", "( ( i) and ( t ) ) || ( !( i ) and ( e ) )", 4}},
+             {}},
+            {"<VALUE_RULE><ELSE>e</ELSE><THEN>t</THEN><IF>i</IF></VALUE_RULE>",
+             {{"", "", "( ( i) and ( t ) ) || ( !( i ) and ( e ) )", 4}},
+             {}},
+            {"<VALUE_RULE>own<IF>i</IF><THEN>t</THEN></VALUE_RULE>", {{"", "", both, 4}}, {}},
+            {"<VALUE_RULE><IF>h</IF><IF>i</IF><THEN>s</THEN><THEN>t</THEN><ELSE>e</ELSE><ELSE/>"
+             "</VALUE_RULE>",
+             {{"", "", both, 4}},
+             {}},
+            {"<VALUE_RULE>own<IF>i</IF><ELSE>e</ELSE></VALUE_RULE>", {{"", "", "own", 4}}, {}},
+            {"<VALUE_RULE>own<THEN>t</THEN><ELSE>e</ELSE></VALUE_RULE>", {{"", "", "own", 4}}, {}},
+            {"<VALUE_RULE>own<IF/><THEN>t</THEN></VALUE_RULE>", {{"", "", "own", 4}}, {}},
+            {"<VALUE_RULE>own<IF>i</IF><THEN/></VALUE_RULE>", {{"", "", "own", 4}}, {}},
+            {"<VALUE_RULE><IF>i</IF><ELSE>e</ELSE></VALUE_RULE>", {}, {}},
+            {"<VALUE_RULE><IF>i</IF></VALUE_RULE>", {}, {}},
+            {"<VALUE_RULE><THEN>t</THEN></VALUE_RULE>", {}, {}},
+            {"<VALUE_RULE><ELSE>e</ELSE></VALUE_RULE>", {}, {}},
+        });
+}
+
+TEST(ValueRules, UnknownSubElementsOfAValueRuleAreReported) {
+    expect_of(
+        kParameters,
+        {
+            {"<VALUE_RULE>own<V>1</V><WHEN>c</WHEN><if>i</if></VALUE_RULE>",
+             {{"", "", "own", 4}},
+             {"Unrecognized sub tag V of VALUE_RULE ", "Unrecognized sub tag WHEN of VALUE_RULE ",
+              "Unrecognized sub tag if of VALUE_RULE "}},
+            {"<VALUE_RULE><BAD/></VALUE_RULE>", {}, {"Unrecognized sub tag BAD of VALUE_RULE "}},
+        });
+}
+
+TEST(ValueRules, AttributesOfAValueRuleAreIgnored) {
+    expect_of({kInteger},
+              {{"<VALUE_RULE IF='i' BAD='1'>own</VALUE_RULE>", {{"", "", "own", 4}}, {}}});
+}
+
+TEST(ValueRules, RulesStandInDocumentOrderBehindEarlierOnes) {
+    Loaded store(
+        "<PARAMETERS><PARAMETER NAME='N' TYPE='INTEGER'><FORCE_VALUE V='1'/>"
+        "<VALUE_RULE>two</VALUE_RULE><BAD/><FORCE_RANGE MAX='3'/></PARAMETER></PARAMETERS>"
+        "<PARAMETER_RULES><PARAMETER NAME='N'><FORCE_VALUE V='4'/></PARAMETER>"
+        "</PARAMETER_RULES>"
+        "<PARAMETERS><PARAMETER NAME='N' TYPE='INTEGER'><FORCE_VALUE V='5'/></PARAMETER>"
+        "</PARAMETERS>");
+    EXPECT_EQ(store.messages(), Messages{not_admitted("BAD")});
+    EXPECT_EQ(rules_of(store.info.get_kivo_obj("N")), (std::vector<Rule>{{"1", "", "", 2},
+                                                                         {"", "", "two", 4},
+                                                                         {"3", "", "", 1},
+                                                                         {"4", "", "", 2},
+                                                                         {"5", "", "", 2}}));
+}
