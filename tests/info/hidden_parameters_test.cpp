@@ -16,7 +16,7 @@ std::string hidden(const std::string& attributes, const std::string& sub_element
 
 }  // namespace
 
-TEST(HiddenParameters, SectionWithoutParametersYieldsNothing) {
+TEST(HiddenParameters, section_without_parameters_yields_nothing) {
     for (const char* section : {"<HIDDEN_PARAMETERS/>",
                                 "<HIDDEN_PARAMETERS><PORT NAME='p' TYPE='INPUT'/>"
                                 "<Parameter NAME='q'/></HIDDEN_PARAMETERS>"}) {
@@ -27,7 +27,7 @@ TEST(HiddenParameters, SectionWithoutParametersYieldsNothing) {
     }
 }
 
-TEST(HiddenParameters, ValueIsValueArrayAndDefault) {
+TEST(HiddenParameters, value_is_value_array_and_default) {
     Loaded store(hidden("NAME='H' VALUE='a b'"));
     EXPECT_TRUE(store.clean);
     const KIVO_OBJ_INFO* object = store.info.get_kivo_obj("H");
@@ -40,13 +40,13 @@ TEST(HiddenParameters, ValueIsValueArrayAndDefault) {
     EXPECT_EQ(object->get_cnx_type(), 3);
 }
 
-TEST(HiddenParameters, ValueIsOptional) {
+TEST(HiddenParameters, value_is_optional) {
     Loaded store(hidden("NAME='H'"));
     EXPECT_TRUE(store.clean);
     EXPECT_EQ(store.info.get_kivo_obj("H")->get_value_array(), "");
 }
 
-TEST(HiddenParameters, NameIsRequired) {
+TEST(HiddenParameters, name_is_required) {
     for (const char* attributes : {"VALUE='1'", "NAME=''", "NAME='' NO_SUCH='1'", ""}) {
         SCOPED_TRACE(attributes);
         Loaded store(hidden(attributes, "<FORCE_VALUE V='1'/>"));
@@ -55,7 +55,7 @@ TEST(HiddenParameters, NameIsRequired) {
     }
 }
 
-TEST(HiddenParameters, UnknownAttributesAreReportedWithoutTheName) {
+TEST(HiddenParameters, unknown_attributes_are_reported_without_the_name) {
     for (const char* name : {"TYPE", "DEFAULT_VALUE", "LPM_HINT", "CNX_TYPE", "value"}) {
         SCOPED_TRACE(name);
         Loaded store(hidden("NAME='H' " + std::string(name) + "='INTEGER'"));
@@ -70,7 +70,7 @@ TEST(HiddenParameters, UnknownAttributesAreReportedWithoutTheName) {
     }
 }
 
-TEST(HiddenParameters, MessagesComeByAttributeName) {
+TEST(HiddenParameters, messages_come_by_attribute_name) {
     Loaded store(hidden("NAME='H' ZETA='1' beta='2' VALUE='3' ALPHA='4'"));
     EXPECT_EQ(store.messages(),
               (Messages{"Attribute ALPHA is not a recognized attribute for hidden parameters ",
@@ -79,7 +79,7 @@ TEST(HiddenParameters, MessagesComeByAttributeName) {
     EXPECT_EQ(store.info.get_kivo_obj("H")->get_value_array(), "3");
 }
 
-TEST(HiddenParameters, NameOfAnotherObjectChangesNothing) {
+TEST(HiddenParameters, name_of_another_object_changes_nothing) {
     Loaded store("<PARAMETERS><PARAMETER NAME='H' TYPE='INTEGER' VALUE='1'/></PARAMETERS>" +
                  hidden("NAME='H' VALUE='2' NO_SUCH='1'", "<FORCE_VALUE V='1'/>"));
     EXPECT_EQ(
@@ -89,14 +89,14 @@ TEST(HiddenParameters, NameOfAnotherObjectChangesNothing) {
     EXPECT_EQ(rules_of(store.info.get_kivo_obj("H")), std::vector<Rule>());
 }
 
-TEST(HiddenParameters, SameNameAgainOverwritesTheValue) {
+TEST(HiddenParameters, same_name_again_overwrites_the_value) {
     Loaded store(hidden("NAME='H' VALUE='1'") + hidden("NAME='H' VALUE='2'"));
     EXPECT_TRUE(store.clean);
     EXPECT_EQ(store.info.get_kivo_obj("H")->get_value_array(), "2");
     EXPECT_EQ(store.info.get_kivo_obj("H")->get_default_value(), "2");
 }
 
-TEST(HiddenParameters, ForcedValuesAreTheOnlySubElementsAndOthersAreNotReported) {
+TEST(HiddenParameters, forced_values_are_the_only_sub_elements_and_others_are_not_reported) {
     Loaded store(hidden("NAME='H'",
                         "<STATE V='1'/><VALUE_RULE>H</VALUE_RULE><FORCE_RANGE MAX='2'/>"
                         "<CONSTANT_RANGE MAX='2'/><BAD/><FORCE_VALUE V='3' BAD='1'><BAD/>"

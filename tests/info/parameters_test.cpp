@@ -31,7 +31,7 @@ const char* const kUnknownP = "Kivofunction Object P is of unknown type ";
 
 }  // namespace
 
-TEST(Parameters, SectionWithoutParametersYieldsNothing) {
+TEST(Parameters, section_without_parameters_yields_nothing) {
     for (const char* section :
          {"<PARAMETERS/>", "<PARAMETER_RULES/>", "<PARAMETERS>text</PARAMETERS>",
           "<PARAMETERS><PORT NAME='p' TYPE='INPUT'/><parameter NAME='q' TYPE='INTEGER'/>"
@@ -43,7 +43,7 @@ TEST(Parameters, SectionWithoutParametersYieldsNothing) {
     }
 }
 
-TEST(Parameters, TypeGivesTheKind) {
+TEST(Parameters, type_gives_the_kind) {
     Loaded store(
         "<PARAMETERS><PARAMETER NAME='I' TYPE='INTEGER'/><PARAMETER TYPE='STRING' NAME='S'/>"
         "</PARAMETERS>");
@@ -61,14 +61,14 @@ TEST(Parameters, TypeGivesTheKind) {
     EXPECT_EQ(text->get_obj_type_as_string(), "String parameter");
 }
 
-TEST(Parameters, FieldsThatNoAttributeNamesKeepTheirInitialValues) {
+TEST(Parameters, fields_that_no_attribute_names_keep_their_initial_values) {
     Loaded store(parameter(""));
     EXPECT_TRUE(store.clean);
     EXPECT_EQ(fields_of(store.info.get_kivo_obj("P")), "||-1|0|3");
     EXPECT_EQ(rules_of(store.info.get_kivo_obj("P")), std::vector<Rule>());
 }
 
-TEST(Parameters, UnknownTypeOfANewNameMakesNoObject) {
+TEST(Parameters, unknown_type_of_a_new_name_makes_no_object) {
     for (const char* type : {"integer", "string", "Integer", "BOOLEAN", "INTEGER ", " STRING",
                              "INTEGERS", "INPUT", ""}) {
         SCOPED_TRACE(type);
@@ -82,7 +82,7 @@ TEST(Parameters, UnknownTypeOfANewNameMakesNoObject) {
     }
 }
 
-TEST(Parameters, UnknownTypeOfAKnownNameStillAppliesTheAttributes) {
+TEST(Parameters, unknown_type_of_a_known_name_still_applies_the_attributes) {
     Loaded store(parameter("") +
                  "<PARAMETERS><PARAMETER NAME='P' TYPE='BOOLEAN' VALUE='1'/></PARAMETERS>");
     EXPECT_EQ(
@@ -92,7 +92,7 @@ TEST(Parameters, UnknownTypeOfAKnownNameStillAppliesTheAttributes) {
     EXPECT_EQ(store.info.get_kivo_obj("P")->get_obj_type(), KIVO_OBJ_INTEGER_PARAMETER);
 }
 
-TEST(Parameters, NameIsRequired) {
+TEST(Parameters, name_is_required) {
     const Messages missing{"Name atrribute is missing from PARAMETER tag "};
     for (const char* attributes : {"TYPE='INTEGER'", "NAME='' TYPE='INTEGER'", "", "name='P'",
                                    "NAME='' NO_SUCH_ATTRIBUTE='1' CNX_TYPE='X'"}) {
@@ -104,20 +104,20 @@ TEST(Parameters, NameIsRequired) {
     }
 }
 
-TEST(Parameters, TypeOfANamelessParameterIsReportedBeforeTheName) {
+TEST(Parameters, type_of_a_nameless_parameter_is_reported_before_the_name) {
     Loaded store("<PARAMETERS><PARAMETER TYPE='REAL'/></PARAMETERS>");
     EXPECT_EQ(store.messages(),
               (Messages{"Parameter type REAL of parameter  is not a recognized parameter type ",
                         "Name atrribute is missing from PARAMETER tag "}));
 }
 
-TEST(Parameters, NameOfBlanksIsAName) {
+TEST(Parameters, name_of_blanks_is_a_name) {
     Loaded store("<PARAMETERS><PARAMETER NAME='  ' TYPE='INTEGER'/></PARAMETERS>");
     EXPECT_TRUE(store.clean);
     EXPECT_NE(store.info.get_kivo_obj("  "), nullptr);
 }
 
-TEST(Parameters, AttributesSetTheFields) {
+TEST(Parameters, attributes_set_the_fields) {
     struct Row {
         const char* attributes;
         const char* fields;
@@ -149,7 +149,7 @@ TEST(Parameters, AttributesSetTheFields) {
     }
 }
 
-TEST(Parameters, DefaultIndexIsReadAsFarAsItIsANumber) {
+TEST(Parameters, default_index_is_read_as_far_as_it_is_a_number) {
     struct Row {
         const char* text;
         std::int32_t index;
@@ -187,7 +187,7 @@ TEST(Parameters, DefaultIndexIsReadAsFarAsItIsANumber) {
     }
 }
 
-TEST(Parameters, OtherConnectionsAreReportedAndChangeNothing) {
+TEST(Parameters, other_connections_are_reported_and_change_nothing) {
     for (const char* value : {"USED_PORT", "constant", "Private", "", "CONSTANT "}) {
         SCOPED_TRACE(value);
         Loaded store(parameter("CNX_TYPE='PRIVATE'") + "<PARAMETER_RULES><PARAMETER NAME='P' " +
@@ -200,7 +200,7 @@ TEST(Parameters, OtherConnectionsAreReportedAndChangeNothing) {
     }
 }
 
-TEST(Parameters, UnknownAttributesAreReportedAndChangeNothing) {
+TEST(Parameters, unknown_attributes_are_reported_and_change_nothing) {
     for (const char* name : {"WIDTH", "ASYNC", "value", "Lpm_Hint", "VALUES", "ARGUMENTS",
                              "DEFINITION", "INITIAL_VEC_STATE", "x:VALUE"}) {
         SCOPED_TRACE(name);
@@ -213,7 +213,7 @@ TEST(Parameters, UnknownAttributesAreReportedAndChangeNothing) {
     }
 }
 
-TEST(Parameters, MessagesComeByAttributeNameAndThenOfTheSubElements) {
+TEST(Parameters, messages_come_by_attribute_name_and_then_of_the_sub_elements) {
     Loaded store(parameter("ZETA='1' CNX_TYPE='X' beta='2' ALPHA='3'", "<BAD/><WORSE/>"));
     EXPECT_EQ(store.messages(),
               (Messages{"Attribute ALPHA is not a recognized attribute for parameters (found in "
@@ -228,14 +228,14 @@ TEST(Parameters, MessagesComeByAttributeNameAndThenOfTheSubElements) {
                         "Sub tag WORSE is not a valid sub tag of PORT "}));
 }
 
-TEST(Parameters, SubElementsBecomeRules) {
+TEST(Parameters, sub_elements_become_rules) {
     Loaded store(parameter("", "<FORCE_VALUE V='1'/><VALUE_RULE>P > 0</VALUE_RULE>"));
     EXPECT_TRUE(store.clean);
     EXPECT_EQ(rules_of(store.info.get_kivo_obj("P")),
               (std::vector<Rule>{{"1", "", "", 2}, {"", "", "P > 0", 4}}));
 }
 
-TEST(Parameters, RepeatedDeclarationOverwritesFieldsAndAddsRules) {
+TEST(Parameters, repeated_declaration_overwrites_fields_and_adds_rules) {
     Loaded store(parameter("VALUE='8' LPM_HINT='ON'", "<FORCE_VALUE V='1'/>") +
                  parameter("VALUE='9'", "<FORCE_VALUE V='2'/>"));
     EXPECT_TRUE(store.clean);
@@ -246,7 +246,7 @@ TEST(Parameters, RepeatedDeclarationOverwritesFieldsAndAddsRules) {
     EXPECT_EQ(store.info.get_next_kivo_obj(), nullptr);
 }
 
-TEST(Parameters, DeclarationOfAnotherKindLeavesTheFirstUntouched) {
+TEST(Parameters, declaration_of_another_kind_leaves_the_first_untouched) {
     Loaded store(parameter("VALUE='8'") +
                  "<PARAMETERS><PARAMETER NAME='P' TYPE='STRING' VALUE='9' NO_SUCH='1'>"
                  "<FORCE_VALUE V='2'/><BAD/></PARAMETER></PARAMETERS>");
@@ -258,7 +258,7 @@ TEST(Parameters, DeclarationOfAnotherKindLeavesTheFirstUntouched) {
     EXPECT_EQ(rules_of(store.info.get_kivo_obj("P")), std::vector<Rule>());
 }
 
-TEST(Parameters, NamesDifferByLetterCase) {
+TEST(Parameters, names_differ_by_letter_case) {
     Loaded store(
         "<PARAMETERS><PARAMETER NAME='P' TYPE='INTEGER'/><PARAMETER NAME='p' TYPE='STRING'/>"
         "</PARAMETERS>");
@@ -267,7 +267,7 @@ TEST(Parameters, NamesDifferByLetterCase) {
     EXPECT_EQ(store.info.get_kivo_obj("p")->get_obj_type(), KIVO_OBJ_STRING_PARAMETER);
 }
 
-TEST(Parameters, BadElementDoesNotEndTheSection) {
+TEST(Parameters, bad_element_does_not_end_the_section) {
     Loaded store(
         "<PARAMETERS><PARAMETER/><PARAMETER NAME='A' TYPE='X'/>"
         "<PARAMETER NAME='P' TYPE='INTEGER'/></PARAMETERS>");
@@ -275,7 +275,7 @@ TEST(Parameters, BadElementDoesNotEndTheSection) {
     EXPECT_NE(store.info.get_kivo_obj("P"), nullptr);
 }
 
-TEST(ParameterRules, AddToADeclaredParameter) {
+TEST(ParameterRules, add_to_a_declared_parameter) {
     Loaded store(parameter("VALUE='8'", "<FORCE_VALUE V='1'/>") +
                  "<PARAMETER_RULES><PARAMETER NAME='P'><VALUE_RULE>P != 3</VALUE_RULE></PARAMETER>"
                  "</PARAMETER_RULES>");
@@ -285,21 +285,21 @@ TEST(ParameterRules, AddToADeclaredParameter) {
               (std::vector<Rule>{{"1", "", "", 2}, {"", "", "P != 3", 4}}));
 }
 
-TEST(ParameterRules, UndeclaredNameIsReportedOnce) {
+TEST(ParameterRules, undeclared_name_is_reported_once) {
     Loaded store(
         "<PARAMETER_RULES><PARAMETER NAME='P' NO_SUCH='1'><BAD/></PARAMETER></PARAMETER_RULES>");
     EXPECT_EQ(store.messages(), Messages{kUnknownP});
     EXPECT_EQ(store.info.get_kivo_obj("P"), nullptr);
 }
 
-TEST(ParameterRules, MayDeclareToo) {
+TEST(ParameterRules, may_declare_too) {
     Loaded store(
         "<PARAMETER_RULES><PARAMETER NAME='P' TYPE='INTEGER' VALUE='8'/></PARAMETER_RULES>");
     EXPECT_TRUE(store.clean);
     EXPECT_EQ(fields_of(store.info.get_kivo_obj("P")), "8|8|-1|0|3");
 }
 
-TEST(ParameterRules, ReachObjectsOfEveryType) {
+TEST(ParameterRules, reach_objects_of_every_type) {
     for (const char* declaration : {"<PORTS><PORT NAME='P' TYPE='OUTPUT'/></PORTS>",
                                     "<HIDDEN_PARAMETERS><PARAMETER NAME='P'/></HIDDEN_PARAMETERS>",
                                     "<MACROS><MACRO NAME='P'/></MACROS>"}) {
@@ -311,7 +311,7 @@ TEST(ParameterRules, ReachObjectsOfEveryType) {
     }
 }
 
-TEST(ParameterRules, IncludedFileIsReadAfterTheIncludingOne) {
+TEST(ParameterRules, included_file_is_read_after_the_including_one) {
     Loaded store("");
     const std::string declaration =
         store.folder.write("declaration.xml", "<ROOT>" + parameter("") + "</ROOT>");
@@ -321,7 +321,7 @@ TEST(ParameterRules, IncludedFileIsReadAfterTheIncludingOne) {
     EXPECT_EQ(fields_of(store.info.get_kivo_obj("P")), "||-1|0|3");
 }
 
-TEST(ParameterRules, IncludedFileMayReferToParametersOfTheIncludingOne) {
+TEST(ParameterRules, included_file_may_refer_to_parameters_of_the_including_one) {
     Loaded store("");
     const std::string rules = store.folder.write("rules.xml",
                                                  "<ROOT><PARAMETER_RULES><PARAMETER NAME='P' "
@@ -330,7 +330,7 @@ TEST(ParameterRules, IncludedFileMayReferToParametersOfTheIncludingOne) {
     EXPECT_EQ(fields_of(store.info.get_kivo_obj("P")), "1|1|-1|0|3");
 }
 
-TEST(ParameterFields, NullObjectYieldsNoMessageAndReadsNothing) {
+TEST(ParameterFields, null_object_yields_no_message_and_reads_nothing) {
     KIVO_XML_ELEMENT never_touched;
     EXPECT_TRUE(process_parameter_fields(nullptr, never_touched).empty());
 }

@@ -36,7 +36,7 @@ const char* const kUnknownP = "Kivofunction Object p is of unknown type ";
 
 }  // namespace
 
-TEST(Ports, SectionWithoutPortsYieldsNothing) {
+TEST(Ports, section_without_ports_yields_nothing) {
     for (const char* section :
          {"<PORTS/>", "<PORT_RULES/>", "<PORTS>text</PORTS>",
           "<PORTS><PARAMETER NAME='P' TYPE='INTEGER'/><port NAME='p' TYPE='INPUT'/></PORTS>"}) {
@@ -47,7 +47,7 @@ TEST(Ports, SectionWithoutPortsYieldsNothing) {
     }
 }
 
-TEST(Ports, TypeGivesTheKind) {
+TEST(Ports, type_gives_the_kind) {
     struct Row {
         const char* type;
         KIVO_OBJ_TYPE kind;
@@ -71,7 +71,7 @@ TEST(Ports, TypeGivesTheKind) {
     }
 }
 
-TEST(Ports, UnknownTypeOfANewNameMakesNoObject) {
+TEST(Ports, unknown_type_of_a_new_name_makes_no_object) {
     for (const char* type : {"input", "INOUT", "Bidir", "INPUT ", " OUTPUT", "INTEGER", ""}) {
         SCOPED_TRACE(type);
         Loaded store("<PORTS><PORT NAME='p' TYPE='" + std::string(type) +
@@ -83,14 +83,14 @@ TEST(Ports, UnknownTypeOfANewNameMakesNoObject) {
     }
 }
 
-TEST(Ports, UnknownTypeOfAKnownNameStillAppliesTheAttributes) {
+TEST(Ports, unknown_type_of_a_known_name_still_applies_the_attributes) {
     Loaded store(port("") + "<PORTS><PORT NAME='p' TYPE='INOUT' WIDTH='8'/></PORTS>");
     EXPECT_EQ(store.messages(),
               Messages{"Port type INOUT of port p is not a recognized port type "});
     EXPECT_EQ(store.info.get_kivo_obj("p")->get_port_width(), "8");
 }
 
-TEST(Ports, NameIsRequired) {
+TEST(Ports, name_is_required) {
     const Messages missing{"Name atrribute is missing from PORT tag "};
     for (const char* attributes : {"TYPE='INPUT'", "NAME='' TYPE='INPUT'", "", "name='p'",
                                    "NAME='' NO_SUCH_ATTRIBUTE='1' HIGH_PROBABILITY='0'"}) {
@@ -101,13 +101,13 @@ TEST(Ports, NameIsRequired) {
     }
 }
 
-TEST(Ports, TypeOfANamelessPortIsReportedBeforeTheName) {
+TEST(Ports, type_of_a_nameless_port_is_reported_before_the_name) {
     Loaded store("<PORTS><PORT TYPE='INOUT'/></PORTS>");
     EXPECT_EQ(store.messages(), (Messages{"Port type INOUT of port  is not a recognized port type ",
                                           "Name atrribute is missing from PORT tag "}));
 }
 
-TEST(Ports, AttributesSetTheFields) {
+TEST(Ports, attributes_set_the_fields) {
     struct Row {
         const char* attributes;
         const char* fields;
@@ -150,13 +150,13 @@ TEST(Ports, AttributesSetTheFields) {
     }
 }
 
-TEST(Ports, ClockOfAnInputPortStaysAsynchronous) {
+TEST(Ports, clock_of_an_input_port_stays_asynchronous) {
     Loaded store("<PORTS><PORT NAME='clock' TYPE='INPUT' IS_CLOCK_PORT='TRUE'/></PORTS>");
     EXPECT_TRUE(store.info.get_kivo_obj("clock")->is_clock());
     EXPECT_TRUE(store.info.get_kivo_obj("clock")->is_async());
 }
 
-TEST(Ports, FlagsAreStoredForEveryKindAndReportedForInputPorts) {
+TEST(Ports, flags_are_stored_for_every_kind_and_reported_for_input_ports) {
     for (const char* type : {"OUTPUT", "BIDIR", "BURIED"}) {
         SCOPED_TRACE(type);
         Loaded store("<PORTS><PORT NAME='p' IS_CLOCK_PORT='TRUE' ASYNC='TRUE' TYPE='" +
@@ -170,7 +170,7 @@ TEST(Ports, FlagsAreStoredForEveryKindAndReportedForInputPorts) {
     }
 }
 
-TEST(Ports, ImpossibleProbabilitiesAreReportedAndChangeNothing) {
+TEST(Ports, impossible_probabilities_are_reported_and_change_nothing) {
     for (const char* value :
          {"0", "101", "-5", "-1", "x", "", " ", "1000000", "4294967296", "99999999999999999999"}) {
         SCOPED_TRACE(value);
@@ -182,7 +182,7 @@ TEST(Ports, ImpossibleProbabilitiesAreReportedAndChangeNothing) {
     }
 }
 
-TEST(Ports, OtherConnectionsAreReportedAndChangeNothing) {
+TEST(Ports, other_connections_are_reported_and_change_nothing) {
     for (const char* value : {"CONSTANT", "PRIVATE", "used_port", ""}) {
         SCOPED_TRACE(value);
         Loaded store(port("CNX_TYPE='" + std::string(value) + "'"));
@@ -193,7 +193,7 @@ TEST(Ports, OtherConnectionsAreReportedAndChangeNothing) {
     }
 }
 
-TEST(Ports, UnknownAttributesAreReportedAndChangeNothing) {
+TEST(Ports, unknown_attributes_are_reported_and_change_nothing) {
     for (const char* name :
          {"VALUE", "LPM_HINT", "DEFAULT_VALUE_INDEX", "width", "WIDTH3D", "Async", "ARGUMENTS"}) {
         SCOPED_TRACE(name);
@@ -205,7 +205,7 @@ TEST(Ports, UnknownAttributesAreReportedAndChangeNothing) {
     }
 }
 
-TEST(Ports, MessagesComeByAttributeNameAndThenOfTheSubElements) {
+TEST(Ports, messages_come_by_attribute_name_and_then_of_the_sub_elements) {
     Loaded store(port("ZETA='1' HIGH_PROBABILITY='0' CNX_TYPE='X' beta='2'", "<BAD/>"));
     EXPECT_EQ(
         store.messages(),
@@ -218,7 +218,7 @@ TEST(Ports, MessagesComeByAttributeNameAndThenOfTheSubElements) {
                   "Sub tag BAD is not a valid sub tag of PORT "}));
 }
 
-TEST(Ports, RepeatedDeclarationOverwritesFieldsAndAddsRules) {
+TEST(Ports, repeated_declaration_overwrites_fields_and_adds_rules) {
     Loaded store(port("WIDTH='8' ASYNC='FALSE'", "<STATE V='0'/>") +
                  port("WIDTH='9'", "<STATE V='1'/>"));
     EXPECT_TRUE(store.clean);
@@ -227,7 +227,7 @@ TEST(Ports, RepeatedDeclarationOverwritesFieldsAndAddsRules) {
               (std::vector<Rule>{{"0", "", "", 2}, {"1", "", "", 2}}));
 }
 
-TEST(Ports, DeclarationOfAnotherKindLeavesTheFirstUntouched) {
+TEST(Ports, declaration_of_another_kind_leaves_the_first_untouched) {
     struct Row {
         const char* first;
         const char* text;
@@ -249,7 +249,7 @@ TEST(Ports, DeclarationOfAnotherKindLeavesTheFirstUntouched) {
     }
 }
 
-TEST(PortRules, AddToADeclaredPort) {
+TEST(PortRules, add_to_a_declared_port) {
     Loaded store(
         "<PORTS><PORT NAME='p' TYPE='INPUT' WIDTH='8'/></PORTS>"
         "<PORT_RULES><PORT NAME='p'><STATE V='1'/></PORT></PORT_RULES>");
@@ -258,7 +258,7 @@ TEST(PortRules, AddToADeclaredPort) {
     EXPECT_EQ(rules_of(store.info.get_kivo_obj("p")), (std::vector<Rule>{{"1", "", "", 2}}));
 }
 
-TEST(PortRules, ReachObjectsOfEveryType) {
+TEST(PortRules, reach_objects_of_every_type) {
     for (const char* declaration : {"<PARAMETERS><PARAMETER NAME='p' TYPE='STRING'/></PARAMETERS>",
                                     "<HIDDEN_PARAMETERS><PARAMETER NAME='p'/></HIDDEN_PARAMETERS>",
                                     "<MACROS><MACRO NAME='p'/></MACROS>"}) {
@@ -270,12 +270,12 @@ TEST(PortRules, ReachObjectsOfEveryType) {
     }
 }
 
-TEST(PortRules, UndeclaredNameIsReportedOnce) {
+TEST(PortRules, undeclared_name_is_reported_once) {
     Loaded store("<PORT_RULES><PORT NAME='p' NO_SUCH='1'><BAD/></PORT></PORT_RULES>");
     EXPECT_EQ(store.messages(), Messages{kUnknownP});
 }
 
-TEST(PortFields, NullObjectYieldsNoMessageAndReadsNothing) {
+TEST(PortFields, null_object_yields_no_message_and_reads_nothing) {
     KIVO_XML_ELEMENT never_touched;
     EXPECT_TRUE(process_port_fields(nullptr, never_touched).empty());
 }

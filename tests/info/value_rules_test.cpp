@@ -80,7 +80,7 @@ void expect_of(const std::vector<Kind>& kinds, const std::vector<Row>& rows) {
 
 }  // namespace
 
-TEST(ValueRules, AdmissionByTagAndKind) {
+TEST(ValueRules, admission_by_tag_and_kind) {
     expect_of(kPorts, {
                           {"<STATE V='1'/>", {{"1", "", "", 2}}, {}},
                           {"<FORCE_VALUE V='1'/>", {{"1", "", "", 6}}, {}},
@@ -104,7 +104,7 @@ TEST(ValueRules, AdmissionByTagAndKind) {
                        });
 }
 
-TEST(ValueRules, TagsThatNoKindAdmits) {
+TEST(ValueRules, tags_that_no_kind_admits) {
     for (const std::string tag : {"state", "Force_Value", "FORCE", "RULE", "V", "x:STATE"}) {
         const std::string sub = "<" + tag + " V='1'/>";
         expect_of({kHidden, kInput, kBuried, kInteger, kString, kMacro},
@@ -112,12 +112,12 @@ TEST(ValueRules, TagsThatNoKindAdmits) {
     }
 }
 
-TEST(ValueRules, RejectedSubElementsAreNotRead) {
+TEST(ValueRules, rejected_sub_elements_are_not_read) {
     expect_of({kInteger}, {{"<STATE V='1' BAD='1'><BAD/></STATE>", {}, {not_admitted("STATE")}}});
     expect_of({kInput}, {{"<VALUE_RULE><BAD/></VALUE_RULE>", {}, {not_admitted("VALUE_RULE")}}});
 }
 
-TEST(ValueRules, AttributesOfAState) {
+TEST(ValueRules, attributes_of_a_state) {
     expect_of(kPorts, {
                           {"<STATE V='1'/>", {{"1", "", "", 2}}, {}},
                           {"<STATE TO='1'/>", {{"1", "", "", 2}}, {}},
@@ -134,7 +134,7 @@ TEST(ValueRules, AttributesOfAState) {
                       });
 }
 
-TEST(ValueRules, AttributesOfAForcedValue) {
+TEST(ValueRules, attributes_of_a_forced_value) {
     expect_of({kHidden, kMacro, kInteger, kString},
               {
                   {"<FORCE_VALUE V='0'/>", {{"0", "", "", 2}}, {}},
@@ -154,7 +154,7 @@ TEST(ValueRules, AttributesOfAForcedValue) {
               });
 }
 
-TEST(ValueRules, AttributesOfAForcedRange) {
+TEST(ValueRules, attributes_of_a_forced_range) {
     expect_of(
         kParameters,
         {
@@ -182,7 +182,7 @@ TEST(ValueRules, AttributesOfAForcedRange) {
         });
 }
 
-TEST(ValueRules, AttributesOfAConstantRange) {
+TEST(ValueRules, attributes_of_a_constant_range) {
     expect_of(
         kPorts,
         {
@@ -197,7 +197,7 @@ TEST(ValueRules, AttributesOfAConstantRange) {
         });
 }
 
-TEST(ValueRules, LaterAttributeByNameOverwrites) {
+TEST(ValueRules, later_attribute_by_name_overwrites) {
     expect_of({kInput},
               {
                   {"<STATE V='1' TO='2' THEN='3'/>", {{"1", "", "", 2}}, {}},
@@ -208,7 +208,7 @@ TEST(ValueRules, LaterAttributeByNameOverwrites) {
               });
 }
 
-TEST(ValueRules, SubElementsOfAState) {
+TEST(ValueRules, sub_elements_of_a_state) {
     expect_of(
         kPorts,
         {
@@ -223,7 +223,7 @@ TEST(ValueRules, SubElementsOfAState) {
         });
 }
 
-TEST(ValueRules, SubElementsOfAForcedValue) {
+TEST(ValueRules, sub_elements_of_a_forced_value) {
     expect_of(kPorts, {{"<FORCE_VALUE><V>1</V><ELSE>0</ELSE><WHEN_CMD>c</WHEN_CMD></FORCE_VALUE>",
                         {{"1", "0", "c", 6}},
                         {}}});
@@ -236,7 +236,7 @@ TEST(ValueRules, SubElementsOfAForcedValue) {
                 {bad_sub_tag("MAX")}}});
 }
 
-TEST(ValueRules, SubElementsOfAForcedRange) {
+TEST(ValueRules, sub_elements_of_a_forced_range) {
     const auto expect_kind = [](const std::vector<Kind>& kinds, std::int32_t kind) {
         expect_of(kinds, {
                              {"<FORCE_RANGE><MAX>9</MAX><MIN>1</MIN><IF>c</IF></FORCE_RANGE>",
@@ -255,7 +255,7 @@ TEST(ValueRules, SubElementsOfAForcedRange) {
     expect_kind(kPorts, 7);
 }
 
-TEST(ValueRules, SubElementsOfAConstantRange) {
+TEST(ValueRules, sub_elements_of_a_constant_range) {
     expect_of(
         kPorts,
         {
@@ -269,7 +269,7 @@ TEST(ValueRules, SubElementsOfAConstantRange) {
         });
 }
 
-TEST(ValueRules, CommandConditionShutsOutWhatItsKindAdmitted) {
+TEST(ValueRules, command_condition_shuts_out_what_its_kind_admitted) {
     expect_of(
         kPorts,
         {
@@ -301,7 +301,7 @@ TEST(ValueRules, CommandConditionShutsOutWhatItsKindAdmitted) {
                 {bad_sub_tag("MAX")}}});
 }
 
-TEST(ValueRules, SubElementsComeAfterAttributesAndOverwrite) {
+TEST(ValueRules, sub_elements_come_after_attributes_and_overwrite) {
     expect_of(
         {kInput},
         {
@@ -317,7 +317,7 @@ TEST(ValueRules, SubElementsComeAfterAttributesAndOverwrite) {
         });
 }
 
-TEST(ValueRules, WithoutAValueNothingIsAddedOrReported) {
+TEST(ValueRules, without_a_value_nothing_is_added_or_reported) {
     expect_of(kPorts, {
                           {"<STATE/>", {}, {}},
                           {"<STATE>1</STATE>", {}, {}},
@@ -329,13 +329,13 @@ TEST(ValueRules, WithoutAValueNothingIsAddedOrReported) {
                       });
 }
 
-TEST(ValueRules, TextsAreKeptAsWritten) {
+TEST(ValueRules, texts_are_kept_as_written) {
     expect_of({kInput}, {{"<STATE V=' 1 ' IF=' a  &lt; b '/>", {{" 1 ", "", " a  < b ", 2}}, {}},
                          {"<STATE><V> 1\n</V></STATE>", {{" 1\n", "", "", 2}}, {}},
                          {"<STATE><V> </V></STATE>", {{" ", "", "", 2}}, {}}});
 }
 
-TEST(ValueRules, ConditionOfAValueRule) {
+TEST(ValueRules, condition_of_a_value_rule) {
     const std::string both = "( ( i) and ( t ) ) || ( !( i ) )";
     expect_of(
         kParameters,
@@ -368,7 +368,7 @@ TEST(ValueRules, ConditionOfAValueRule) {
         });
 }
 
-TEST(ValueRules, UnknownSubElementsOfAValueRuleAreReported) {
+TEST(ValueRules, unknown_sub_elements_of_a_value_rule_are_reported) {
     expect_of(
         kParameters,
         {
@@ -380,12 +380,12 @@ TEST(ValueRules, UnknownSubElementsOfAValueRuleAreReported) {
         });
 }
 
-TEST(ValueRules, AttributesOfAValueRuleAreIgnored) {
+TEST(ValueRules, attributes_of_a_value_rule_are_ignored) {
     expect_of({kInteger},
               {{"<VALUE_RULE IF='i' BAD='1'>own</VALUE_RULE>", {{"", "", "own", 4}}, {}}});
 }
 
-TEST(ValueRules, RulesStandInDocumentOrderBehindEarlierOnes) {
+TEST(ValueRules, rules_stand_in_document_order_behind_earlier_ones) {
     Loaded store(
         "<PARAMETERS><PARAMETER NAME='N' TYPE='INTEGER'><FORCE_VALUE V='1'/>"
         "<VALUE_RULE>two</VALUE_RULE><BAD/><FORCE_RANGE MAX='3'/></PARAMETER></PARAMETERS>"
