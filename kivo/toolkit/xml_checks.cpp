@@ -22,6 +22,9 @@ int digit_value(char digit, bool hexadecimal) {
 bool refers_to_nul(std::string_view rest) {
     const bool hexadecimal = !rest.empty() && rest.front() == 'x';
     rest.remove_prefix(hexadecimal ? 1 : 0);
+    if (rest.empty() || rest.front() == ';') {
+        return false;
+    }
     std::uint32_t code = 0;
     for (const char letter : rest) {
         if (letter == ';') {
@@ -50,14 +53,13 @@ constexpr InnerMarkup kInnerMarkup[] = {
 };
 // clang-format on
 
-// The end of the inner markup that begins at "begin": "begin" itself when none does, the end of
-// the text when it is not closed.
+// The end of the inner markup that begins at "begin": "begin" itself when none does, npos when it
+// is not closed.
 std::size_t end_of_inner_markup(std::string_view text, std::size_t begin) {
     for (const InnerMarkup& markup : kInnerMarkup) {
         if (text.substr(begin, markup.opening.size()) == markup.opening) {
             const std::size_t closing = text.find(markup.closing, begin + markup.opening.size());
-            return closing == std::string_view::npos ? text.size()
-                                                     : closing + markup.closing.size();
+            return closing == std::string_view::npos ? closing : closing + markup.closing.size();
         }
     }
     return begin;
@@ -101,6 +103,22 @@ private:
     std::size_t exclamation_;
     std::size_t question_;
 };
+
+// Follows the inner markup from "markup" on, which it advances, and returns the end of the one that
+// reaches beyond "at", or "at" itself when there is none.
+std::size_t skip_inner_markup(std::string_view text, std::size_t& markup, std::size_t at) {
+    for (;;) {
+        const std::size_t begin = find_inner_markup(text, markup);
+        if (begin > at) {
+            return at;
+        }
+        const std::size_t end = end_of_inner_markup(text, begin);
+        if (end > at) {
+            return end;
+        }
+        markup = end == begin ? begin + 2 : end;
+    }
+}
 
 std::size_t offset_of(const char* inside, const char* text) {
     return static_cast<std::size_t>(inside - text);
@@ -187,11 +205,19 @@ std::optional<XmlFinding> find_nul(std::string_view text) {
     if (byte != std::string_view::npos) {
         return XmlFinding{byte, "NUL byte"};
     }
+    // In comments, CDATA sections and processing instructions nothing is a reference; they are
+    // followed only once something looks like one.
+    std::size_t markup = 0;
     for (std::size_t at = text.find('&'); at != std::string_view::npos;
          at = text.find('&', at + 1)) {
-        if (text.substr(at + 1, 1) == "#" && refers_to_nul(text.substr(at + 2))) {
+        if (text.substr(at + 1, 1) != "#" || !refers_to_nul(text.substr(at + 2))) {
+            continue;
+        }
+        const std::size_t end = skip_inner_markup(text, markup, at);
+        if (end <= at) {
             return XmlFinding{at, "character reference to NUL"};
         }
+        at = end - 1;
     }
     return std::nullopt;
 }
@@ -203,12 +229,15 @@ bool has_blanks_beside_markup(std::string_view text) {
         bool has_blanks = at > 0 && is_white_space(text[at - 1]);
         std::size_t next = end_of_inner_markup(text, at);
         while (next != at) {
+            if (next == std::string_view::npos) {  // in an attribute value, or the parse fails
+                return true;
+            }
             at = skip_blanks(text, next);
             has_blanks = has_blanks || at != next;
             next = at == text.size() ? at : end_of_inner_markup(text, at);
         }
         if (at == begin) {  // a document type declaration
-            ++at;
+            at += 2;
             continue;
         }
         // Before a start tag the blanks stand in an element that has a sub-element.
