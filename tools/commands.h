@@ -1,0 +1,26 @@
+#pragma once
+
+#include <CLI/CLI.hpp>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "tools/terminal.h"
+
+// One sub-command: how it is called, and its work, which answers an ExitStatus.
+struct Command {
+    CLI::App* app = nullptr;
+    std::string usage;
+    std::function<int(Terminal&)> run;
+};
+
+// Accepts only these words, and names them when it gets another.
+inline CLI::Validator one_of(const std::vector<std::string>& words) {
+    return CLI::IsMember(words).description("");
+}
+
+// Each declares a sub-command with its options, in the file of its name.
+Command add_check(CLI::App& program);
+Command add_show(CLI::App& program);
+Command add_translate(CLI::App& program);
+Command add_value(CLI::App& program);

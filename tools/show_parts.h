@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+#include "kivo/kivo.h"
+#include "tools/page.h"
+
+// The parts of "kivo show", each leaving out what the description does not have.
+
+void show_parameters(Page& page, KIVO_INFO& info);
+void show_ports(Page& page, KIVO_INFO& info);
+void show_hidden_parameters(Page& page, KIVO_INFO& info);
+void show_macros(Page& page, KIVO_INFO& info);
+void show_wizard_maps(Page& page, KIVO_INFO& info);
+void show_vectors(Page& page, KIVO_INFO& info);
+void show_help_text(Page& page, KIVO_INFO& info);
+
+// "10 ns" for 10 in the scale "ns"; the number alone in a scale that is empty or has a number
+// itself.
+std::string with_unit(std::int32_t time, const std::string& scale);
+
+// The pieces of a conditional text, nested ones deeper.
+void show_conditional_text(Page& page, KIVO_CONDITIONAL_TEXT& text, std::size_t indent);
