@@ -104,20 +104,28 @@ private:
     std::size_t question_;
 };
 
-// Follows the inner markup from "markup" on, which it advances, and returns the end of the one that
-// reaches beyond "at", or "at" itself when there is none.
-std::size_t skip_inner_markup(std::string_view text, std::size_t& markup, std::size_t at) {
-    for (;;) {
-        const std::size_t begin = find_inner_markup(text, markup);
-        if (begin > at) {
-            return at;
-        }
-        const std::size_t end = end_of_inner_markup(text, begin);
+// The end of the inner markup that "at" stands in, or "at" itself when it stands in none. "markup"
+// is the next one to look at and moves on behind those that end before "at".
+std::size_t end_of_markup_around(std::string_view text, InnerMarkupFinder& finder,
+                                 std::size_t& markup, std::size_t at) {
+    while (markup < at) {
+        const std::size_t end = end_of_inner_markup(text, markup);
         if (end > at) {
             return end;
         }
-        markup = end == begin ? begin + 2 : end;
+        markup = finder.next(std::max(end, markup + 1));
     }
+    return at;
+}
+
+// The first place from "at" on of what looks like a reference to character 0, or npos.
+std::size_t find_nul_reference(std::string_view text, std::size_t at) {
+    at = text.find('&', at);
+    while (at != std::string_view::npos &&
+           (text.substr(at + 1, 1) != "#" || !refers_to_nul(text.substr(at + 2)))) {
+        at = text.find('&', at + 1);
+    }
+    return at;
 }
 
 std::size_t offset_of(const char* inside, const char* text) {
@@ -205,19 +213,19 @@ std::optional<XmlFinding> find_nul(std::string_view text) {
     if (byte != std::string_view::npos) {
         return XmlFinding{byte, "NUL byte"};
     }
-    // In comments, CDATA sections and processing instructions nothing is a reference; they are
-    // followed only once something looks like one.
-    std::size_t markup = 0;
-    for (std::size_t at = text.find('&'); at != std::string_view::npos;
-         at = text.find('&', at + 1)) {
-        if (text.substr(at + 1, 1) != "#" || !refers_to_nul(text.substr(at + 2))) {
-            continue;
+    std::size_t reference = find_nul_reference(text, 0);
+    if (reference == std::string_view::npos) {
+        return std::nullopt;
+    }
+    // In comments, CDATA sections and processing instructions nothing is a reference.
+    InnerMarkupFinder finder(text);
+    std::size_t markup = finder.next(0);
+    while (reference != std::string_view::npos) {
+        const std::size_t end = end_of_markup_around(text, finder, markup, reference);
+        if (end == reference) {
+            return XmlFinding{reference, "character reference to NUL"};
         }
-        const std::size_t end = skip_inner_markup(text, markup, at);
-        if (end <= at) {
-            return XmlFinding{at, "character reference to NUL"};
-        }
-        at = end - 1;
+        reference = find_nul_reference(text, end);
     }
     return std::nullopt;
 }
@@ -237,7 +245,7 @@ bool has_blanks_beside_markup(std::string_view text) {
             next = at == text.size() ? at : end_of_inner_markup(text, at);
         }
         if (at == begin) {  // a document type declaration
-            at += 2;
+            ++at;
             continue;
         }
         // Before a start tag the blanks stand in an element that has a sub-element.
