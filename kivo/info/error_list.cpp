@@ -1,4 +1,4 @@
-#include <iterator>
+#include <algorithm>
 #include <utility>
 
 #include "kivo/objects/info.h"
@@ -10,6 +10,12 @@ namespace {
 #define KIVO_MESSAGE_TEXT(name, id) id,
 constexpr const char* kIds[] = {KIVO_MESSAGE_IDS(KIVO_MESSAGE_TEXT)};
 #undef KIVO_MESSAGE_TEXT
+
+// Of message number "index" of "count"; nowhere for one that a host put in or has taken away.
+KIVO_LOADED::Origin origin_of(const KIVO_LOADED& loaded, std::size_t count, std::size_t index) {
+    const std::size_t known = std::min(count, loaded.origins.size());
+    return index < known ? loaded.origins[index] : KIVO_LOADED::Origin();
+}
 
 }  // namespace
 
@@ -45,13 +51,11 @@ std::string KIVO_INFO::get_next_error_message() {
 }
 
 KIVO_PLACE KIVO_INFO::get_error_place(std::size_t index) const {
-    return index < loaded_->origins.size() ? get_place(loaded_->origins[index].mark) : KIVO_PLACE();
+    return get_place(origin_of(*loaded_, error_list.size(), index).mark);
 }
 
 std::string KIVO_INFO::get_error_id(std::size_t index) const {
-    const auto id = index < loaded_->origins.size() ? loaded_->origins[index].id
-                                                    : KIVO_MESSAGE_ID::kHostMessage;
-    return kIds[static_cast<std::size_t>(id)];
+    return kIds[static_cast<std::size_t>(origin_of(*loaded_, error_list.size(), index).id)];
 }
 
 KIVO_PLACE KIVO_INFO::get_place(const KIVO_MARK& mark) const {
