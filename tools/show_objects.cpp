@@ -224,7 +224,7 @@ void show_parameters(Page& page, KIVO_INFO& info) {
 
 void show_ports(Page& page, KIVO_INFO& info) {
     show_objects(page, info, "Ports", kivo_is_port, port_cells,
-                 Table({"Name", "Type", "Width", "Usage", "Timing", "Period", "Default", "Initial",
+                 Table({"Name", "Type", "Width", "Usage", "Timing", "Period", "Default", "Init",
                         "High %", "Connection"}));
 }
 

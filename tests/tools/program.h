@@ -1,0 +1,53 @@
+#pragma once
+
+#include <filesystem>
+#include <map>
+#include <string>
+#include <vector>
+
+// The exit status of a run that was to obey permissions and could not be made to.
+constexpr int kCannotGiveUp = 125;
+
+// What one run of the program answered.
+struct RunResult {
+    int status = -1;  // exit status; -1 when it did not exit by itself
+    std::string out;
+    std::string err;
+};
+
+struct RunOptions {
+    std::string input = {};                               // what it reads from standard input
+    std::map<std::string, std::string> environment = {};  // besides a bare one
+    std::string directory = {};                           // where it runs; empty: here
+    std::string out_path = {};                            // standard output; empty: to us
+    std::string input_path = {};                          // standard input; empty: "input"
+    bool obeys_permissions = false;                       // those of files, superuser or not
+};
+
+RunResult run_kivo(const std::vector<std::string>& arguments, const RunOptions& options = {});
+
+// The path of one of the project's example descriptions.
+std::string example(const std::string& name);
+
+// A folder of its own for one test, removed with all that is in it.
+class TemporaryFolder {
+public:
+    TemporaryFolder();
+    ~TemporaryFolder();
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+
+    // Writes a file and returns its path.
+    std::string write(const std::string& name, const std::string& content) const;
+    std::string path(const std::string& name) const { return (folder_ / name).string(); }
+
+private:
+    std::filesystem::path folder_;
+};
+
+// A description with these sections.
+std::string with_sections(const std::string& sections);
+
+std::vector<std::string> lines_of(const std::string& text);
+// The lines that name a message: those that begin with "PATH:".
+std::vector<std::string> messages_in(const std::string& text, const std::string& path);
