@@ -18,7 +18,8 @@ struct Sections {
 void add_parameter(std::string& to, const std::string& n) {
     to += "    <PARAMETER NAME=\"PARAM_" + n + "\" TYPE=\"INTEGER\" VALUE=\"8\" LPM_HINT=\"ON\">\n";
     to += "      <FORCE_VALUE V=\"16\" IF=\"MODE_" + n + " gt 3\"/>\n";
-    to += "      <VALUE_RULE><IF>PARAM_" + n + " gt 8</IF><THEN>DEPTH lte 1024</THEN></VALUE_RULE>\n";
+    to +=
+        "      <VALUE_RULE><IF>PARAM_" + n + " gt 8</IF><THEN>DEPTH lte 1024</THEN></VALUE_RULE>\n";
     to += "    </PARAMETER>\n";
 }
 

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <benchmark/benchmark.h>
+
+#include <chrono>
+#include <cstddef>
+#include <functional>
+#include <stdexcept>
+
+// Does something so many times and returns the seconds that it took.
+using Work = std::function<double(std::size_t times)>;
+
+// The work of calling "body", timed as a whole.
+template <class Body>
+Work timed(Body body) {
+    return [body](std::size_t times) mutable {
+        const auto start = std::chrono::steady_clock::now();
+        for (std::size_t i = 0; i < times; ++i) {
+            body();
+        }
+        return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    };
+}
+
+// The work of calling "body", which returns the seconds that count.
+template <class Body>
+Work self_timed(Body body) {
+    return [body](std::size_t times) mutable {
+        double seconds = 0;
+        for (std::size_t i = 0; i < times; ++i) {
+            seconds += body();
+        }
+        return seconds;
+    };
+}
+
+class Stopwatch {
+public:
+    double seconds() const {
+        return std::chrono::duration<double>(std::chrono::steady_clock::now() - start_).count();
+    }
+
+private:
+    std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
+};
+
+// Medians over all rounds. The ratio is the median of the rounds' ratios, ours to theirs, which
+// other work on the machine disturbs less than it does the times.
+struct Comparison {
+    double ours = 0;
+    double theirs = 0;
+    double ratio = 0;
+};
+
+// Each round of the benchmark runs both, in changing order, each for at least "batch_seconds".
+Comparison compare(benchmark::State& state, const Work& ours, const Work& theirs,
+                   double batch_seconds);
+
+// The median time of one run.
+double measure(benchmark::State& state, const Work& work, double batch_seconds);
+
+// A measurement of something that did not do its work is worth nothing: ends the program.
+inline void require(bool is_good, const char* what) {
+    if (!is_good) {
+        throw std::runtime_error(what);
+    }
+}

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string>
+
+// Each parses the text, does nothing with it and frees what it made. A failed parse ends the
+// program.
+
+// In place, so it spoils the text.
+void parse_with_pugixml(std::string& text);
+// With handlers for elements and text that do nothing.
+void parse_with_expat(const std::string& text);
+void parse_with_tinyxml2(const std::string& text);
+void parse_with_libxml2(const std::string& text);

@@ -1,0 +1,31 @@
+#include <fstream>
+
+#include "description_generator.h"
+#include "elf_file.h"
+#include "processes.h"
+#include "settings.h"
+
+void register_start_up(const Settings& settings, Results& results) {
+    const std::string text = generate_description(settings.small_description);
+    const std::string path = (settings.folder / "start_up.xml").string();
+    std::ofstream(path, std::ios::binary) << text;
+    const std::string what = "process that loads " + format_size(text.size());
+    const double batch = settings.batch_seconds;
+    register_rounds(what.c_str(), settings.rounds, [=, &results](benchmark::State& state) {
+        const Work ours = timed([path] { run_program({KIVO_BENCH_LOAD, path}); });
+        const Work theirs = timed([] { run_program({KIVO_BENCH_EMPTY}); });
+        results.add_cost(what, "empty C++ process", compare(state, ours, theirs, batch), "<= 2 x");
+    });
+    register_rounds("start-up work", 1, [&results](benchmark::State& state) {
+        StartWork work;
+        for (auto round : state) {
+            static_cast<void>(round);
+            const Stopwatch watch;
+            work = read_start_work(KIVO_LIBRARY);
+            state.SetIterationTime(watch.seconds());
+        }
+        results.add_single("relocations of libkivo.so", std::to_string(work.relocations), "");
+        results.add_single("static constructors of libkivo.so", std::to_string(work.constructors),
+                           "0");
+    });
+}
