@@ -1,5 +1,6 @@
 #include "comparison.h"
 
+#include <time.h>
 #include <algorithm>
 #include <cmath>
 #include <vector>
@@ -32,6 +33,12 @@ double time_of_one(const Work& work, std::size_t times) {
 }
 
 }  // namespace
+
+double Stopwatch::now() {
+    timespec time{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
+}
 
 Comparison compare(benchmark::State& state, const Work& ours, const Work& theirs,
                    double batch_seconds) {

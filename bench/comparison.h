@@ -2,7 +2,6 @@
 
 #include <benchmark/benchmark.h>
 
-#include <chrono>
 #include <cstddef>
 #include <functional>
 #include <stdexcept>
@@ -10,22 +9,34 @@
 // Does something so many times and returns the seconds that it took.
 using Work = std::function<double(std::size_t times)>;
 
+// Counts what this thread itself computes, and the kernel for it: on a machine with other work that
+// tells far more than the time that passes.
+class Stopwatch {
+public:
+    double seconds() const { return now() - start_; }
+
+private:
+    static double now();
+
+    double start_ = now();
+};
+
 // The work of calling "body", timed as a whole.
 template <class Body>
 Work timed(Body body) {
     return [body](std::size_t times) mutable {
-        const auto start = std::chrono::steady_clock::now();
+        const Stopwatch watch;
         for (std::size_t i = 0; i < times; ++i) {
             body();
         }
-        return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+        return watch.seconds();
     };
 }
 
 // The work of calling "body", which returns the seconds that count.
 template <class Body>
 Work self_timed(Body body) {
-    return [body](std::size_t times) mutable {
+    return [body](std::size_t times) {
         double seconds = 0;
         for (std::size_t i = 0; i < times; ++i) {
             seconds += body();
@@ -33,16 +44,6 @@ Work self_timed(Body body) {
         return seconds;
     };
 }
-
-class Stopwatch {
-public:
-    double seconds() const {
-        return std::chrono::duration<double>(std::chrono::steady_clock::now() - start_).count();
-    }
-
-private:
-    std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
-};
 
 // Medians over all rounds. The ratio is the median of the rounds' ratios, ours to theirs, which
 // other work on the machine disturbs less than it does the times.

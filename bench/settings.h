@@ -7,9 +7,9 @@
 
 // How much to measure. The defaults are what the numbers in docs/performance.md were made with.
 struct Settings {
-    int rounds = 25;
+    int rounds = 101;
     int large_rounds = 7;  // of what takes a good part of a second
-    double batch_seconds = 0.005;
+    double batch_seconds = 0.001;
     std::size_t small_description = 32 * 1024;
     std::size_t large_description = 32 * 1024 * 1000;
     std::size_t included_files = 10000;
