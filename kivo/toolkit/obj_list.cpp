@@ -3,11 +3,11 @@
 KIVO_OBJ_LIST::~KIVO_OBJ_LIST() = default;
 
 void KIVO_OBJ_LIST::add_at_tail(KIVO_OBJ* object) {
-    // Most lists hold one or two items; three fit the smallest block of memory.
-    if (items_.capacity() == 0) {
-        items_.reserve(3);
+    if (few_size_ < kFew) {
+        few_[few_size_++] = object;
+    } else {
+        rest_.push_back(object);
     }
-    items_.push_back(object);
 }
 
 void KIVO_OBJ_LIST::reset() {
@@ -15,5 +15,8 @@ void KIVO_OBJ_LIST::reset() {
 }
 
 KIVO_OBJ* KIVO_OBJ_LIST::get_next_value() {
-    return cursor_ < items_.size() ? items_[cursor_++] : nullptr;
+    if (cursor_ < few_size_) {
+        return few_[cursor_++];
+    }
+    return cursor_ < few_size_ + rest_.size() ? rest_[cursor_++ - few_size_] : nullptr;
 }

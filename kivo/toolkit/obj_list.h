@@ -20,6 +20,12 @@ public:
     virtual KIVO_OBJ* get_next_value();
 
 private:
-    std::vector<KIVO_OBJ*> items_;
+    // Most lists hold one or two items, which then need no memory of their own; all that come
+    // after stand in rest_.
+    static constexpr std::size_t kFew = 2;
+
+    KIVO_OBJ* few_[kFew] = {};
+    std::size_t few_size_ = 0;
+    std::vector<KIVO_OBJ*> rest_;
     std::size_t cursor_ = 0;
 };
