@@ -1,4 +1,5 @@
 #include <memory>
+#include <utility>
 
 #include "kivo/info/reader.h"
 
@@ -25,7 +26,8 @@ bool is_condition_word(std::string_view word) {
 // each attribute and sub-element is reached: behind a WHEN_CMD no ELSE, MIN or MAX is accepted.
 class RangeReader {
 public:
-    RangeReader(KIVO_OBJ_INFO& object, std::int32_t kind) : object_(object), kind_(kind) {}
+    RangeReader(KIVO_OBJ_INFO& object, std::int32_t kind)
+        : object_(object), kind_(kind), element_(std::make_unique<KIVO_RULE_ELEMENT>()) {}
 
     void read(KIVO_XML_ELEMENT& range, KIVO_MESSAGE_LIST& messages) {
         MessageCollector collector(messages, range.mark());
@@ -42,9 +44,10 @@ public:
                          " is not a recognized sub-tag for parameters ");
             }
         }
-        if (!first_.empty()) {
-            object_.add_rule(new KIVO_RULE_ELEMENT(first_, second_, third_,
-                                                   final_kind(range.tag_name()), range.mark()));
+        if (!element_->text1.empty()) {
+            element_->rule_kind = final_kind(range.tag_name());
+            element_->mark = range.mark();
+            object_.add_rule(element_.release());
         }
     }
 
@@ -54,7 +57,7 @@ private:
     bool take_attribute(std::string_view name, std::string_view value) {
         const bool is_forced_range = kind_ == KIVO_RULE_FORCED_RANGE;
         if (is_value_word(name) && (!is_forced_range || kivo_is_parameter(object_.obj_type))) {
-            first_ = value;
+            element_->text1 = value;
             return true;
         }
         return take_limit(name, value, is_forced_range || kind_ == KIVO_RULE_CONSTANT_RANGE) ||
@@ -64,7 +67,7 @@ private:
     bool take_sub_element(std::string_view tag, std::string_view text) {
         const bool is_forced_range = kind_ == KIVO_RULE_FORCED_RANGE;
         if (is_value_word(tag) && !is_forced_range) {
-            first_ = text;
+            element_->text1 = text;
             return true;
         }
         return take_limit(tag, text, is_forced_range) || take_common(tag, text);
@@ -74,18 +77,18 @@ private:
         if (!has_limits || (word != "MAX" && word != "MIN")) {
             return false;
         }
-        (word == "MAX" ? first_ : second_) = text;
+        (word == "MAX" ? element_->text1 : element_->text2) = text;
         return true;
     }
 
     bool take_common(std::string_view word, std::string_view text) {
         if (is_condition_word(word)) {
-            third_ = text;
+            element_->text3 = text;
             kind_ = word == "WHEN_CMD" ? static_cast<std::int32_t>(KIVO_RULE_WHEN_CMD) : kind_;
             return true;
         }
         if (word == "ELSE" && kind_ == KIVO_RULE_FORCED_VALUE) {
-            second_ = text;
+            element_->text2 = text;
             return true;
         }
         return false;
@@ -103,20 +106,19 @@ private:
 
     KIVO_OBJ_INFO& object_;
     std::int32_t kind_;
-    std::string first_;
-    std::string second_;
-    std::string third_;
+    std::unique_ptr<KIVO_RULE_ELEMENT> element_;
 };
 
 // The condition that holds when "condition" is false or "consequence" holds, and otherwise
 // "alternative". No blank stands behind the condition in the inner text: hosts match on it.
 std::string implication(const std::string& condition, const std::string& consequence,
                         const std::string& alternative) {
-    const std::string inner = compose("( ", condition, ") and ( ", consequence, " )");
     if (alternative.empty()) {
-        return compose("( ", inner, " ) || ( !( ", condition, " ) )");
+        return compose("( ( ", condition, ") and ( ", consequence, " ) ) || ( !( ", condition,
+                       " ) )");
     }
-    return compose("( ", inner, " ) || ( !( ", condition, " ) and ( ", alternative, " ) )");
+    return compose("( ( ", condition, ") and ( ", consequence, " ) ) || ( !( ", condition,
+                   " ) and ( ", alternative, " ) )");
 }
 
 void read_value_rule(KIVO_OBJ_INFO& object, KIVO_XML_ELEMENT& rule, KIVO_MESSAGE_LIST& messages) {
@@ -142,7 +144,10 @@ void read_value_rule(KIVO_OBJ_INFO& object, KIVO_XML_ELEMENT& rule, KIVO_MESSAGE
         condition = implication(if_text, then_text, else_text);
     }
     if (!condition.empty()) {
-        object.add_rule(new KIVO_RULE_ELEMENT("", "", condition, KIVO_RULE_REQUIRED, rule.mark()));
+        auto element =
+            std::make_unique<KIVO_RULE_ELEMENT>("", "", "", KIVO_RULE_REQUIRED, rule.mark());
+        element->text3 = std::move(condition);
+        object.add_rule(element.release());
     }
 }
 

@@ -26,11 +26,11 @@ bool comes_before(const KIVO_XML_ATTRIBUTE& left, const KIVO_XML_ATTRIBUTE& righ
 
 // Puts the attribute behind all that do not come after it; one of the same name takes its value.
 void insert_in_order(std::vector<KIVO_XML_ATTRIBUTE>& sorted, const KIVO_XML_ATTRIBUTE& added) {
-    auto place = sorted.end();
-    while (place != sorted.begin()) {
-        const int order = LESS_C_STRING::compare((place - 1)->name, added.name);
+    std::size_t place = sorted.size();
+    while (place != 0) {
+        const int order = LESS_C_STRING::compare(sorted[place - 1].name, added.name);
         if (order == 0) {
-            (place - 1)->value = added.value;
+            sorted[place - 1].value = added.value;
             return;
         }
         if (order < 0) {
@@ -38,7 +38,10 @@ void insert_in_order(std::vector<KIVO_XML_ATTRIBUTE>& sorted, const KIVO_XML_ATT
         }
         --place;
     }
-    sorted.insert(place, added);
+    sorted.push_back(added);
+    std::move_backward(sorted.begin() + static_cast<std::ptrdiff_t>(place), sorted.end() - 1,
+                       sorted.end());
+    sorted[place] = added;
 }
 
 void sort_and_merge(std::vector<KIVO_XML_ATTRIBUTE>& attributes) {
