@@ -130,6 +130,7 @@ void FileLoader::parse_and_read(KIVO_XML_FILE_INPUT_SOURCE& source, const std::s
         info_.post(
             {KIVO_MESSAGE_ID::kNoRoot, whole_file, "Root tag in XML rules file should be ROOT"});
     } else if (parser.root_element()->tag_name() == "ROOT") {
+        parser.walk_once();
         read_sections(*parser.root_element(), link);
     }
     for (const auto& message : parser.error_handler().messages()) {

@@ -125,7 +125,10 @@ KIVO_XML_ELEMENT* KIVO_XML_ELEMENT::get_first_sub_element() {
 }
 
 KIVO_XML_ELEMENT* KIVO_XML_ELEMENT::get_next_sub_element() {
-    return stand_on(next_element(pugi::xml_node(child_).next_sibling()).internal_object());
+    pugi::xml_node_struct* const passed = child_;
+    const pugi::xml_node next = next_element(pugi::xml_node(passed).next_sibling());
+    document_->release(passed);
+    return stand_on(next.internal_object());
 }
 
 bool KIVO_XML_ELEMENT::has_sub_elements() const {
@@ -143,6 +146,17 @@ KIVO_XML_ELEMENT* KIVO_XML_DOCUMENT::stand_on_root(pugi::xml_node_struct* root, 
     text_ = text;
     file_ = file;
     return stand_on(0, root);
+}
+
+void KIVO_XML_DOCUMENT::release(pugi::xml_node_struct* passed) {
+    if (!releases_) {
+        return;
+    }
+    const pugi::xml_node node(passed);
+    // The parser would descend into sub-elements that nobody walked, however deep they are.
+    if (!node.first_child()) {
+        node.parent().remove_child(node);
+    }
 }
 
 KIVO_XML_ELEMENT* KIVO_XML_DOCUMENT::stand_on(std::size_t depth, pugi::xml_node_struct* node) {

@@ -102,12 +102,19 @@ public:
     KIVO_XML_ELEMENT* stand_on_root(pugi::xml_node_struct* root, const char* text,
                                     std::uint32_t file);
 
+    // From now on each element goes as soon as the walk over its siblings has moved on and all of
+    // its own sub-elements are gone, so that no walk can be repeated.
+    void release_behind_walk() { releases_ = true; }
+
 private:
     friend class KIVO_XML_ELEMENT;
+
+    void release(pugi::xml_node_struct* passed);
 
     KIVO_XML_ELEMENT* stand_on(std::size_t depth, pugi::xml_node_struct* node);
 
     const char* text_ = nullptr;
     std::uint32_t file_ = 0;
+    bool releases_ = false;
     std::deque<KIVO_XML_ELEMENT> elements_;
 };

@@ -62,6 +62,14 @@ KIVO_XML_SAX_PARSER::KIVO_XML_SAX_PARSER() : tree_(std::make_unique<Tree>()) {}
 
 KIVO_XML_SAX_PARSER::~KIVO_XML_SAX_PARSER() = default;
 
+void KIVO_XML_SAX_PARSER::walk_once() {
+    // What a small document takes is not worth the time.
+    constexpr std::size_t kLarge = 1024 * 1024;
+    if (tree_->text.size >= kLarge) {
+        tree_->walk.release_behind_walk();
+    }
+}
+
 void KIVO_XML_SAX_PARSER::report(const std::string& source_name, std::size_t offset,
                                  const std::string& what) {
     const LineTable::Position at = lines_.locate(offset);

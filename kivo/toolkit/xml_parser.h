@@ -47,6 +47,10 @@ public:
     // The document's root, null when it has none or the parse failed.
     KIVO_XML_ELEMENT* root_element() { return root_; }
 
+    // For a document that is walked once: lets a large one shrink behind the walk. What the walk
+    // leaves is of no use then, nor is a second walk.
+    void walk_once();
+
     KIVO_XML_SAX_ERROR_HANDLER& error_handler() { return errors_; }
 
     // Where the lines of the document begin.
