@@ -49,7 +49,7 @@ private:
 
 // INCLUDE is not among them: its reader works on the list of the file at hand.
 // clang-format off
-const FileLoader::SectionRow FileLoader::kSections[] = {
+constexpr FileLoader::SectionRow FileLoader::kSections[] = {
     { "CUSTOM_VECTORS",       &KIVO_INFO::process_vector_stimulus   },
     { "FUNCTION_INFORMATION", &KIVO_INFO::process_function_info     },
     { "HIDDEN_PARAMETERS",    &KIVO_INFO::process_hidden_parameters },
