@@ -238,17 +238,7 @@ TEST(Include, cycle_is_over_with_its_load) {
     EXPECT_EQ(rules_of(store.info), "a a ");
 }
 
-TEST(Include, chain_of_ten_thousand_files_loads) {
-    constexpr int kCount = 10000;
-    const TemporaryFolder folder;
-    write_chain(folder, kCount);
-    LoadedStore store;
-    EXPECT_TRUE(store.info.process_xml_file(folder.path("0")));
-    EXPECT_EQ(store.messages(), Messages());
-    EXPECT_EQ(count_rules(store.info), static_cast<std::size_t>(kCount));
-}
-
-TEST(Include, chain_of_ten_thousand_files_needs_neither_stack_nor_descriptors) {
+TEST(Include, chain_of_ten_thousand_files_loads_with_a_small_stack_and_few_descriptors) {
     constexpr int kCount = 10000;
     struct Load {
         TemporaryFolder folder;
