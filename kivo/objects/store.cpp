@@ -38,10 +38,8 @@ KIVO_INFO::KIVO_INFO() : loaded_(std::make_unique<KIVO_LOADED>()) {}
 
 KIVO_INFO::~KIVO_INFO() {
     delete html_text;
-    std::string key;
-    object_map.reset();
-    while (KIVO_OBJ* object = object_map.get_next_entry(key)) {
-        delete object;
+    for (const KIVO_OBJ_MAP::Entry& entry : object_map.entries_) {
+        delete entry.object;
     }
     delete_all(fn_rule_list);
     delete_all(message_list);
@@ -53,7 +51,10 @@ KIVO_OBJ_INFO* KIVO_INFO::add_kivo_object(const std::string& name, KIVO_OBJ_TYPE
 
 KIVO_OBJ_INFO* KIVO_INFO::add_object_at(const std::string& name, KIVO_OBJ_TYPE type,
                                         KIVO_MARK mark) {
-    if (KIVO_OBJ_INFO* found = get_kivo_obj(name)) {
+    // An unknown type makes no object, so it must not make an entry either.
+    KIVO_OBJ* known = type == KIVO_OBJ_UNKNOWN ? get_kivo_obj(name) : nullptr;
+    KIVO_OBJ*& place = type == KIVO_OBJ_UNKNOWN ? known : object_map.place_of(name);
+    if (auto* found = dynamic_cast<KIVO_OBJ_INFO*>(place)) {
         if (type == KIVO_OBJ_UNKNOWN || type == found->obj_type) {
             return found;
         }
@@ -69,7 +70,7 @@ KIVO_OBJ_INFO* KIVO_INFO::add_object_at(const std::string& name, KIVO_OBJ_TYPE t
     }
     auto* object = new KIVO_OBJ_INFO(name, type);
     object->mark = mark;
-    object_map.set_at(name, object);
+    place = object;
     return object;
 }
 

@@ -44,19 +44,22 @@ KIVO_OBJ* KIVO_OBJ_MAP::look_up(const std::string& key) const {
     return found == 0 ? nullptr : entries_[found - 1].object;
 }
 
-void KIVO_OBJ_MAP::set_at(const std::string& key, KIVO_OBJ* object) {
+KIVO_OBJ*& KIVO_OBJ_MAP::place_of(const std::string& key) {
     // A quarter of the buckets stays free, so that every probe ends soon.
     if ((entries_.size() + 1) * 4 > buckets_.size() * 3) {
         grow();
     }
     const std::uint32_t hash = hash_of(key);
     std::uint32_t& bucket = buckets_[find_bucket(key, hash)];
-    if (bucket != 0) {
-        entries_[bucket - 1].object = object;
-        return;
+    if (bucket == 0) {
+        entries_.push_back({key, nullptr, hash});
+        bucket = static_cast<std::uint32_t>(entries_.size());
     }
-    entries_.push_back({key, object, hash});
-    bucket = static_cast<std::uint32_t>(entries_.size());
+    return entries_[bucket - 1].object;
+}
+
+void KIVO_OBJ_MAP::set_at(const std::string& key, KIVO_OBJ* object) {
+    place_of(key) = object;
 }
 
 void KIVO_OBJ_MAP::reset() {

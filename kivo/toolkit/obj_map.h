@@ -24,12 +24,16 @@ public:
     KIVO_OBJ* get_next_entry(std::string& key);
 
 private:
+    friend class KIVO_INFO;
+
     struct Entry {
         std::string key;
         KIVO_OBJ* object;
         std::uint32_t hash;
     };
 
+    // Where the key's record is stored, to be written: null for a new key, which is added.
+    KIVO_LOCAL KIVO_OBJ*& place_of(const std::string& key);
     // The bucket that holds the key's entry, or the free one where it belongs.
     KIVO_LOCAL std::size_t find_bucket(const std::string& key, std::uint32_t hash) const;
     KIVO_LOCAL void grow();
