@@ -115,9 +115,23 @@ const std::vector<KIVO_XML_ATTRIBUTE>& KIVO_XML_ELEMENT::attributes() {
     return attributes_;
 }
 
+void KIVO_XML_ELEMENT::be_at(pugi::xml_node_struct* node) {
+    node_ = node;
+    child_ = nullptr;
+    tag_name_ = pugi::xml_node(node).name();
+    attributes_are_read_ = false;
+}
+
 KIVO_XML_ELEMENT* KIVO_XML_ELEMENT::stand_on(pugi::xml_node_struct* child) {
     child_ = child;
-    return child == nullptr ? nullptr : document_->stand_on(depth_ + 1, child);
+    if (child == nullptr) {
+        return nullptr;
+    }
+    if (below_ == nullptr) {
+        below_ = document_->add_element();
+    }
+    below_->be_at(child);
+    return below_;
 }
 
 KIVO_XML_ELEMENT* KIVO_XML_ELEMENT::get_first_sub_element() {
@@ -145,7 +159,9 @@ KIVO_XML_ELEMENT* KIVO_XML_DOCUMENT::stand_on_root(pugi::xml_node_struct* root, 
                                                    std::uint32_t file) {
     text_ = text;
     file_ = file;
-    return stand_on(0, root);
+    KIVO_XML_ELEMENT* element = add_element();
+    element->be_at(root);
+    return element;
 }
 
 void KIVO_XML_DOCUMENT::release(pugi::xml_node_struct* passed) {
@@ -159,16 +175,8 @@ void KIVO_XML_DOCUMENT::release(pugi::xml_node_struct* passed) {
     }
 }
 
-KIVO_XML_ELEMENT* KIVO_XML_DOCUMENT::stand_on(std::size_t depth, pugi::xml_node_struct* node) {
-    if (depth == elements_.size()) {
-        KIVO_XML_ELEMENT& added = elements_.emplace_back();
-        added.document_ = this;
-        added.depth_ = depth;
-    }
-    KIVO_XML_ELEMENT& element = elements_[depth];
-    element.node_ = node;
-    element.child_ = nullptr;
-    element.tag_name_ = pugi::xml_node(node).name();
-    element.attributes_are_read_ = false;
-    return &element;
+KIVO_XML_ELEMENT* KIVO_XML_DOCUMENT::add_element() {
+    KIVO_XML_ELEMENT& added = elements_.emplace_back();
+    added.document_ = this;
+    return &added;
 }

@@ -52,10 +52,11 @@ public:
 private:
     friend class KIVO_XML_DOCUMENT;
 
+    void be_at(pugi::xml_node_struct* node);
     KIVO_XML_ELEMENT* stand_on(pugi::xml_node_struct* child);
 
     KIVO_XML_DOCUMENT* document_ = nullptr;
-    std::size_t depth_ = 0;
+    KIVO_XML_ELEMENT* below_ = nullptr;  // that of the next depth, null until a walk reached it
     pugi::xml_node_struct* node_ = nullptr;
     pugi::xml_node_struct* child_ = nullptr;
     std::string_view tag_name_;
@@ -111,7 +112,7 @@ private:
 
     void release(pugi::xml_node_struct* passed);
 
-    KIVO_XML_ELEMENT* stand_on(std::size_t depth, pugi::xml_node_struct* node);
+    KIVO_XML_ELEMENT* add_element();
 
     const char* text_ = nullptr;
     std::uint32_t file_ = 0;
