@@ -1,0 +1,152 @@
+#include "tools/doc/help_text.h"
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "tools/text_escape.h"
+
+namespace {
+
+bool is_blank_line(std::string_view line) {
+    return line.find_first_not_of(" \t\r") == std::string_view::npos;
+}
+
+// Takes the next line, without its end, from a text that is not empty.
+std::string_view take_line(std::string_view& text) {
+    const std::size_t end = std::min(text.find('\n'), text.size());
+    const std::string_view line = text.substr(0, end);
+    text.remove_prefix(std::min(end + 1, text.size()));
+    return line;
+}
+
+struct Branch {
+    const std::string& text;
+    KIVO_CONDITIONAL_TEXT* sub;
+
+    bool is_empty() const { return sub == nullptr && text.empty(); }
+};
+
+// Walks the tree of texts with a list of what is still to be done in place of recursion.
+class HelpWriter {
+public:
+    explicit HelpWriter(HtmlWriter& html) : html_(html) {}
+
+    void write(KIVO_CONDITIONAL_TEXT* sequence);
+
+private:
+    enum class Step { kSequence, kPiece, kElse, kClose };
+    struct Task {
+        Step step;
+        KIVO_CONDITIONAL_TEXT* text;
+    };
+
+    void perform(const Task& task);
+    void plan_pieces(KIVO_CONDITIONAL_TEXT& sequence);
+    void write_piece(KIVO_CONDITIONAL_TEXT& piece);
+    void write_branch(const Branch& branch);
+    void open_branch(std::string_view lead, std::string_view condition);
+
+    HtmlWriter& html_;
+    std::vector<Task> tasks_;  // the next one last
+};
+
+void HelpWriter::write(KIVO_CONDITIONAL_TEXT* sequence) {
+    tasks_.push_back({Step::kSequence, sequence});
+    while (!tasks_.empty()) {
+        const Task task = tasks_.back();
+        tasks_.pop_back();
+        perform(task);
+    }
+}
+
+void HelpWriter::perform(const Task& task) {
+    switch (task.step) {
+        case Step::kSequence:
+            plan_pieces(*task.text);
+            break;
+        case Step::kPiece:
+            write_piece(*task.text);
+            break;
+        case Step::kElse:
+            open_branch("Otherwise", "");
+            write_branch({task.text->else_text, task.text->else_sub});
+            break;
+        case Step::kClose:
+            html_.close();
+            break;
+    }
+}
+
+void HelpWriter::plan_pieces(KIVO_CONDITIONAL_TEXT& sequence) {
+    const auto first = static_cast<std::ptrdiff_t>(tasks_.size());
+    sequence.text_elements.reset();
+    while (KIVO_CONDITIONAL_TEXT* piece = sequence.get_next_text_element()) {
+        tasks_.push_back({Step::kPiece, piece});
+    }
+    std::reverse(tasks_.begin() + first, tasks_.end());
+}
+
+void HelpWriter::write_branch(const Branch& branch) {
+    if (branch.sub != nullptr) {
+        tasks_.push_back({Step::kSequence, branch.sub});
+    } else {
+        write_paragraphs(html_, branch.text);
+    }
+}
+
+void HelpWriter::open_branch(std::string_view lead, std::string_view condition) {
+    html_.open("div", {{"class", "branch"}});
+    tasks_.push_back({Step::kClose, nullptr});
+    const HtmlScope line(html_, "p", {{"class", "condition"}});
+    html_.text(lead);
+    if (!condition.empty()) {
+        html_.text(" ");
+        html_.element("code", join_lines(condition));
+    }
+}
+
+void HelpWriter::write_piece(KIVO_CONDITIONAL_TEXT& piece) {
+    const Branch then_branch = {piece.then_text, piece.then_sub};
+    const Branch else_branch = {piece.else_text, piece.else_sub};
+    if (piece.condition.empty()) {
+        write_branch(then_branch);
+        return;
+    }
+    if (then_branch.is_empty()) {
+        if (!else_branch.is_empty()) {
+            open_branch("Unless", piece.condition);
+            write_branch(else_branch);
+        }
+        return;
+    }
+    if (!else_branch.is_empty()) {
+        tasks_.push_back({Step::kElse, &piece});
+    }
+    open_branch("If", piece.condition);
+    write_branch(then_branch);
+}
+
+}  // namespace
+
+void write_help_text(HtmlWriter& html, KIVO_CONDITIONAL_TEXT* sequence) {
+    if (sequence != nullptr) {
+        HelpWriter(html).write(sequence);
+    }
+}
+
+void write_paragraphs(HtmlWriter& html, std::string_view text) {
+    while (!text.empty()) {
+        std::string paragraph;
+        while (!text.empty()) {
+            const std::string_view line = take_line(text);
+            if (is_blank_line(line)) {
+                break;
+            }
+            paragraph.append(line).append("\n");
+        }
+        if (!paragraph.empty()) {
+            html.element("p", join_lines(paragraph));
+        }
+    }
+}

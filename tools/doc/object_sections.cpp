@@ -1,0 +1,209 @@
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <string_view>
+
+#include "tools/doc/block_symbol.h"
+#include "tools/doc/sections.h"
+#include "tools/doc/table.h"
+#include "tools/doc/value_rules.h"
+#include "tools/text_escape.h"
+
+namespace {
+
+std::vector<std::string> split_values(const std::string& text) {
+    std::vector<std::string> values;
+    std::size_t start = 0;
+    while (start <= text.size()) {
+        const std::size_t end = std::min(text.find(';', start), text.size());
+        values.push_back(text.substr(start, end - start));
+        start = end + 1;
+    }
+    return values;
+}
+
+// The value that a parameter has when nobody sets it: one of its values where an index says so.
+std::string default_of(const KIVO_OBJ_INFO& parameter) {
+    const std::vector<std::string> values = split_values(parameter.value_array);
+    const auto index = static_cast<std::size_t>(parameter.default_index);
+    return parameter.default_index >= 0 && index < values.size() ? values[index]
+                                                                 : parameter.default_value;
+}
+
+// The values to choose from; none when there is no choice.
+std::string value_list(const KIVO_OBJ_INFO& parameter) {
+    const std::vector<std::string> values = split_values(parameter.value_array);
+    std::string markup;
+    for (const std::string& value : values) {
+        markup += (markup.empty() ? "" : ", ") + code_cell(value);
+    }
+    return values.size() > 1 ? markup : std::string();
+}
+
+std::string connection_of(const KIVO_OBJ_INFO& object) {
+    switch (object.cnx_type) {
+        case 0:
+            return "private";
+        case 1:
+            return "constant";
+        case 2:
+            return "used port";
+        default:
+            return "";
+    }
+}
+
+std::string direction_of(const KIVO_OBJ_INFO& port) {
+    switch (port.obj_type) {
+        case KIVO_OBJ_INPUT_PORT:
+            return "input";
+        case KIVO_OBJ_OUTPUT_PORT:
+            return "output";
+        case KIVO_OBJ_BIDIR_PORT:
+            return "bidirectional";
+        default:
+            return "buried";
+    }
+}
+
+std::string width_of(const KIVO_OBJ_INFO& port) {
+    const std::string width = port.port_width.empty() ? "1" : port.port_width;
+    const std::string second =
+        port.port_width2d.empty() ? "" : " \u00D7 " + code_cell(port.port_width2d);
+    return code_cell(width) + second;
+}
+
+std::string usage_of(const KIVO_OBJ_INFO& port) {
+    switch (port.usage_state) {
+        case KIVO_USAGE_UNUSED:
+            return "unused";
+        case KIVO_USAGE_VARIABLE:
+            return "variable";
+        case KIVO_USAGE_CONSTANT:
+            return "constant";
+        default:
+            return "used";
+    }
+}
+
+std::string timing_of(const KIVO_OBJ_INFO& port) {
+    if (port.is_clock()) {
+        return port.clock_period.empty() ? "clock"
+                                         : "clock, period " + code_cell(port.clock_period);
+    }
+    if (port.obj_type != KIVO_OBJ_INPUT_PORT) {
+        return "";
+    }
+    return port.is_async() ? "asynchronous" : "synchronous";
+}
+
+// How often vectors drive an input high; other ports are not driven.
+std::string probability_of(const KIVO_OBJ_INFO& port) {
+    const bool is_driven = !port.is_clock() && (port.obj_type == KIVO_OBJ_INPUT_PORT ||
+                                                port.obj_type == KIVO_OBJ_BIDIR_PORT);
+    return is_driven ? fmt::format("{} %", port.high_probability) : "";
+}
+
+void write_map_facts(HtmlWriter& html, const KIVO_WIZARD_MAP& map) {
+    FactList facts;
+    facts.add("Map", code_cell(map.name));
+    facts.add("Module", code_cell(map.module_name));
+    facts.add("Applies", map.condition == nullptr
+                             ? "always"
+                             : "when " + code_cell(join_lines(map.condition->text3)));
+    facts.add("Constants", map.map_constants ? "mapped" : "not mapped");
+    facts.add("Used ports", map.map_used_ports ? "mapped" : "not mapped");
+    facts.write(html);
+}
+
+void write_map_objects(HtmlWriter& html, KIVO_WIZARD_MAP& map) {
+    HtmlTable table("objects", "Objects of the wizard map " + map.name,
+                    {"Name", "Kind", "Default", "Values", "Width", "Use", "Value rules"});
+    map.obj_map.reset();
+    while (KIVO_OBJ_INFO* object = map.get_next_kivo_obj()) {
+        const bool is_port = kivo_is_port(object->obj_type);
+        const bool is_integer = object->obj_type == KIVO_OBJ_INTEGER_PARAMETER;
+        table.add_row({code_cell(object->name),
+                       is_port      ? direction_of(*object) + " port"
+                       : is_integer ? "integer parameter"
+                                    : "string parameter",
+                       code_cell(default_of(*object)), value_list(*object),
+                       is_port ? width_of(*object) : "", is_port ? usage_of(*object) : "",
+                       value_rule_list(*object)});
+    }
+    table.write(html);
+}
+
+}  // namespace
+
+void write_symbol(HtmlWriter& html, DocSource& source) {
+    if (!has_symbol(source.ports)) {
+        return;
+    }
+    const HtmlScope figure(html, "figure");
+    {
+        const HtmlScope frame(html, "div",
+                              {{"class", "scroll picture"},
+                               {"role", "region"},
+                               {"aria-label", "Block symbol"},
+                               {"tabindex", "0"}});
+        write_block_symbol(html, source.function, source.ports);
+    }
+    html.element("figcaption",
+                 "Arrows show directions, thick lines buses with their widths, triangles clocks; "
+                 "dashed ports are not used by default.");
+}
+
+void write_parameters(HtmlWriter& html, DocSource& source) {
+    HtmlTable table("objects", "Parameters",
+                    {"Name", "Type", "Default", "Values", "Connection", "Hint", "Value rules"});
+    for (KIVO_OBJ_INFO* parameter : source.parameters) {
+        const bool is_integer = parameter->obj_type == KIVO_OBJ_INTEGER_PARAMETER;
+        table.add_row({code_cell(parameter->name), is_integer ? "integer" : "string",
+                       code_cell(default_of(*parameter)), value_list(*parameter),
+                       connection_of(*parameter), parameter->is_lpm_hint() ? "yes" : "",
+                       value_rule_list(*parameter)});
+    }
+    table.write(html);
+}
+
+void write_ports(HtmlWriter& html, DocSource& source) {
+    HtmlTable table("objects", "Ports",
+                    {"Name", "Direction", "Width", "Use", "Timing", "Default", "Initial", "High",
+                     "Connection", "Value rules"});
+    for (KIVO_OBJ_INFO* port : source.ports) {
+        table.add_row({code_cell(port->name), direction_of(*port), width_of(*port), usage_of(*port),
+                       timing_of(*port), code_cell(port->default_value),
+                       code_cell(port->initial_vec_state), probability_of(*port),
+                       connection_of(*port), value_rule_list(*port)});
+    }
+    table.write(html);
+}
+
+void write_hidden_parameters(HtmlWriter& html, DocSource& source) {
+    HtmlTable table("objects", "Hidden parameters", {"Name", "Value", "Value rules"});
+    for (KIVO_OBJ_INFO* parameter : source.hidden_parameters) {
+        table.add_row({code_cell(parameter->name), code_cell(parameter->default_value),
+                       value_rule_list(*parameter)});
+    }
+    table.write(html);
+}
+
+void write_macros(HtmlWriter& html, DocSource& source) {
+    HtmlTable table("objects", "Macros", {"Name", "Arguments", "Definition"});
+    for (const KIVO_OBJ_INFO* macro : source.macros) {
+        table.add_row({code_cell(macro->name), code_cell(macro->arguments),
+                       code_cell(join_lines(macro->value_array))});
+    }
+    table.write(html);
+}
+
+void write_wizard_maps(HtmlWriter& html, DocSource& source) {
+    source.info.reset_wizard_map_map();
+    while (KIVO_WIZARD_MAP* map = source.info.get_next_wizard_map()) {
+        const HtmlScope article(html, "article");
+        html.element("h3", map->wizard_name.empty() ? map->name : map->wizard_name);
+        write_map_facts(html, *map);
+        write_map_objects(html, *map);
+    }
+}

@@ -1,0 +1,118 @@
+#include "tools/doc/style.h"
+
+const std::string_view kStyleSheet = R"css(
+:root {
+  color-scheme: light dark;
+  --paper: #ffffff;
+  --panel: #f4f6f9;
+  --ink: #1b2330;
+  --quiet: #566176;
+  --line: #d3dae4;
+  --accent: #1f5fbf;
+  --error: #b3261e;
+  --critical: #a14400;
+  --warning: #7d6000;
+  --info: #1f5fbf;
+}
+@media (prefers-color-scheme: dark) {
+  :root {
+    --paper: #12161d;
+    --panel: #1c222c;
+    --ink: #e4e9f1;
+    --quiet: #9fabbd;
+    --line: #364151;
+    --accent: #82b1ff;
+    --error: #ff8a80;
+    --critical: #ffab70;
+    --warning: #e8c547;
+    --info: #82b1ff;
+  }
+}
+* { box-sizing: border-box; }
+html { -webkit-text-size-adjust: 100%; text-size-adjust: 100%; }
+body {
+  margin: 0 auto;
+  padding: 1.5rem 1.25rem 4rem;
+  max-width: 72rem;
+  background: var(--paper);
+  color: var(--ink);
+  font: 1rem/1.5 system-ui, -apple-system, "Segoe UI", Roboto, "Liberation Sans", sans-serif;
+  overflow-wrap: anywhere;
+}
+h1, h2, h3 { line-height: 1.25; text-wrap: balance; }
+h1 { margin: 0; font-size: 2rem; }
+h2 { margin: 2.5rem 0 0.75rem; padding-bottom: 0.3rem; border-bottom: 2px solid var(--line); font-size: 1.4rem; }
+h3 { margin: 1.5rem 0 0.5rem; font-size: 1.1rem; }
+p { margin: 0.5rem 0; max-width: 46rem; }
+a { color: var(--accent); }
+code, .symbol text { font-family: ui-monospace, "SF Mono", Menlo, Consolas, "Liberation Mono", monospace; }
+code { font-size: 0.9em; white-space: pre-wrap; }
+header { padding-bottom: 1rem; border-bottom: 4px solid var(--accent); }
+.subtitle { margin: 0.25rem 0; font-size: 1.15rem; }
+.origin { margin: 0; color: var(--quiet); font-size: 0.9rem; }
+nav { margin: 1.25rem 0; padding: 0.75rem 1rem; border-radius: 6px; background: var(--panel); }
+nav h2 { margin: 0 0 0.4rem; padding: 0; border: 0; font-size: 1rem; }
+nav ol { margin: 0; padding-left: 1.5rem; columns: 3 13rem; }
+nav li { padding: 0.1rem 0; }
+article + article { margin-top: 2rem; }
+.scroll { overflow-x: auto; margin: 0.75rem 0; }
+table { width: 100%; border-collapse: collapse; font-size: 0.9rem; overflow-wrap: normal; }
+th, td { padding: 0.4rem 0.75rem 0.4rem 0; border-bottom: 1px solid var(--line); text-align: left; vertical-align: top; }
+thead th { border-bottom: 2px solid var(--quiet); color: var(--quiet); font-weight: 600; white-space: nowrap; }
+tbody th { font-weight: 600; }
+td:last-child, th:last-child { padding-right: 0; }
+.objects { min-width: 44rem; }
+.rule-table { min-width: 52rem; }
+.stimulus { min-width: 34rem; }
+.rules { margin: 0; padding-left: 1.1rem; }
+.rules li { padding: 0.05rem 0; }
+figure { margin: 1rem 0; }
+figcaption { color: var(--quiet); font-size: 0.9rem; max-width: 46rem; }
+.picture { padding: 0.5rem 0; text-align: center; }
+.picture svg { height: auto; min-width: 20rem; max-width: 100%; }
+.facts { display: flex; flex-wrap: wrap; gap: 0.5rem 2rem; margin: 0.5rem 0; font-size: 0.9rem; }
+.facts dt { color: var(--quiet); font-size: 0.85rem; }
+.facts dd { margin: 0; }
+.branch { margin: 0.5rem 0; padding-left: 0.9rem; border-left: 3px solid var(--line); }
+.condition { margin: 0.25rem 0; color: var(--quiet); font-size: 0.9rem; }
+.messages { margin: 0.5rem 0; padding: 0; list-style: none; }
+.messages li { margin: 0.5rem 0; padding: 0.4rem 0.9rem; border-left: 4px solid var(--line); border-radius: 0 4px 4px 0; background: var(--panel); }
+.messages p { margin: 0.2rem 0; }
+.messages.error li { border-color: var(--error); }
+.messages.critical li { border-color: var(--critical); }
+.messages.warning li { border-color: var(--warning); }
+.messages.info li { border-color: var(--info); }
+.symbol { font-size: 13px; }
+.symbol text { fill: var(--ink); }
+.symbol .box { fill: var(--panel); stroke: var(--ink); stroke-width: 1.5; }
+.symbol .function { font-size: 15px; font-weight: 700; text-anchor: middle; }
+.symbol .end { text-anchor: end; }
+.symbol .width { fill: var(--quiet); font-size: 11px; text-anchor: middle; }
+.symbol .wire { stroke: var(--ink); stroke-width: 1.2; }
+.symbol .bus { stroke-width: 3; }
+.symbol .slash { stroke: var(--ink); stroke-width: 1.2; }
+.symbol .arrow { fill: var(--ink); }
+.symbol .clock { fill: none; stroke: var(--ink); stroke-width: 1.5; }
+.symbol .optional .wire { stroke-dasharray: 4 3; stroke: var(--quiet); }
+.symbol .optional .arrow { fill: var(--quiet); }
+.symbol .optional .name { fill: var(--quiet); }
+@page { margin: 16mm 14mm; }
+@media print {
+  :root {
+    color-scheme: light;
+    --paper: #ffffff;
+    --panel: #f4f6f9;
+    --ink: #000000;
+    --quiet: #444c58;
+    --line: #b8bfc9;
+    --accent: #1b4f9c;
+  }
+  body { max-width: none; padding: 0; font-size: 10pt; }
+  h1, h2, h3, thead { break-after: avoid; }
+  tr, li, svg, figure { break-inside: avoid; }
+  a { color: inherit; text-decoration: none; }
+  .scroll { overflow: visible; }
+  .objects, .rule-table, .stimulus { min-width: 0; font-size: 8pt; }
+  .messages li { border-top: 1px solid var(--line); background: none; }
+}
+)css";

@@ -1,0 +1,6 @@
+#pragma once
+
+#include <string_view>
+
+// The style sheet of the page. It holds neither "<" nor "&", so that it may stand in XML as it is.
+extern const std::string_view kStyleSheet;

@@ -1,0 +1,70 @@
+#include "tools/doc/table.h"
+
+#include <algorithm>
+
+std::string code_cell(std::string_view text) {
+    return text.empty() ? std::string() : "<code>" + escape_html(text) + "</code>";
+}
+
+std::string text_cell(std::string_view text) {
+    return escape_html(text);
+}
+
+std::vector<std::size_t> HtmlTable::columns_with_content() const {
+    std::vector<std::size_t> columns;
+    for (std::size_t column = 0; column < heads_.size(); ++column) {
+        const bool has_content =
+            column == 0 || std::any_of(rows_.begin(), rows_.end(),
+                                       [column](const auto& row) { return !row[column].empty(); });
+        if (has_content) {
+            columns.push_back(column);
+        }
+    }
+    return columns;
+}
+
+void HtmlTable::write(HtmlWriter& html) const {
+    if (rows_.empty()) {
+        return;
+    }
+    const std::vector<std::size_t> columns = columns_with_content();
+    // Focus lets the keyboard scroll it.
+    const HtmlScope frame(
+        html, "div",
+        {{"class", "scroll"}, {"role", "region"}, {"aria-label", label_}, {"tabindex", "0"}});
+    const HtmlScope table(html, "table", {{"class", style_}});
+    {
+        const HtmlScope head(html, "thead");
+        const HtmlScope row(html, "tr");
+        for (const std::size_t column : columns) {
+            html.element("th", {{"scope", "col"}}, heads_[column]);
+        }
+    }
+    const HtmlScope body(html, "tbody");
+    for (const std::vector<std::string>& cells : rows_) {
+        const HtmlScope row(html, "tr");
+        for (const std::size_t column : columns) {
+            html.open(column == 0 ? "th" : "td",
+                      column == 0 ? HtmlAttributes{{"scope", "row"}} : HtmlAttributes{});
+            html.markup(cells[column]);
+            html.close();
+        }
+    }
+}
+
+void FactList::add(std::string_view term, std::string_view markup) {
+    if (markup.empty()) {
+        return;
+    }
+    const HtmlScope pair(facts_, "div");
+    facts_.element("dt", term);
+    const HtmlScope fact(facts_, "dd");
+    facts_.markup(markup);
+}
+
+void FactList::write(HtmlWriter& html) const {
+    if (!facts_.empty()) {
+        const HtmlScope list(html, "dl", {{"class", "facts"}});
+        html.markup(facts_.result());
+    }
+}

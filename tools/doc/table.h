@@ -1,0 +1,45 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "tools/doc/html.h"
+
+// Cells of a table: the text as code or as it is. An empty text makes an empty cell.
+std::string code_cell(std::string_view text);
+std::string text_cell(std::string_view text);
+
+// A table that scrolls sideways where the page is narrow. Its first column names the row; columns
+// without any content are left out.
+class HtmlTable {
+public:
+    // "style" is a class name, "label" says to those who do not see the table what it holds.
+    HtmlTable(std::string_view style, std::string_view label, std::vector<std::string> heads)
+        : style_(style), label_(label), heads_(std::move(heads)) {}
+
+    // The markup of one cell per column.
+    void add_row(std::vector<std::string> cells) { rows_.push_back(std::move(cells)); }
+    // Writes nothing when there is no row.
+    void write(HtmlWriter& html) const;
+
+private:
+    std::vector<std::size_t> columns_with_content() const;
+
+    std::string style_;
+    std::string label_;
+    std::vector<std::string> heads_;
+    std::vector<std::vector<std::string>> rows_;
+};
+
+// Terms with what there is to say about each.
+class FactList {
+public:
+    // "markup" is the markup of what there is to say; nothing is added when that is empty.
+    void add(std::string_view term, std::string_view markup);
+    // Writes nothing when nothing was added.
+    void write(HtmlWriter& html) const;
+
+private:
+    HtmlWriter facts_;
+};
