@@ -156,7 +156,7 @@ void write_symbol(HtmlWriter& html, DocSource& source) {
 
 void write_parameters(HtmlWriter& html, DocSource& source) {
     HtmlTable table("objects", "Parameters",
-                    {"Name", "Type", "Default", "Values", "Connection", "Hint", "Value rules"});
+                    {"Name", "Type", "Default", "Values", "Connection", "LPM hint", "Value rules"});
     for (KIVO_OBJ_INFO* parameter : source.parameters) {
         const bool is_integer = parameter->obj_type == KIVO_OBJ_INTEGER_PARAMETER;
         table.add_row({code_cell(parameter->name), is_integer ? "integer" : "string",

@@ -82,7 +82,7 @@ std::string place_text(const KIVO_PLACE& place) {
 }  // namespace
 
 void write_rules(HtmlWriter& html, DocSource& source) {
-    HtmlTable table("rule-table", "Rules", {"Of", "Kind", "NHDL", "VHDL", "Verilog"});
+    HtmlTable table("rule-table", "Rules", {"Applies to", "Kind", "NHDL", "VHDL", "Verilog"});
     source.info.reset_fn_rule_list();
     while (const KIVO_RULE_ELEMENT* rule = source.info.get_next_fn_rule_element()) {
         add_rule(table, "function", *rule);

@@ -52,22 +52,24 @@ header { padding-bottom: 1rem; border-bottom: 4px solid var(--accent); }
 .origin { margin: 0; color: var(--quiet); font-size: 0.9rem; }
 nav { margin: 1.25rem 0; padding: 0.75rem 1rem; border-radius: 6px; background: var(--panel); }
 nav h2 { margin: 0 0 0.4rem; padding: 0; border: 0; font-size: 1rem; }
-nav ol { margin: 0; padding-left: 1.5rem; columns: 3 13rem; }
+nav ol { margin: 0; padding-left: 1.5rem; columns: 3 9rem; }
 nav li { padding: 0.1rem 0; }
 article + article { margin-top: 2rem; }
 .scroll { overflow-x: auto; margin: 0.75rem 0; }
-table { width: 100%; border-collapse: collapse; font-size: 0.9rem; overflow-wrap: normal; }
+table { width: 100%; border-collapse: separate; border-spacing: 0; font-size: 0.9rem; overflow-wrap: normal; }
 th, td { padding: 0.4rem 0.75rem 0.4rem 0; border-bottom: 1px solid var(--line); text-align: left; vertical-align: top; }
 thead th { border-bottom: 2px solid var(--quiet); color: var(--quiet); font-weight: 600; white-space: nowrap; }
-tbody th { font-weight: 600; }
+tbody th { position: sticky; left: 0; background: var(--paper); font-weight: 600; }
 td:last-child, th:last-child { padding-right: 0; }
-.objects { min-width: 44rem; }
+.rule-table tbody th, .stimulus tbody th, .problems tbody th { position: static; font-weight: 400; }
+.objects { min-width: 40rem; }
 .rule-table { min-width: 52rem; }
 .stimulus { min-width: 34rem; }
-.rules { margin: 0; padding-left: 1.1rem; }
+.problems { min-width: 34rem; }
+.rules { margin: 0; padding-left: 1.1rem; min-width: 26rem; }
 .rules li { padding: 0.05rem 0; }
 figure { margin: 1rem 0; }
-figcaption { color: var(--quiet); font-size: 0.9rem; max-width: 46rem; }
+figcaption { margin: 0 auto; max-width: 46rem; color: var(--quiet); font-size: 0.9rem; text-align: center; }
 .picture { padding: 0.5rem 0; text-align: center; }
 .picture svg { height: auto; min-width: 20rem; max-width: 100%; }
 .facts { display: flex; flex-wrap: wrap; gap: 0.5rem 2rem; margin: 0.5rem 0; font-size: 0.9rem; }
@@ -112,7 +114,10 @@ figcaption { color: var(--quiet); font-size: 0.9rem; max-width: 46rem; }
   tr, li, svg, figure { break-inside: avoid; }
   a { color: inherit; text-decoration: none; }
   .scroll { overflow: visible; }
-  .objects, .rule-table, .stimulus { min-width: 0; font-size: 8pt; }
-  .messages li { border-top: 1px solid var(--line); background: none; }
+  .objects, .rule-table, .stimulus, .rules { min-width: 0; }
+  table { font-size: 8pt; }
+  td:last-child, .rule-table td { overflow-wrap: anywhere; }
+  tbody th { position: static; }
+  .messages li { background: none; }
 }
 )css";

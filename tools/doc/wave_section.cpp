@@ -11,7 +11,36 @@ std::string with_unit(std::int32_t time, const std::string& unit) {
     return text_cell(std::to_string(time) + (unit.empty() ? "" : " " + unit));
 }
 
-void write_facts(HtmlWriter& html, const KIVO_VECTOR_OBJ& vector, const std::string& unit) {
+std::string radix_text(const KIVO_VECTOR_DISPLAY_OBJ& format) {
+    switch (format.radix) {
+        case DRO_RADIX_BINARY:
+            return "binary";
+        case DRO_RADIX_SIGNED:
+            return "signed";
+        case DRO_RADIX_UNSIGNED:
+            return "unsigned";
+        case DRO_RADIX_HEX:
+            return "hexadecimal";
+        case DRO_RADIX_FIXED_POINT:
+            return "fixed point " + code_cell(format.description);
+        default:
+            return "as written";
+    }
+}
+
+std::string display_formats(KIVO_VECTOR_OBJ& vector) {
+    std::string markup;
+    std::string port;
+    vector.display_format_map.reset();
+    while (const KIVO_OBJ* entry = vector.display_format_map.get_next_entry(port)) {
+        if (const auto* format = dynamic_cast<const KIVO_VECTOR_DISPLAY_OBJ*>(entry)) {
+            markup += (markup.empty() ? "" : ", ") + code_cell(port) + " " + radix_text(*format);
+        }
+    }
+    return markup;
+}
+
+void write_facts(HtmlWriter& html, KIVO_VECTOR_OBJ& vector, const std::string& unit) {
     FactList facts;
     facts.add("Name", code_cell(vector.name));
     if (vector.wave_condition != nullptr) {
@@ -21,6 +50,7 @@ void write_facts(HtmlWriter& html, const KIVO_VECTOR_OBJ& vector, const std::str
         facts.add("Length", with_unit(vector.max_time, unit));
     }
     facts.add("Step", with_unit(vector.time_step, unit));
+    facts.add("Values shown as", display_formats(vector));
     facts.write(html);
 }
 
