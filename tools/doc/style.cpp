@@ -57,11 +57,13 @@ nav li { padding: 0.1rem 0; }
 article + article { margin-top: 2rem; }
 .scroll { overflow-x: auto; margin: 0.75rem 0; }
 table { width: 100%; border-collapse: separate; border-spacing: 0; font-size: 0.9rem; overflow-wrap: normal; }
-th, td { padding: 0.4rem 0.75rem 0.4rem 0; border-bottom: 1px solid var(--line); text-align: left; vertical-align: top; }
-thead th { border-bottom: 2px solid var(--quiet); color: var(--quiet); font-weight: 600; white-space: nowrap; }
+th, td { padding: 0.4rem 0.75rem 0.4rem 0; border-top: 1px solid var(--line); text-align: left; vertical-align: top; }
+thead th { border-top: 0; color: var(--quiet); font-weight: 600; white-space: nowrap; }
+tbody tr:first-child > * { border-top: 2px solid var(--quiet); }
 tbody th { position: sticky; left: 0; background: var(--paper); font-weight: 600; }
 td:last-child, th:last-child { padding-right: 0; }
 .rule-table tbody th, .stimulus tbody th, .problems tbody th { position: static; font-weight: 400; }
+.scroll:not(.picture) { border-bottom: 1px solid var(--line); }
 .objects { min-width: 40rem; }
 .rule-table { min-width: 52rem; }
 .stimulus { min-width: 34rem; }
