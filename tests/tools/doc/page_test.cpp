@@ -1,0 +1,296 @@
+#include "tools/doc/page.h"
+
+#include <algorithm>
+#include <set>
+
+#include "tests/tools/doc/page_fixture.h"
+
+namespace {
+
+const std::string kExamples = KIVO_EXAMPLES;
+
+TEST_F(PageTest, HasEverySectionOfACompleteDescription) {
+    for (const char* name : {"fifo", "counter", "ram"}) {
+        make(kExamples + "/" + name + "_info.xml");
+        EXPECT_EQ(texts_of("//section/h2"),
+                  (Texts{"Introduction", "Block symbol", "Parameters", "Ports", "Hidden parameters",
+                         "Macros", "Rules", "Messages", "Waveforms", "Wizard maps", "Notes",
+                         "Simulation"}))
+            << name;
+    }
+}
+
+TEST_F(PageTest, ContentsLinkToTheSections) {
+    make(kExamples + "/fifo_info.xml");
+    EXPECT_EQ(texts_of("//nav//a"), texts_of("//section/h2"));
+    for (const pugi::xpath_node& link : document.select_nodes("//nav//a")) {
+        const std::string target = link.node().attribute("href").value();
+        ASSERT_EQ(target[0], '#');
+        EXPECT_TRUE(section(target.c_str() + 1)) << target;
+    }
+}
+
+TEST_F(PageTest, IsAPageForPhonesWithLanguageAndTitle) {
+    make(kExamples + "/fifo_info.xml");
+    EXPECT_EQ(page.rfind("<!DOCTYPE html>\n<html lang=\"en\">", 0), 0U);
+    EXPECT_EQ(texts_of("/html/head/title"), Texts{"Synchronous FIFO"});
+    EXPECT_EQ(texts_of("//h1"), Texts{"Synchronous FIFO"});
+    EXPECT_EQ(texts_of("//header/p[@class='subtitle']"),
+              Texts{"First-in first-out buffer with one clock"});
+    EXPECT_TRUE(document.select_node("//meta[@name='viewport']"));
+    EXPECT_TRUE(document.select_node("//meta[@charset='utf-8']"));
+}
+
+TEST_F(PageTest, EveryTableCanScroll) {
+    make(kExamples + "/ram_info.xml");
+    const auto tables = document.select_nodes("//table");
+    EXPECT_GT(tables.size(), 8U);
+    for (const pugi::xpath_node& table : tables) {
+        EXPECT_STREQ(table.node().parent().attribute("class").value(), "scroll");
+    }
+}
+
+TEST_F(PageTest, StyleCoversPaperAndTheDark) {
+    make(kExamples + "/fifo_info.xml");
+    const std::string style = document.select_node("/html/head/style").node().text().get();
+    EXPECT_NE(style.find("@media print"), std::string::npos);
+    EXPECT_NE(style.find("@media (prefers-color-scheme: dark)"), std::string::npos);
+}
+
+TEST_F(PageTest, NeedsNothingButItself) {
+    const std::set<std::string> from_elsewhere = {"script", "link",   "img",   "iframe", "object",
+                                                  "embed",  "source", "video", "base",   "use"};
+    for (const char* name : {"fifo", "counter", "ram", "faulty"}) {
+        make(kExamples + "/" + name + "_info.xml");
+        for (const pugi::xpath_node& found : document.select_nodes("//*")) {
+            EXPECT_EQ(from_elsewhere.count(found.node().name()), 0U) << found.node().name();
+        }
+        for (const pugi::xpath_node& found : document.select_nodes("//@src | //@href | //@style")) {
+            EXPECT_EQ(found.attribute().value()[0], '#') << found.attribute().value();
+        }
+        const std::string style = document.select_node("/html/head/style").node().text().get();
+        EXPECT_EQ(style.find("url("), std::string::npos);
+        EXPECT_EQ(style.find("@import"), std::string::npos);
+    }
+}
+
+TEST_F(PageTest, AnEmptyDescriptionGivesAPageThatSaysSo) {
+    make_from("");
+    EXPECT_EQ(texts_of("//h1"), Texts{"sample"});
+    EXPECT_EQ(texts_of("//main"), Texts{"The description is empty."});
+    EXPECT_FALSE(document.select_node("//nav"));
+}
+
+TEST_F(PageTest, ProblemsOfTheDescriptionAreListedWithTheirPlaces) {
+    make_from("\n<REVISIONS/>");
+    EXPECT_EQ(
+        rows_of(section("problems")),
+        (Rows{{"Place", "Problem", "Id"},
+              {"sample_info.xml:2:1", "Main element tag REVISIONS is not a valid recognized tag",
+               "unknown-section"}}));
+}
+
+TEST_F(PageTest, ParametersShowTheirDefaultChoicesAndValueRules) {
+    make_from(R"(<PARAMETERS>
+        <PARAMETER NAME="W" TYPE="INTEGER" VALUE="8" CNX_TYPE="CONSTANT">
+          <FORCE_RANGE MIN="1" MAX="64"/>
+          <FORCE_RANGE MAX="32" IF="M == 1"/>
+          <FORCE_VALUE V="4" WHEN_CMD="shrink"/>
+        </PARAMETER>
+        <PARAMETER NAME="M" TYPE="STRING" VALUE="UP;DOWN" DEFAULT_VALUE_INDEX="1" LPM_HINT="ON">
+          <FORCE_VALUE V="UP" IF="W gt 4" ELSE="DOWN"/>
+          <VALUE_RULE>W lt 9</VALUE_RULE>
+        </PARAMETER></PARAMETERS>)");
+    EXPECT_EQ(rows_of(section("parameters")),
+              (Rows{{"Name", "Type", "Default", "Values", "Connection", "LPM hint", "Value rules"},
+                    {"W", "integer", "8", "", "constant", "",
+                     "range 1 to 64 range at most 32 when M == 1 4 by command shrink"},
+                    {"M", "string", "DOWN", "UP, DOWN", "", "yes",
+                     "value UP when W gt 4, otherwise DOWN requires W lt 9"}}));
+}
+
+TEST_F(PageTest, AnIndexBeyondTheValuesLeavesTheDefaultAsWritten) {
+    for (const char* index : {"2", "-1", "2147483647", "-2147483648"}) {
+        make_from(
+            "<PARAMETERS><PARAMETER NAME='M' TYPE='STRING' VALUE='A;B' DEFAULT_VALUE_INDEX='" +
+            std::string(index) + "'/></PARAMETERS>");
+        EXPECT_EQ(rows_of(section("parameters"))[1], (Texts{"M", "string", "A;B", "A, B"}))
+            << index;
+    }
+}
+
+TEST_F(PageTest, PortsShowWhatIsKnownOfEachKind) {
+    make_from(R"(<PORTS>
+        <PORT NAME="clk" TYPE="INPUT" IS_CLOCK_PORT="TRUE" CLOCK_PERIOD="20" CNX_TYPE="USED_PORT"/>
+        <PORT NAME="d" TYPE="INPUT" ASYNC="FALSE" WIDTH="W" DEFAULT_VALUE="3"/>
+        <PORT NAME="q" TYPE="OUTPUT" INITIAL_VEC_STATE="1" USAGE="VARIABLE">
+          <STATE V="UNUSED" IF="W == 0" ELSE="USED"/>
+          <CONSTANT_RANGE MIN="0" MAX="7"/>
+        </PORT>
+        <PORT NAME="io" TYPE="BIDIR" HIGH_PROBABILITY="10" USAGE="UNUSED"/>
+        <PORT NAME="cells" TYPE="BURIED" WIDTH="W" WIDTH2D="N"/></PORTS>)");
+    EXPECT_EQ(rows_of(section("ports")),
+              (Rows{{"Name", "Direction", "Width", "Use", "Timing", "Default", "Initial", "High",
+                     "Connection", "Value rules"},
+                    {"clk", "input", "1", "used", "clock, period 20", "", "0", "", "used port", ""},
+                    {"d", "input", "W", "used", "synchronous", "3", "0", "50 %", "", ""},
+                    {"q", "output", "1", "variable", "", "", "1", "", "",
+                     "state UNUSED when W == 0, otherwise USED constant 0 to 7"},
+                    {"io", "bidirectional", "1", "unused", "", "", "0", "10 %", "", ""},
+                    {"cells", "buried", "W \u00D7 N", "used", "", "", "0", "", "", ""}}));
+}
+
+TEST_F(PageTest, MacrosAndHiddenParametersHaveTheirTables) {
+    make_from(R"(<HIDDEN_PARAMETERS><PARAMETER NAME="L" VALUE="5"/></HIDDEN_PARAMETERS>
+        <MACROS><MACRO NAME="LOG" ARGUMENTS="n" DEFINITION="n * 2"/></MACROS>)");
+    EXPECT_EQ(rows_of(section("hidden-parameters")), (Rows{{"Name", "Value"}, {"L", "5"}}));
+    EXPECT_EQ(rows_of(section("macros")),
+              (Rows{{"Name", "Arguments", "Definition"}, {"LOG", "n", "n * 2"}}));
+}
+
+TEST_F(PageTest, RulesStandInAllLanguages) {
+    make_from(R"(<PARAMETERS><PARAMETER NAME="W" TYPE="INTEGER">
+          <VALUE_RULE>W gte 4</VALUE_RULE></PARAMETER></PARAMETERS>
+        <RULES><RULE>A gt 1 and
+            B lt 2</RULE><RULE REQUIRED_RULE="OFF">A != 7</RULE></RULES>)");
+    const auto in = [](const char* text, KIVO_HDL_LANGUAGE language) {
+        return kivo_translate_text_to_hdl(text, language);
+    };
+    Rows rows = {{"Applies to", "Kind", "NHDL", "VHDL", "Verilog"}};
+    for (const auto& [owner, kind, text] :
+         {std::tuple("function", "required", "A gt 1 and B lt 2"),
+          std::tuple("function", "advised", "A != 7"), std::tuple("W", "required", "W gte 4")}) {
+        rows.push_back({owner, kind, in(text, KIVO_HDL_NHDL), in(text, KIVO_HDL_VHDL),
+                        in(text, KIVO_HDL_VERILOG)});
+    }
+    EXPECT_EQ(rows_of(section("rules")), rows);
+    EXPECT_EQ(rows[1][4], "A > 1 && B < 2");
+}
+
+TEST_F(PageTest, MessagesAreOrderedBySeverity) {
+    make_from(R"(<MESSAGES><MESSAGE TYPE="INFO">one</MESSAGE><MESSAGE TYPE="WARNING">two</MESSAGE>
+        <MESSAGE TYPE="ERROR"><IF>A gt 1</IF><THEN>three</THEN><ELSE>four</ELSE></MESSAGE>
+        <MESSAGE TYPE="CRITICAL_WARNING">five</MESSAGE><MESSAGE TYPE="INFO">six</MESSAGE>
+        </MESSAGES>)");
+    EXPECT_EQ(texts_of("//section[@id='messages']/h3"),
+              (Texts{"Errors", "Critical warnings", "Warnings", "Information"}));
+    EXPECT_EQ(texts_of("//section[@id='messages']//p"),
+              (Texts{"If A gt 1", "three", "Otherwise", "four", "five", "two", "one", "six"}));
+}
+
+TEST_F(PageTest, WizardMapsShowTheirConditionAndObjects) {
+    make_from(R"(<WIZARD_DATA><WIZARD_MAP NAME="m" WIZARD_NAME="Small" MODULE_NAME="fifo"
+          MAP_CONSTANTS="ON"><WIZARD_CONDITION>D lte 64</WIZARD_CONDITION>
+        <PARAMETER NAME="D" TYPE="INTEGER" VALUE="16"/><PORT NAME="q" TYPE="OUTPUT" WIDTH="D"/>
+        </WIZARD_MAP></WIZARD_DATA>)");
+    EXPECT_EQ(texts_of("//section[@id='wizard-maps']//h3"), Texts{"Small"});
+    EXPECT_EQ(texts_of("//section[@id='wizard-maps']//dd"),
+              (Texts{"m", "fifo", "when D lte 64", "mapped", "not mapped"}));
+    EXPECT_EQ(rows_of(section("wizard-maps")), (Rows{{"Name", "Kind", "Default", "Width", "Use"},
+                                                     {"D", "integer parameter", "16", "", ""},
+                                                     {"q", "output port", "", "D", "used"}}));
+}
+
+TEST_F(PageTest, WaveformsShowTheirTimingFormatsAndStimulus) {
+    make_from(R"(<FUNCTION_INFORMATION><TIME_SCALE VALUE="ns"/></FUNCTION_INFORMATION><WAVE_DATA>
+        <WAVE NAME="w" MAX_TIME="100" TIME_STEP="5"><CAPTION>A wave</CAPTION>
+        <WAVE_CONDITION>D gt 1</WAVE_CONDITION><DESCRIPTION><T>It waves.</T></DESCRIPTION>
+        <STIM>force a 0 0,1 10</STIM>
+        <IF>X</IF><THEN><STIM>force b 1 0</STIM></THEN><ELSE><STIM>force b 0 0</STIM></ELSE>
+        <DISPLAY>add wave -bin a</DISPLAY><DISPLAY>add wave -fixed_point(4.4) b</DISPLAY>
+        </WAVE></WAVE_DATA>)");
+    EXPECT_EQ(texts_of("//section[@id='waveforms']//h3"), Texts{"A wave"});
+    EXPECT_EQ(texts_of("//section[@id='waveforms']//dd"),
+              (Texts{"w", "when D gt 1", "100 ns", "5 ns", "a binary, b fixed point 4.4"}));
+    EXPECT_EQ(texts_of("//section[@id='waveforms']//p"), Texts{"It waves."});
+    EXPECT_EQ(rows_of(section("waveforms")), (Rows{{"Stimulus", "If", "Otherwise"},
+                                                   {"force a 0 0,1 10", "", ""},
+                                                   {"force b 1 0", "X", "force b 0 0"}}));
+}
+
+// One marker per place, with what would break out of elements and attributes.
+class HostileText {
+public:
+    // As it stands in an attribute value in single quotes, or in element content.
+    std::string next() {
+        return "m" + std::to_string(count_++) +
+               "&lt;/td&gt;&lt;script&gt;alert(&quot;1&quot;)&lt;/script&gt;&apos;/onload=&quot;x"
+               "&amp;amp;]]&gt;--&gt;&lt;!--\x01\x1B[31m\xFF\xE2\x80\xAE\x7F";
+    }
+    int count() const { return count_; }
+
+private:
+    int count_ = 0;
+};
+
+// Puts a marker in place of each "@".
+std::string with_markers(const std::string& text, HostileText& hostile) {
+    std::string out;
+    for (const char letter : text) {
+        out += letter == '@' ? hostile.next() : std::string(1, letter);
+    }
+    return out;
+}
+
+constexpr const char* kHostileDescription = R"(
+    <FUNCTION_INFORMATION><VHDL_LIBRARY NAME='@'/><TIME_SCALE VALUE='@'/><TIME_DELTA VALUE='@'/>
+    </FUNCTION_INFORMATION>
+    <PARAMETERS><PARAMETER NAME='@' TYPE='STRING' VALUE='@;@'>
+      <FORCE_RANGE MIN='@' MAX='@' IF='@'/><FORCE_VALUE V='@' ELSE='@' IF='@'/>
+      <FORCE_VALUE V='@' WHEN_CMD='@'/><VALUE_RULE>@</VALUE_RULE></PARAMETER></PARAMETERS>
+    <PORTS><PORT NAME='@' TYPE='INPUT' WIDTH='@' WIDTH2D='@' DEFAULT_VALUE='@'
+      INITIAL_VEC_STATE='@' CLOCK_PERIOD='@' IS_CLOCK_PORT='TRUE'><STATE V='@' IF='@' ELSE='@'/>
+      <FORCE_VALUE V='@'/><FORCE_RANGE MIN='@' MAX='@'/><CONSTANT_RANGE MIN='@' MAX='@'/></PORT>
+    </PORTS>
+    <HIDDEN_PARAMETERS><PARAMETER NAME='@' VALUE='@'/></HIDDEN_PARAMETERS>
+    <MACROS><MACRO NAME='@' ARGUMENTS='@' DEFINITION='@'/></MACROS>
+    <RULES><RULE>@</RULE><RULE REQUIRED_RULE='OFF'>@</RULE></RULES>
+    <MESSAGES><MESSAGE TYPE='ERROR'>@</MESSAGE>
+      <MESSAGE TYPE='INFO'><IF>@</IF><THEN>@</THEN><ELSE>@</ELSE></MESSAGE></MESSAGES>
+    <WAVE_DATA><WAVE NAME='@' MAX_TIME='10'><CAPTION>@</CAPTION>
+      <DESCRIPTION><T>@</T><IF>@</IF><THEN>@</THEN><ELSE>@</ELSE></DESCRIPTION>
+      <WAVE_CONDITION>@</WAVE_CONDITION><STIM>force @ 0 0</STIM>
+      <IF>@</IF><THEN><STIM>@</STIM></THEN><ELSE><STIM>@</STIM></ELSE>
+      <DISPLAY>add wave -fixed_point(4.4) @</DISPLAY></WAVE></WAVE_DATA>
+    <WIZARD_DATA><WIZARD_MAP NAME='@' WIZARD_NAME='@' MODULE_NAME='@'>
+      <WIZARD_CONDITION>@</WIZARD_CONDITION><PARAMETER NAME='@' TYPE='INTEGER' VALUE='@'/>
+      <PORT NAME='@' TYPE='BIDIR' WIDTH='@'/></WIZARD_MAP></WIZARD_DATA>
+    <HTML_TEXT><TITLE>@</TITLE><HEADER>@</HEADER>
+      <INTRO><T>@</T><IF>@</IF><THEN><T>@</T></THEN><ELSE>@</ELSE></INTRO><END><T>@</T></END>
+    </HTML_TEXT>)";
+
+TEST_F(PageTest, TextsWithMarkupAndControlCharactersAreShownAndDoNothing) {
+    HostileText hostile;
+    make_from(with_markers(kHostileDescription, hostile));
+    EXPECT_FALSE(document.select_node("//script"));
+    EXPECT_FALSE(document.select_node("//@onload"));
+    EXPECT_FALSE(document.select_node("//comment()"));
+    EXPECT_TRUE(std::none_of(page.begin(), page.end(), [](unsigned char letter) {
+        return (letter < 0x20 && letter != '\n') || letter == 0x7F || letter == 0xFF;
+    }));
+    EXPECT_EQ(page.find("\u202E"), std::string::npos);
+    const std::string text = text_of(document);
+    for (int index = 0; index < hostile.count(); ++index) {
+        const std::string shown = "m" + std::to_string(index) +
+                                  "</td><script>alert(\"1\")</script>'/onload=\"x&amp;"
+                                  "]]>--><!--\\x01\\x1B[31m\\xFF\\u202E\\x7F";
+        EXPECT_NE(text.find(shown), std::string::npos) << shown;
+    }
+}
+
+TEST_F(PageTest, AMessageAboutHostileTextIsTextToo) {
+    make_from("<PARAMETERS><PARAMETER NAME='&lt;script&gt;' TYPE='&lt;b&gt;'/></PARAMETERS>");
+    EXPECT_FALSE(document.select_node("//script | //b"));
+    EXPECT_NE(text_of(section("problems")).find("<b> of parameter <script>"), std::string::npos);
+}
+
+TEST_F(PageTest, ThousandsOfObjectsMakeAPage) {
+    std::string ports = "<PORTS>";
+    for (int index = 0; index < 5000; ++index) {
+        ports += "<PORT NAME='p" + std::to_string(index) + "' TYPE='OUTPUT'/>";
+    }
+    make_from(ports + "</PORTS>");
+    EXPECT_EQ(rows_of(section("ports")).size(), 5001U);
+}
+
+}  // namespace
