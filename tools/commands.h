@@ -21,6 +21,7 @@ inline CLI::Validator one_of(const std::vector<std::string>& words) {
 
 // Each declares a sub-command with its options, in the file of its name.
 Command add_check(CLI::App& program);
+Command add_doc(CLI::App& program);
 Command add_show(CLI::App& program);
 Command add_translate(CLI::App& program);
 Command add_value(CLI::App& program);

@@ -11,7 +11,7 @@
 namespace {
 
 constexpr const char* kUsage =
-    "kivo check|show|translate|value ...; 'kivo --help' says what each of them does";
+    "kivo check|doc|show|translate|value ...; 'kivo --help' says what each of them does";
 
 class Program {
 public:
@@ -36,7 +36,8 @@ Program::Program() {
     app_.set_version_flag("--version", "kivo " KIVO_VERSION);
     // One at most, so that a file may have the name of a sub-command.
     app_.require_subcommand(0, 1);
-    commands_ = {add_check(app_), add_show(app_), add_translate(app_), add_value(app_)};
+    commands_ = {add_check(app_), add_doc(app_), add_show(app_), add_translate(app_),
+                 add_value(app_)};
     add_color_option(app_);
     for (const Command& command : commands_) {
         add_color_option(*command.app);
@@ -44,6 +45,7 @@ Program::Program() {
     app_.footer(
         "Examples:\n"
         "  kivo check fifo_info.xml counter_info.xml\n"
+        "  kivo doc fifo_info.xml -o fifo.html\n"
         "  kivo show fifo_info.xml\n"
         "  kivo translate --to verilog \"WIDTH gte 4 and DEPTH lt 16\"\n"
         "  kivo value fifo_info.xml fill_and_drain data 60");
