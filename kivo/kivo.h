@@ -18,4 +18,5 @@
 #include "kivo/toolkit/radix.h"
 #include "kivo/toolkit/strings.h"
 #include "kivo/vectors/stimulus.h"
+#include "kivo/vectors/timeline.h"
 #include "kivo/vectors/vector_obj.h"

@@ -4,116 +4,9 @@
 #include <string_view>
 
 #include "kivo/objects/rule_element.h"
-#include "kivo/toolkit/radix.h"
-#include "kivo/toolkit/strings.h"
+#include "kivo/vectors/stimulus_syntax.h"
 
 namespace {
-
-// What stands before the items of a command.
-struct Head {
-    std::string_view signal;
-    DRO_MEMORY_RADIXES radix = DRO_RADIX_SIGNED;
-    std::string_view fixed_point;  // the format's description, of DRO_RADIX_FIXED_POINT only
-};
-
-struct Item {
-    std::string_view value;
-    std::int32_t time = 0;
-    bool has_time = false;
-};
-
-// Like next_token, but made for tokens of a few characters, where a call costs more than the
-// characters do.
-std::string_view take_token(std::string_view& rest, char delimiter) {
-    std::size_t end = 0;
-    while (end < rest.size() && rest[end] != delimiter) {
-        ++end;
-    }
-    const std::string_view token = rest.substr(0, end);
-    rest.remove_prefix(end == rest.size() ? end : end + 1);
-    return token;
-}
-
-std::string_view skip_blanks(std::string_view text) {
-    // No white space lies above the blank; most items follow none.
-    const bool may_begin_with_one =
-        !text.empty() && static_cast<unsigned char>(text.front()) <= ' ';
-    return may_begin_with_one ? trim_left_view(text) : text;
-}
-
-bool is_option(std::string_view token) {
-    return !token.empty() && token.front() == '-';
-}
-
-// "-signed", "-unsigned" and unknown options leave the values decimal.
-void read_radix_option(std::string_view option, Head& head) {
-    if (option == "-bin") {
-        head.radix = DRO_RADIX_BINARY;
-    } else if (option == "-hex") {
-        head.radix = DRO_RADIX_HEX;
-    } else if (take_token(option, '(') == "-fixed_point") {
-        head.fixed_point = take_token(option, ')');
-        if (!head.fixed_point.empty()) {
-            head.radix = DRO_RADIX_FIXED_POINT;
-        }
-    }
-}
-
-// Takes the head off the front of "rest"; false when that is no "force" command.
-bool take_head(std::string_view& rest, Head& head) {
-    if (take_token(rest, ' ') != "force") {
-        return false;
-    }
-    head.signal = take_token(rest, ' ');
-    if (is_option(head.signal)) {
-        read_radix_option(head.signal, head);
-        head.signal = take_token(rest, ' ');
-    }
-    return true;
-}
-
-constexpr int kNoLetter = -1;
-
-// Takes an item off the front of "rest", with the letter that ends it. Everything in one scan: the
-// walk over the items is what an evaluation costs.
-Item take_item(std::string_view& rest, int end_letter) {
-    const char* const end = rest.data() + rest.size();
-    const char* at = rest.data();
-    const auto at_end = [&] { return at == end || static_cast<unsigned char>(*at) == end_letter; };
-
-    Item item;
-    while (!at_end() && *at != ' ') {
-        ++at;
-    }
-    item.value = {rest.data(), static_cast<std::size_t>(at - rest.data())};
-    if (!at_end()) {
-        ++at;
-        item.has_time = !at_end();
-        if (item.has_time && *at == '@') {
-            ++at;
-        }
-        // Nine digits always fit. Whatever else stands there is read again, by the common rule.
-        constexpr std::ptrdiff_t kSafeDigits = 9;
-        const char* const time = at;
-        while (!at_end() && *at >= '0' && *at <= '9' && at - time < kSafeDigits) {
-            item.time = item.time * 10 + (*at - '0');
-            ++at;
-        }
-        if (!at_end()) {
-            while (!at_end()) {
-                ++at;
-            }
-            item.time = to_int32({time, static_cast<std::size_t>(at - time)});
-        }
-    }
-    rest.remove_prefix(static_cast<std::size_t>(at - rest.data()) + (at == end ? 0 : 1));
-    return item;
-}
-
-// The item that takes all of "text", commas included.
-Item whole_item(std::string_view text) {
-    return take_item(text, kNoLetter);
-}
 
 // Whether an item that stands at "start" comes up at "time" when it repeats. In 64 bits, so that
 // the lowest time divided by -1 has a result.
@@ -130,27 +23,8 @@ public:
     Walk(std::string_view signal, std::int32_t time) : signal_(signal), time_(time) {}
 
     void run(std::string_view items) {
-        std::string_view rest = skip_blanks(items);
-        std::size_t blanks = 0;  // that stand before "rest" and were skipped
-        while (!rest.empty()) {
-            if (rest.front() == ',') {
-                // Behind a missing item everything is one item, which is not saved.
-                reaches_match(whole_item(skip_blanks(rest.substr(1))));
-                return;
-            }
-            std::string_view with_blanks = {rest.data() - blanks, rest.size() + blanks};
-            const Item item = take_item(rest, ',');
-            if (saved_ < 2) {
-                // The skipped blanks count here, which leaves such an item no value to repeat.
-                first_two_[saved_++] = blanks == 0 ? item : take_item(with_blanks, ',');
-            }
-            if (reaches_match(item)) {
-                return;
-            }
-            const std::string_view next = skip_blanks(rest);
-            blanks = rest.size() - next.size();
-            rest = next;
-        }
+        walk_items(items, first_two_, saved_,
+                   [this](const StimulusItem& item) { return reaches_match(item); });
     }
 
     std::string_view signal() const { return signal_; }
@@ -158,28 +32,30 @@ public:
 
 private:
     // True when the item makes the transition that ends the walk.
-    bool reaches_match(const Item& item) {
-        if (item.value.empty() || !item.has_time) {
-            return false;
-        }
-        if (item.value.front() != '-') {
-            return matches(item);
-        }
-        if (item.value == "-r" || item.value == "-repeat") {
-            repeat(item.time);
-            return false;
-        }
-        if (item.value == "-c" || item.value == "-cancel") {
-            if (time_ >= item.time) {
-                value_ = {};
-                signal_ = {};
-            }
-            return false;
+    bool reaches_match(const StimulusItem& item) {
+        switch (kind_of(item)) {
+            case StimulusItemKind::kNothing:
+                return false;
+            case StimulusItemKind::kRepeat:
+                repeat(item.time);
+                return false;
+            case StimulusItemKind::kCancel:
+                cancel(item.time);
+                return false;
+            case StimulusItemKind::kValue:
+                break;
         }
         return matches(item);
     }
 
-    bool matches(const Item& item) {
+    void cancel(std::int32_t from) {
+        if (time_ >= from) {
+            value_ = {};
+            signal_ = {};
+        }
+    }
+
+    bool matches(const StimulusItem& item) {
         if (item.time != time_) {
             return false;
         }
@@ -206,24 +82,13 @@ private:
     std::int32_t time_;
     // The items that repeats go back to; kept split, so that a repeat costs the same whatever their
     // length.
-    Item first_two_[2];
+    StimulusItem first_two_[2];
     int saved_ = 0;
 };
 
-void write_as_binary(const Head& head, std::string& value) {
-    // A value that does not convert stays as it is, behind the same prefix.
-    if (head.radix == DRO_RADIX_FIXED_POINT) {
-        dro_radix_conversion_fixed_point(value, &value, DRO_RADIX_FIXED_POINT, DRO_RADIX_BINARY,
-                                         std::string(head.fixed_point));
-    } else {
-        dro_radix_conversion(value, &value, head.radix, DRO_RADIX_BINARY, 0);
-    }
-    value.insert(0, "0b");
-}
-
 bool evaluate(std::string_view command, std::int32_t time, std::string& signal,
               std::string& value) {
-    Head head;
+    StimulusHead head;
     if (!take_head(command, head)) {
         signal.clear();
         value.clear();
@@ -273,7 +138,7 @@ bool kivo_stimulus_exists(KIVO_OBJ_LIST* stimulus, const std::string& signal) {
             continue;
         }
         std::string_view command = entry->text1;
-        Head head;
+        StimulusHead head;
         if (take_head(command, head) && head.signal == signal) {
             return true;
         }

@@ -1,0 +1,302 @@
+#include "kivo/vectors/timeline.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdint>
+#include <limits>
+#include <ostream>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "kivo/vectors/stimulus.h"
+
+namespace {
+
+constexpr std::int32_t kLowest = std::numeric_limits<std::int32_t>::min();
+constexpr std::int32_t kHighest = std::numeric_limits<std::int32_t>::max();
+constexpr std::size_t kNoLimit = std::numeric_limits<std::size_t>::max();
+
+struct Answer {
+    bool made = false;
+    std::string signal;
+    std::string value;
+
+    bool operator==(const Answer&) const = default;
+};
+
+std::ostream& operator<<(std::ostream& out, const Answer& answer) {
+    return out << (answer.made ? "true" : "false") << ", signal \"" << answer.signal
+               << "\", value \"" << answer.value << '"';
+}
+
+// What the timeline says about one time of its range.
+Answer told(const KIVO_TIMELINE& timeline, std::int32_t time) {
+    const auto run = std::lower_bound(
+        timeline.runs.begin(), timeline.runs.end(), time,
+        [](const KIVO_TIMELINE_RUN& left, std::int32_t right) { return left.last < right; });
+    if (run == timeline.runs.end() || time < run->first) {
+        return {false, timeline.signal, ""};
+    }
+    if (run->released) {
+        return {false, "", ""};
+    }
+    return {true, run->nameless ? "" : timeline.signal, timeline.values.at(run->value)};
+}
+
+Answer asked(const std::string& command, std::int32_t time) {
+    Answer answer;
+    answer.made = kivo_get_transition_at_time(command, time, answer.signal, answer.value);
+    return answer;
+}
+
+void expect_runs_in_order(const KIVO_TIMELINE& timeline, std::int64_t from) {
+    std::int64_t free_from = from;
+    const KIVO_TIMELINE_RUN* before = nullptr;
+    for (const KIVO_TIMELINE_RUN& run : timeline.runs) {
+        EXPECT_GE(run.first, free_from);
+        EXPECT_GE(run.last, run.first);
+        EXPECT_LT(run.last, timeline.end);
+        if (before != nullptr && free_from == run.first) {
+            EXPECT_TRUE(before->value != run.value || before->released != run.released ||
+                        before->nameless != run.nameless)
+                << "two runs that are one, at " << run.first;
+        }
+        before = &run;
+        free_from = std::int64_t{run.last} + 1;
+    }
+}
+
+// False, with a failure, when the timeline and the answers at single times differ.
+bool agrees(const std::string& command, std::int32_t from, std::int32_t to,
+            std::size_t limit = kNoLimit) {
+    const KIVO_TIMELINE timeline = kivo_get_timeline(command, from, to, limit);
+    expect_runs_in_order(timeline, from);
+    EXPECT_EQ(timeline.is_complete, timeline.end == std::int64_t{to} + 1) << command;
+    for (std::int64_t time = from; time < timeline.end; ++time) {
+        const auto at = static_cast<std::int32_t>(time);
+        if (told(timeline, at) != asked(command, at)) {
+            ADD_FAILURE() << command << " at " << time << ": " << told(timeline, at)
+                          << " instead of " << asked(command, at);
+            return false;
+        }
+    }
+    return !testing::Test::HasFailure();
+}
+
+std::string described(const KIVO_TIMELINE& timeline) {
+    std::string text;
+    for (const KIVO_TIMELINE_RUN& run : timeline.runs) {
+        text += (text.empty() ? "" : " ") + std::to_string(run.first);
+        if (run.last != run.first) {
+            text += ".." + std::to_string(run.last);
+        }
+        text += run.nameless ? "?" : "=";
+        text += run.released ? "released" : timeline.values.at(run.value);
+    }
+    return text;
+}
+
+std::string timeline_of(const std::string& command, std::int32_t from, std::int32_t to) {
+    return described(kivo_get_timeline(command, from, to, kNoLimit));
+}
+
+TEST(Timeline, PlainValuesInAnyOrder) {
+    EXPECT_EQ(timeline_of("force a 1 10,0 0", 0, 50), "0=0 10=1");
+}
+
+TEST(Timeline, OfTwoValuesAtOneTimeTheFirstCounts) {
+    EXPECT_EQ(timeline_of("force a 1 10,0 10", 0, 50), "10=1");
+}
+
+TEST(Timeline, TimesOutsideTheRangeAreLeftOut) {
+    EXPECT_EQ(timeline_of("force a 1 9,2 10,3 20,4 21", 10, 20), "10=2 20=3");
+}
+
+TEST(Timeline, RepeatComesUpFromItsPeriodOn) {
+    EXPECT_EQ(timeline_of("force a 0 0,1 10,-r 20", 0, 60), "0=0 10=1 20=0 30=1 40=0 50=1 60=0");
+}
+
+TEST(Timeline, RepeatWithPeriodZeroIsOneRun) {
+    EXPECT_EQ(timeline_of("force a 0 5,1 9,-r 0", 0, kHighest), "0..5=0 6..9=1");
+}
+
+TEST(Timeline, ReleaseLastsToTheEnd) {
+    EXPECT_EQ(timeline_of("force a 1 5,-c 8", 0, 20), "5=1 8..20=released");
+}
+
+TEST(Timeline, ReleaseIsBrokenByAnEarlierItem) {
+    EXPECT_EQ(timeline_of("force a 1 12,-c 8", 0, 20), "8..11=released 12=1 13..20=released");
+}
+
+TEST(Timeline, ValueBehindACancelHasNoSignal) {
+    EXPECT_EQ(timeline_of("force a -c 8,1 10", 0, 12), "8..9=released 10?1 11..12=released");
+}
+
+TEST(Timeline, ValuesOfHexadecimalCommandsAreBinary) {
+    const KIVO_TIMELINE timeline = kivo_get_timeline("force -hex a F 0,0F 5,f 9", 0, 9, kNoLimit);
+    EXPECT_TRUE(timeline.has_binary_values);
+    EXPECT_EQ(timeline.values, (std::vector<std::string>{"0b1111", "0b00001111"}));
+    EXPECT_EQ(described(timeline), "0=0b1111 5=0b00001111 9=0b1111");
+}
+
+TEST(Timeline, MalformedCommandTellsNothing) {
+    const KIVO_TIMELINE timeline = kivo_get_timeline("set a 1 0", 0, 100, kNoLimit);
+    EXPECT_EQ(timeline.signal, "");
+    EXPECT_TRUE(timeline.runs.empty());
+    EXPECT_TRUE(timeline.is_complete);
+    EXPECT_EQ(timeline.end, 101);
+}
+
+TEST(Timeline, EmptyRangeTellsNothing) {
+    const KIVO_TIMELINE timeline = kivo_get_timeline("force a 1 0", 5, 4, kNoLimit);
+    EXPECT_TRUE(timeline.runs.empty());
+    EXPECT_TRUE(timeline.is_complete);
+}
+
+TEST(Timeline, StopsBeforeTheTransitionBeyondTheLimit) {
+    const KIVO_TIMELINE timeline = kivo_get_timeline("force a 0 0,1 1,-r 2", 0, 1000, 4);
+    EXPECT_EQ(described(timeline), "0=0 1=1 2=0 3=1");
+    EXPECT_FALSE(timeline.is_complete);
+    EXPECT_EQ(timeline.end, 4);
+}
+
+TEST(Timeline, AsManyTransitionsAsTheLimitAreComplete) {
+    const KIVO_TIMELINE timeline = kivo_get_timeline("force a 0 0,1 100", 0, 1000, 2);
+    EXPECT_TRUE(timeline.is_complete);
+    EXPECT_EQ(timeline.end, 1001);
+}
+
+TEST(Timeline, LimitZeroStopsAtTheFirstTransition) {
+    const KIVO_TIMELINE timeline = kivo_get_timeline("force a 0 7", 0, 1000, 0);
+    EXPECT_FALSE(timeline.is_complete);
+    EXPECT_EQ(timeline.end, 7);
+}
+
+TEST(Timeline, ReachesBothEndsOfTime) {
+    EXPECT_EQ(timeline_of("force a 1 -2147483648,0 2147483647", kLowest, kHighest),
+              "-2147483648=1 2147483647=0");
+    EXPECT_EQ(timeline_of("force a 1 0,0 1073741824,-r 2147483647", kLowest, kHighest),
+              "0=1 1073741824=0 2147483647=1");
+    EXPECT_EQ(timeline_of("force a -c -2147483648", kLowest, kHighest),
+              "-2147483648..2147483647=released");
+    EXPECT_TRUE(agrees("force a 0 0,1 -1,-r -2147483648,-c 2147483640", kHighest - 50, kHighest));
+    EXPECT_TRUE(agrees("force a 0 0,1 -1,-r -1,-r 7", kLowest, kLowest + 50));
+}
+
+TEST(Timeline, AgreesWithTheAnswersAtSingleTimes) {
+    const std::vector<std::string> commands = {
+        "",
+        "force",
+        "force a",
+        "force  1 0",
+        "force a 0 0, 1 10,-r 20",
+        "force a 0 0 ,1 10,-r 20",
+        "force a 0 0,1 10,-r 20,-c 55",
+        "force a 0 0,1 10,-c 25,-r 20",
+        "force a 0 0,1 10,-r 20,-c 25,-r 30",
+        "force a 0 0,1 10,-r 20,-r 8",
+        "force a -r 5,0 1,1 2",
+        "force a 1 3,-r 5",
+        "force a -r 5,-c 9,-r 7",
+        "force a 0 -3,1 2,-r -7",
+        "force a 0 -3,1 -9,-r 0",
+        "force a 0 0,1 9,-r 0",
+        "force a 0 9,1 0,-r 0",
+        "force a 0 4,1 9,-r 0,-r 3,-c 7",
+        "force a 0 4,,1 9,-r 3",
+        "force a 0,1 9,-r 3",
+        "force -fixed_point(s2.2) a 0.5 0,-1.25 2,7 3,-r 4",
+        "force -hex a G 0,F 2,f 3,-r 4",
+        "force -unsigned a 3 @1,4 @x,5 6y",
+    };
+    for (const std::string& command : commands) {
+        EXPECT_TRUE(agrees(command, -40, 120)) << command;
+    }
+}
+
+class RandomCommand {
+public:
+    explicit RandomCommand(std::uint32_t seed) : random_(seed) {}
+
+    std::string next() {
+        std::string command = one_of({"force ", "force ", "force ", "force -bin ", "force -hex ",
+                                      "force -fixed_point(s4.2) ", "force -x "});
+        command += "sig ";
+        for (int left = number(0, 7); left > 0; --left) {
+            command += item() + one_of({",", ",", ",", ",", ", ", " ,", ",,"});
+        }
+        return command + item();
+    }
+
+    std::int32_t number(int low, int high) {
+        return std::uniform_int_distribution<int>(low, high)(random_);
+    }
+
+private:
+    std::string one_of(const std::vector<std::string>& choices) {
+        return choices[static_cast<std::size_t>(number(0, static_cast<int>(choices.size()) - 1))];
+    }
+
+    std::string item() {
+        const std::string keyword =
+            one_of({"0", "1", "F", "10", "-1.5", "-r", "-r", "-repeat", "-c", "-cancel", "-q", ""});
+        const std::string time = std::to_string(number(0, 9) == 0 ? 0 : number(-12, 40));
+        return keyword + one_of({" ", " ", " ", " @", "  ", ""}) + time;
+    }
+
+    std::mt19937 random_;
+};
+
+TEST(Timeline, AgreesOnRandomCommands) {
+    RandomCommand random(20240611);
+    for (int i = 0; i < 20000; ++i) {
+        const std::string command = random.next();
+        const std::int32_t from = random.number(-30, 20);
+        ASSERT_TRUE(agrees(command, from, from + random.number(0, 130))) << "number " << i;
+    }
+}
+
+TEST(Timeline, AgreesOnRandomCommandsUpToALimit) {
+    RandomCommand random(7);
+    for (int i = 0; i < 5000; ++i) {
+        const std::string command = random.next();
+        const auto limit = static_cast<std::size_t>(random.number(0, 12));
+        ASSERT_TRUE(agrees(command, -20, 100, limit)) << "number " << i << ", limit " << limit;
+    }
+}
+
+// Generous bounds: what they tell apart is work by the transition from work by the time step, or
+// by the command's length for each transition.
+void expect_quick(const std::string& command, std::int32_t to) {
+    const auto start = std::chrono::steady_clock::now();
+    const KIVO_TIMELINE timeline = kivo_get_timeline(command, 0, to, 2'000'000);
+    const std::chrono::duration<double> spent = std::chrono::steady_clock::now() - start;
+    EXPECT_FALSE(timeline.runs.empty());
+    EXPECT_LT(spent.count(), 10.0) << command.substr(0, 60);
+}
+
+TEST(Timeline, LongRangesCostTheirTransitions) {
+    expect_quick("force a 0 0,1 10,-r 20", 1'000'000);
+    expect_quick("force a 0 0,1 1000000000", kHighest);
+    expect_quick("force a 0 1,1 2,-r 0,-c 5", kHighest);
+    expect_quick("force a 0 0,1 1,-r 2", kHighest);
+}
+
+TEST(Timeline, LongCommandsCostTheirLength) {
+    std::string values = "force a 0 0";
+    std::string repeats = "force a 0 0,1 1";
+    std::string ended = "force a 0 0,1 1";
+    for (int i = 1; i <= 100000; ++i) {
+        values += ",1 " + std::to_string(i * 7);
+        repeats += ",-r " + std::to_string(i % 1000 + 1);
+        ended += ",-r " + std::to_string(i) + ",-c " + std::to_string(i);
+    }
+    expect_quick(values + ",-r 20", 1'000'000);
+    expect_quick(repeats, 1'000'000);
+    expect_quick(ended, 1'000'000);
+}
+
+}  // namespace
