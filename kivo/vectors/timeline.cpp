@@ -36,6 +36,7 @@ struct Items {
     std::vector<PlainValue> values;
     std::vector<Repeat> repeats;  // those that have two items to go back to
     std::vector<Time> cancels;
+    Time last_time = std::numeric_limits<Time>::min();
 };
 
 Items split_items(std::string_view text) {
@@ -43,7 +44,12 @@ Items split_items(std::string_view text) {
     int saved = 0;
     Time earliest_cancel = kNever;
     walk_items(text, items.first_two, saved, [&](const StimulusItem& item) {
-        switch (kind_of(item)) {
+        const StimulusItemKind kind = kind_of(item);
+        if (kind != StimulusItemKind::kNothing) {
+            const Time periods = kind == StimulusItemKind::kRepeat ? 2 : 1;
+            items.last_time = std::max(items.last_time, item.time * periods);
+        }
+        switch (kind) {
             case StimulusItemKind::kNothing:
                 break;
             case StimulusItemKind::kValue:
@@ -149,6 +155,7 @@ public:
         }
         timeline.end = now_;
         timeline.is_complete = now_ >= end_;
+        timeline.last_item_time = items_.last_time;
     }
 
 private:

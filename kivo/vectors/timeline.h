@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -25,6 +26,9 @@ struct KIVO_TIMELINE {
     std::vector<KIVO_TIMELINE_RUN> runs;  // by time; at times in none nothing happens
     std::int64_t end = 0;                 // the first time that is not told
     bool is_complete = true;              // false: stopped at the limit, before the range's end
+    // The latest time that an item of the command names, of a repeat the end of its second period;
+    // the lowest number when there is none. Whatever the range.
+    std::int64_t last_item_time = std::numeric_limits<std::int64_t>::min();
 };
 
 // Evaluates one stimulus command at all times from "from" to "to", both included: the runs tell

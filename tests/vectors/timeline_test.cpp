@@ -268,6 +268,18 @@ TEST(Timeline, AgreesOnRandomCommandsUpToALimit) {
     }
 }
 
+TEST(Timeline, LastItemTimeDoesNotDependOnTheRange) {
+    const auto last = [](const std::string& command) {
+        return kivo_get_timeline(command, 0, 0, 0).last_item_time;
+    };
+    EXPECT_EQ(last("force a 0 0,1 30,0 20"), 30);
+    EXPECT_EQ(last("force a 0 0,1 30,-c 45"), 45);
+    EXPECT_EQ(last("force a 0 0,1 30,-r 40"), 80);
+    EXPECT_EQ(last("force a 0 -7"), -7);
+    EXPECT_EQ(last("force a"), std::numeric_limits<std::int64_t>::min());
+    EXPECT_EQ(last("set a 1 0"), std::numeric_limits<std::int64_t>::min());
+}
+
 // Generous bounds: what they tell apart is work by the transition from work by the time step, or
 // by the command's length for each transition.
 void expect_quick(const std::string& command, std::int32_t to) {

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+
+#include "tools/terminal.h"
+#include "tools/wave/wave_model.h"
+
+// The forms that a waveform is drawn or written in. Names and texts of the description are escaped
+// in each of them.
+
+struct TerminalLook {
+    std::size_t columns = 100;
+    bool is_ascii = false;
+};
+
+// A row for each signal, below a heading and above a time axis.
+std::string render_terminal(const WaveModel& model, const TerminalLook& look, const Stream& stream);
+
+// A self-contained picture, readable on light and dark pages.
+std::string render_svg(const WaveModel& model);
+
+// A Value Change Dump; released signals are z in it and signals not driven yet x.
+std::string write_vcd(const WaveModel& model);
+
+// A save file of GTKWave that shows the signals of the dump in their display formats.
+std::string write_gtkw(const WaveModel& model, const std::string& dump_path,
+                       const std::string& own_path);
+
+// Strict WaveJSON, one character of a wave for each common step; nothing when that were too many.
+std::optional<std::string> write_wavejson(const WaveModel& model);

@@ -1,0 +1,177 @@
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <charconv>
+#include <iterator>
+#include <string_view>
+#include <vector>
+
+#include "tools/text_escape.h"
+#include "tools/wave/renderers.h"
+#include "tools/wave/vcd_names.h"
+
+namespace {
+
+// What a time scale of the description is in a dump, which knows 1, 10 and 100 of its units.
+struct Timescale {
+    std::int64_t factor = 1;  // of the description's times
+    std::string text = "1 ns";
+    bool is_known = false;
+};
+
+Timescale read_time_scale(const std::string& written) {
+    std::int64_t number = 1;
+    const char* const end = written.data() + written.size();
+    const auto read = std::from_chars(written.data(), end, number);
+    const char* at = read.ec == std::errc() ? read.ptr : written.data();
+    at = std::find_if(at, end, [](char letter) { return letter != ' '; });
+    const std::string_view unit(at, static_cast<std::size_t>(end - at));
+    constexpr std::string_view kUnits[] = {"fs", "ps", "ns", "us", "ms", "s"};
+    constexpr std::int64_t kLargestNumber = 1'000'000;
+    const bool is_unit = std::find(std::begin(kUnits), std::end(kUnits), unit) != std::end(kUnits);
+    if (!is_unit || number < 1 || number > kLargestNumber) {
+        return {};
+    }
+    if (number == 1 || number == 10 || number == 100) {
+        return {1, fmt::format("{} {}", number, unit), true};
+    }
+    return {number, fmt::format("1 {}", unit), true};
+}
+
+// Short codes of the printable characters from "!" to "~".
+std::string code_of(std::size_t index) {
+    constexpr std::size_t kLetters = '~' - '!' + 1;
+    std::string code;
+    do {
+        code += static_cast<char>('!' + index % kLetters);
+        index /= kLetters;
+    } while (index > 0);
+    return code;
+}
+
+// Text for a comment, which a word "$end" would close.
+std::string comment_text(const std::string& text) {
+    std::string safe;
+    for (const char letter : escape_text(text)) {
+        safe += letter == '$' ? std::string("\\x24") : std::string(1, letter);
+    }
+    return safe;
+}
+
+class DumpWriter {
+public:
+    explicit DumpWriter(const WaveModel& model)
+        : model_(model), names_(make_vcd_names(model)), scale_(read_time_scale(model.time_scale)) {}
+
+    std::string write() {
+        write_header();
+        write_changes();
+        return std::move(out_);
+    }
+
+private:
+    void add(std::string_view text) {
+        out_ += text;
+        out_ += '\n';
+    }
+
+    void add_comment(const std::string& text) { add("$comment " + comment_text(text) + " $end"); }
+
+    void write_header() {
+        add("$version kivo $end");
+        if (!model_.caption.empty()) {
+            add_comment(model_.caption);
+        }
+        if (!scale_.is_known) {
+            add_comment("Time scale of the description: '" + model_.time_scale + "'");
+        }
+        if (model_.start < 0) {
+            add_comment(fmt::format("Time 0 is {} of the description", model_.start));
+        }
+        if (names_.scope != model_.name) {
+            add_comment(names_.scope + " is " + model_.name);
+        }
+        for (std::size_t i = 0; i < model_.signals.size(); ++i) {
+            if (names_.signals[i] != model_.signals[i].name) {
+                add_comment(names_.signals[i] + " is " + model_.signals[i].name);
+            }
+        }
+        add("$timescale " + scale_.text + " $end");
+        add("$scope module " + names_.scope + " $end");
+        for (std::size_t i = 0; i < model_.signals.size(); ++i) {
+            const WaveSignal& signal = model_.signals[i];
+            const std::string range = vcd_range(signal);
+            add(fmt::format("$var wire {} {} {}{} $end", signal.width, code_of(i),
+                            names_.signals[i], range.empty() ? "" : " " + range));
+        }
+        add("$upscope $end");
+        add("$enddefinitions $end");
+    }
+
+    void write_time(std::int64_t time) {
+        // A dump knows no time before 0.
+        const std::int64_t origin = std::min<std::int64_t>(model_.start, 0);
+        out_ += '#';
+        fmt::format_to(std::back_inserter(out_), "{}\n", (time - origin) * scale_.factor);
+    }
+
+    void write_change(std::size_t index, const WaveChange& change) {
+        const WaveSignal& signal = model_.signals[index];
+        if (signal.width > 1) {
+            out_ += 'b';
+        }
+        if (change.state == WaveState::kValue) {
+            out_ += signal.values[change.value].bits;
+        } else {
+            out_.append(signal.width, change.state == WaveState::kReleased ? 'z' : 'x');
+        }
+        if (signal.width > 1) {
+            out_ += ' ';
+        }
+        add(code_of(index));
+    }
+
+    void write_changes() {
+        struct Event {
+            std::int64_t time;
+            std::size_t signal;
+            const WaveChange* change;
+        };
+        write_time(model_.start);
+        add("$dumpvars");
+        std::vector<Event> events;
+        for (std::size_t i = 0; i < model_.signals.size(); ++i) {
+            const auto& changes = model_.signals[i].changes;
+            write_change(i, changes.front());
+            for (std::size_t k = 1; k < changes.size(); ++k) {
+                events.push_back({changes[k].time, i, &changes[k]});
+            }
+        }
+        add("$end");
+        std::stable_sort(events.begin(), events.end(), [](const Event& left, const Event& right) {
+            return left.time < right.time;
+        });
+        std::int64_t now = model_.start;
+        for (const Event& event : events) {
+            if (event.time != now) {
+                now = event.time;
+                write_time(now);
+            }
+            write_change(event.signal, *event.change);
+        }
+        if (now != model_.end) {
+            write_time(model_.end);
+        }
+    }
+
+    const WaveModel& model_;
+    const VcdNames names_;
+    const Timescale scale_;
+    std::string out_;
+};
+
+}  // namespace
+
+std::string write_vcd(const WaveModel& model) {
+    return DumpWriter(model).write();
+}
