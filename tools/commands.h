@@ -25,3 +25,4 @@ Command add_doc(CLI::App& program);
 Command add_show(CLI::App& program);
 Command add_translate(CLI::App& program);
 Command add_value(CLI::App& program);
+Command add_wave(CLI::App& program);

@@ -11,7 +11,7 @@
 namespace {
 
 constexpr const char* kUsage =
-    "kivo check|doc|show|translate|value ...; 'kivo --help' says what each of them does";
+    "kivo check|doc|show|translate|value|wave ...; 'kivo --help' says what each of them does";
 
 class Program {
 public:
@@ -36,8 +36,8 @@ Program::Program() {
     app_.set_version_flag("--version", "kivo " KIVO_VERSION);
     // One at most, so that a file may have the name of a sub-command.
     app_.require_subcommand(0, 1);
-    commands_ = {add_check(app_), add_doc(app_), add_show(app_), add_translate(app_),
-                 add_value(app_)};
+    commands_ = {add_check(app_),     add_doc(app_),   add_show(app_),
+                 add_translate(app_), add_value(app_), add_wave(app_)};
     add_color_option(app_);
     for (const Command& command : commands_) {
         add_color_option(*command.app);

@@ -38,7 +38,8 @@ text { font: 12px ui-monospace, "DejaVu Sans Mono", Menlo, Consolas, monospace; 
 .grid { stroke: #e3e8ee; fill: none; }
 .axis { stroke: #8a96a3; fill: none; }
 .level { stroke: #1d5fa8; stroke-width: 1.5; stroke-linejoin: round; fill: none; }
-.bus { stroke: #1d5fa8; stroke-width: 1.5; stroke-linejoin: round; fill: #edf4fc; }
+.bus { stroke: #1d5fa8; stroke-width: 1.5; stroke-linejoin: round; fill: none; }
+.inside { fill: #edf4fc; }
 .released { stroke: #b3610a; stroke-width: 1.5; stroke-dasharray: 5 3; fill: none; }
 .undriven { stroke: #8a96a3; stroke-width: 1.5; stroke-dasharray: 1.5 4; fill: none; }
 .crowded { fill: #1d5fa8; fill-opacity: 0.55; }
@@ -49,7 +50,8 @@ text { fill: #e4eaf1; }
 .grid { stroke: #28313b; }
 .axis { stroke: #72808e; }
 .level { stroke: #79b8ff; }
-.bus { stroke: #79b8ff; fill: #1b2938; }
+.bus { stroke: #79b8ff; }
+.inside { fill: #1b2938; }
 .released { stroke: #f2ae5a; }
 .undriven { stroke: #72808e; }
 .crowded { fill: #79b8ff; }
@@ -356,15 +358,16 @@ private:
         const std::string shown = escape_text(signal.values[span.change->value].shown);
         add("<g><title>{} from {}</title>", escape_xml(shown),
             escape_xml(time_text(span.change->time)));
-        add("<path class=\"bus\" d=\"M{:.1f} {:.1f}H{:.1f}{}H{:.1f}{}\"/>", in_left, high, in_right,
-            is_last
-                ? fmt::format("M{:.1f} {:.1f}", in_right, low)
-                : fmt::format("L{:.1f} {:.1f}L{:.1f} {:.1f}", span.right, middle, in_right, low),
-            in_left,
-            is_first ? fmt::format("M{:.1f} {:.1f}", in_left, high)
-            : is_last
-                ? fmt::format("L{:.1f} {:.1f}L{:.1f} {:.1f}", span.left, middle, in_left, high)
-                : fmt::format("L{:.1f} {:.1f}Z", span.left, middle));
+        const std::string top = fmt::format("M{:.1f} {:.1f}H{:.1f}", in_left, high, in_right);
+        const std::string right =
+            fmt::format("L{:.1f} {:.1f}L{:.1f} {:.1f}", span.right, middle, in_right, low);
+        const std::string bottom = fmt::format("H{:.1f}", in_left);
+        const std::string left =
+            fmt::format("L{:.1f} {:.1f}L{:.1f} {:.1f}", span.left, middle, in_left, high);
+        add("<path class=\"inside\" d=\"{}{}{}{}Z\"/>", top, right, bottom, left);
+        add("<path class=\"bus\" d=\"{}{}{}{}\"/>", top,
+            is_last ? fmt::format("M{:.1f} {:.1f}", in_right, low) : right, bottom,
+            is_first ? "" : left);
         const auto room =
             static_cast<std::size_t>((span.right - span.left - 2 * kSlant) > 0
                                          ? (span.right - span.left - 2 * kSlant) / kLetterWidth
