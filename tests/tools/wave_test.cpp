@@ -1,0 +1,350 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <map>
+#include <nlohmann/json.hpp>
+#include <pugixml.hpp>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "tests/tools/program.h"
+
+namespace {
+
+std::string content_of(const std::string& path) {
+    std::ifstream stream(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+bool has(const std::string& text, const std::string& part) {
+    return text.find(part) != std::string::npos;
+}
+
+// A description with one vector "w" that holds these elements.
+std::string with_wave(const std::string& elements) {
+    return with_sections(
+        "<FUNCTION_INFORMATION><TIME_SCALE VALUE='ns'/></FUNCTION_INFORMATION>"
+        "<WAVE_DATA><WAVE NAME='w' MAX_TIME='40' TIME_STEP='10'>" +
+        elements + "</WAVE></WAVE_DATA>");
+}
+
+RunOptions in_utf8() {
+    return {.environment = {{"LC_ALL", "C.UTF-8"}}};
+}
+
+std::size_t files_beside(const std::string& path) {
+    const auto folder = std::filesystem::path(path).parent_path();
+    return static_cast<std::size_t>(std::distance(std::filesystem::directory_iterator(folder),
+                                                  std::filesystem::directory_iterator()));
+}
+
+std::string draw(const std::string& elements, const std::vector<std::string>& options = {}) {
+    const TemporaryFolder folder;
+    std::vector<std::string> arguments = {"wave", folder.write("a_info.xml", with_wave(elements))};
+    arguments.insert(arguments.end(), options.begin(), options.end());
+    const RunResult run = run_kivo(arguments);
+    EXPECT_EQ(run.status, 0) << run.err;
+    return run.out;
+}
+
+// What the program writes for the vector "w" with one output option.
+std::string written(const std::string& elements, const std::string& option) {
+    const TemporaryFolder folder;
+    const std::string out = folder.path("out");
+    const RunResult run =
+        run_kivo({"wave", folder.write("a_info.xml", with_wave(elements)), "w", option, out});
+    EXPECT_EQ(run.status, 0) << run.err;
+    EXPECT_EQ(run.out, "");
+    return content_of(out);
+}
+
+TEST(WaveTest, DrawsLevelsValuesAndReleases) {
+    EXPECT_EQ(
+        draw("<STIM>force c 0 0,1 10,-r 20</STIM><STIM>force -hex d 0A 10,FF 20,-c 30</STIM>"),
+        "w\n"
+        "     c  ______/~~~~~\\_____/~~~~~\n"
+        "d[7:0]  ......|=0A==|=FF==zzzzzz\n"
+        "        +-----------+-----------+\n"
+        "    ns  0           20          40\n"
+        "        z released   . not driven yet\n");
+}
+
+TEST(WaveTest, DrawsInUnicodeUnderAUtf8Locale) {
+    const RunResult run = run_kivo({"wave", example("ram_info.xml"), "shared_bus"}, in_utf8());
+    EXPECT_EQ(run.status, 0) << run.err;
+    EXPECT_TRUE(has(run.out, "dq[15:0]  ╳═CAFE══╳═1234══╌╌╌╌")) << run.out;
+    const RunResult ascii =
+        run_kivo({"wave", "--ascii", example("ram_info.xml"), "shared_bus"}, in_utf8());
+    EXPECT_TRUE(has(ascii.out, "dq[15:0]  |=CAFE==|=1234==zzzz")) << ascii.out;
+}
+
+TEST(WaveTest, WithoutAVectorDrawsAllOfThem) {
+    const RunResult run = run_kivo({"wave", example("fifo_info.xml")});
+    EXPECT_EQ(run.status, 0) << run.err;
+    EXPECT_LT(run.out.find("fill_and_drain - "), run.out.find("streaming - "));
+    EXPECT_TRUE(has(run.out, "overflow"));
+}
+
+TEST(WaveTest, AFileNeedsOneVector) {
+    const TemporaryFolder folder;
+    const std::string out = folder.path("out.svg");
+    const RunResult run = run_kivo({"wave", example("fifo_info.xml"), "--svg", out});
+    EXPECT_EQ(run.status, 2);
+    EXPECT_TRUE(has(run.err, "'fill_and_drain', 'streaming', 'overflow'")) << run.err;
+    EXPECT_FALSE(std::filesystem::exists(out));
+}
+
+TEST(WaveTest, AnUnknownVectorIsAnsweredWithTheKnownOnes) {
+    const RunResult run = run_kivo({"wave", example("fifo_info.xml"), "fill"});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_TRUE(has(run.err, "no vector 'fill'; the vectors are: 'fill_and_drain'")) << run.err;
+}
+
+constexpr const char* kConditional =
+    "<STIM>force a 0 0</STIM><IF>MODE == 1</IF><THEN><STIM>force d 5 0</STIM></THEN>"
+    "<ELSE><STIM>force d 7 0</STIM></ELSE>";
+
+TEST(WaveTest, TheThenPartCountsUnlessElseNamesTheCondition) {
+    EXPECT_TRUE(has(draw(kConditional), "=5=")) << draw(kConditional);
+    const std::string otherwise = draw(kConditional, {"--else", "MODE == 1"});
+    EXPECT_TRUE(has(otherwise, "=7=")) << otherwise;
+}
+
+TEST(WaveTest, AnUnknownConditionIsAnsweredWithTheKnownOnes) {
+    const TemporaryFolder folder;
+    const RunResult run = run_kivo(
+        {"wave", folder.write("a_info.xml", with_wave(kConditional)), "--else", "MODE == 2"});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_TRUE(has(run.err, "the conditions are: 'MODE == 1'")) << run.err;
+}
+
+TEST(WaveTest, OfSeveralCommandsOfASignalTheLastGoesFirst) {
+    const std::string vcd =
+        written("<STIM>force a 1 0,0 10,1 20</STIM><STIM>force a 0 20,1 30</STIM>", "--vcd");
+    EXPECT_TRUE(has(vcd, "$dumpvars\n1!\n$end\n#10\n0!\n#30\n1!\n#40\n")) << vcd;
+}
+
+TEST(WaveTest, DumpHasWidthsReleasesAndUndrivenSignals) {
+    EXPECT_EQ(written("<STIM>force c 0 0,1 10,-r 20</STIM>"
+                      "<STIM>force -hex d 0A 10,FF 20,-c 30</STIM>",
+                      "--vcd"),
+              "$version kivo $end\n$timescale 1 ns $end\n$scope module w $end\n"
+              "$var wire 1 ! c $end\n$var wire 8 \" d [7:0] $end\n$upscope $end\n"
+              "$enddefinitions $end\n#0\n$dumpvars\n0!\nbxxxxxxxx \"\n$end\n"
+              "#10\n1!\nb00001010 \"\n#20\n0!\nb11111111 \"\n#30\n1!\nbzzzzzzzz \"\n"
+              "#40\n0!\n");
+}
+
+// The values of a dump by time and name, whatever codes and order it uses.
+std::vector<std::string> changes_of(const std::string& dump) {
+    std::vector<std::string> changes;
+    std::map<std::string, std::string> names;
+    std::string time;
+    for (const std::string& line : lines_of(dump)) {
+        std::istringstream words(line);
+        std::string word;
+        words >> word;
+        if (word == "$var") {
+            std::string kind;
+            std::string width;
+            std::string code;
+            std::string name;
+            words >> kind >> width >> code >> name;
+            names[code] = name + ':' + width;
+        } else if (word.rfind('#', 0) == 0) {
+            time = word;
+        } else if (word.rfind('b', 0) == 0) {
+            std::string code;
+            words >> code;
+            changes.push_back(time + ' ' + names[code] + ' ' + word.substr(1));
+        } else if (!time.empty() && !word.empty() && word.front() != '$') {
+            changes.push_back(time + ' ' + names[word.substr(1)] + ' ' + word.front());
+        }
+    }
+    std::sort(changes.begin(), changes.end());
+    return changes;
+}
+
+void expect_round_trip(const std::string& description, const std::string& vector) {
+    const TemporaryFolder folder;
+    const std::string dump = folder.path("a.vcd");
+    const RunResult run = run_kivo({"wave", description, vector, "--vcd", dump});
+    ASSERT_EQ(run.status, 0) << run.err;
+    const std::string convert = "vcd2fst '" + dump + "' '" + folder.path("a.fst") +
+                                "' >/dev/null 2>&1 && fst2vcd '" + folder.path("a.fst") + "' -o '" +
+                                folder.path("b.vcd") + "' >/dev/null 2>&1";
+    ASSERT_EQ(std::system(convert.c_str()), 0) << convert;
+    const std::vector<std::string> changes = changes_of(content_of(dump));
+    EXPECT_FALSE(changes.empty());
+    EXPECT_EQ(changes_of(content_of(folder.path("b.vcd"))), changes) << vector;
+}
+
+TEST(WaveTest, OtherProgramsReadTheDump) {
+    expect_round_trip(example("fifo_info.xml"), "fill_and_drain");
+    expect_round_trip(example("ram_info.xml"), "shared_bus");
+    expect_round_trip(example("ram_info.xml"), "write_then_read");
+    expect_round_trip(example("counter_info.xml"), "signed_offset");
+}
+
+TEST(WaveTest, SaveFileCarriesTheDisplayFormats) {
+    const TemporaryFolder folder;
+    const std::string description = folder.write(
+        "a_info.xml",
+        with_wave("<STIM>force -hex u 0A 0</STIM><STIM>force -hex s 0A 0</STIM>"
+                  "<STIM>force -hex f 0A 0</STIM><STIM>force -hex h 0A 0</STIM>"
+                  "<DISPLAY>add wave -unsigned u</DISPLAY><DISPLAY>add wave -signed s</DISPLAY>"
+                  "<DISPLAY>add wave -fixed_point(s4.4) f</DISPLAY>"));
+    const RunResult run = run_kivo(
+        {"wave", description, "w", "--vcd", folder.path("a.vcd"), "--gtkw", folder.path("a.gtkw")});
+    ASSERT_EQ(run.status, 0) << run.err;
+    const std::string saved = content_of(folder.path("a.gtkw"));
+    EXPECT_TRUE(has(saved, "[dumpfile] \"" + folder.path("a.vcd") + "\"\n")) << saved;
+    EXPECT_TRUE(has(saved,
+                    "@24\nw.u[7:0]\n@420\nw.s[7:0]\n[fpshift_count] 4\n@40000420\n"
+                    "w.f[7:0]\n@22\nw.h[7:0]\n"))
+        << saved;
+}
+
+TEST(WaveTest, SaveFileNeedsADump) {
+    const TemporaryFolder folder;
+    const RunResult run =
+        run_kivo({"wave", example("ram_info.xml"), "shared_bus", "--gtkw", folder.path("a.gtkw")});
+    EXPECT_EQ(run.status, 2);
+}
+
+TEST(WaveTest, WaveJsonIsStrict) {
+    const std::string text =
+        written("<STIM>force c 0 0,1 10,-r 20</STIM><STIM>force -hex d 0A 10,FF 20,-c 30</STIM>",
+                "--wavejson");
+    const auto json = nlohmann::json::parse(text);
+    ASSERT_EQ(json["signal"].size(), 2U) << text;
+    EXPECT_EQ(json["signal"][0]["name"], "c");
+    EXPECT_EQ(json["signal"][0]["wave"], "0101");
+    EXPECT_EQ(json["signal"][1]["name"], "d[7:0]");
+    EXPECT_EQ(json["signal"][1]["wave"], "x==z");
+    EXPECT_EQ(json["signal"][1]["data"], (std::vector<std::string>{"0A", "FF"}));
+    EXPECT_EQ(json["head"]["text"], "w");
+    EXPECT_EQ(json["foot"]["text"], "from 0 ns to 40 ns in steps of 10 ns");
+}
+
+TEST(WaveTest, SvgHasATitleTextAndNoReferenceToAnythingElse) {
+    const std::string svg =
+        written("<CAPTION>A bus</CAPTION><STIM>force -hex d CAFE 0</STIM>", "--svg");
+    pugi::xml_document document;
+    ASSERT_TRUE(document.load_string(svg.c_str())) << svg;
+    const pugi::xml_node root = document.child("svg");
+    EXPECT_STREQ(root.attribute("role").value(), "img");
+    EXPECT_STREQ(root.child_value("title"), "w: A bus");
+    EXPECT_TRUE(has(root.child_value("desc"), "d[15:0]: CAFE at 0."));
+    EXPECT_TRUE(has(svg, "prefers-color-scheme: dark"));
+    EXPECT_TRUE(has(svg, ">CAFE</text>")) << svg;
+    EXPECT_FALSE(has(svg, "href")) << svg;
+}
+
+// Markup, escape sequences and what closes things, in every name and text.
+const std::string kHostileText = "&lt;/title&gt;&lt;script&gt;\"' &amp; $end \\ &#x9b;31m\xFF";
+
+std::string hostile_description() {
+    const std::string signal = "&lt;s&gt;&amp;\"'$end&#x9;&#x85;\xFE";
+    return with_sections(
+        "<FUNCTION_INFORMATION><TIME_SCALE VALUE='&lt;n&gt; &#x9b;$end'/>"
+        "</FUNCTION_INFORMATION><WAVE_DATA><WAVE NAME='&lt;w&gt; $end &#x85;'>"
+        "<CAPTION>" +
+        kHostileText + "</CAPTION><WAVE_CONDITION>" + kHostileText +
+        "</WAVE_CONDITION><STIM>force " + signal +
+        " &lt;v&gt;&amp;\"&#x85; 0,1 5</STIM><STIM>force $end 1 0</STIM>"
+        "</WAVE></WAVE_DATA>");
+}
+
+void expect_harmless(const std::string& text) {
+    for (const char letter : text) {
+        EXPECT_TRUE(letter == '\n' || static_cast<unsigned char>(letter) >= ' ') << text;
+    }
+    // C1 control characters, as UTF-8.
+    EXPECT_FALSE(has(text, "\xC2\x85")) << text;
+    EXPECT_FALSE(has(text, "\xC2\x9B")) << text;
+    EXPECT_FALSE(has(text, "\xFF")) << text;
+    EXPECT_FALSE(has(text, "\xFE")) << text;
+}
+
+TEST(WaveTest, TextsOfTheDescriptionCannotBreakOut) {
+    const TemporaryFolder folder;
+    const std::string description = folder.write("a_info.xml", hostile_description());
+    const RunResult drawn = run_kivo({"wave", description}, in_utf8());
+    EXPECT_EQ(drawn.status, 0) << drawn.err;
+    expect_harmless(drawn.out);
+    expect_harmless(drawn.err);
+
+    const RunResult run =
+        run_kivo({"wave", description, "--svg", folder.path("a.svg"), "--vcd", folder.path("a.vcd"),
+                  "--gtkw", folder.path("a.gtkw"), "--wavejson", folder.path("a.json")});
+    ASSERT_EQ(run.status, 0) << run.err;
+
+    const std::string svg = content_of(folder.path("a.svg"));
+    expect_harmless(svg);
+    EXPECT_FALSE(has(svg, "<script")) << svg;
+    pugi::xml_document document;
+    EXPECT_TRUE(document.load_string(svg.c_str())) << svg;
+
+    const std::string vcd = content_of(folder.path("a.vcd"));
+    expect_harmless(vcd);
+    for (const std::string& line : lines_of(vcd)) {
+        const std::size_t closed = line.find("$end");
+        EXPECT_TRUE(closed == std::string::npos || closed + 4 == line.size()) << line;
+    }
+    expect_round_trip(description, "<w> $end \xC2\x85");
+
+    expect_harmless(content_of(folder.path("a.gtkw")));
+    EXPECT_TRUE(nlohmann::json::accept(content_of(folder.path("a.json"))));
+}
+
+TEST(WaveTest, AFileThatCannotBeWrittenLeavesNothingBehind) {
+    const TemporaryFolder folder;
+    const std::string description =
+        folder.write("a_info.xml", with_wave("<STIM>force a 1 0</STIM>"));
+    for (const std::string option : {"--svg", "--vcd", "--wavejson"}) {
+        const RunResult missing =
+            run_kivo({"wave", description, "w", option, folder.path("no/such/out")});
+        EXPECT_EQ(missing.status, 3) << option;
+        EXPECT_TRUE(has(missing.err, "No such file or directory")) << missing.err;
+        const RunResult full = run_kivo({"wave", description, "w", option, "/dev/full"});
+        EXPECT_EQ(full.status, 3) << option;
+        EXPECT_TRUE(has(full.err, "No space left on device")) << full.err;
+    }
+    EXPECT_EQ(files_beside(description), 1U);
+    std::filesystem::create_directory(folder.path("taken"));
+    EXPECT_EQ(run_kivo({"wave", description, "w", "--svg", folder.path("taken")}).status, 3);
+    EXPECT_EQ(files_beside(description), 2U);
+}
+
+TEST(WaveTest, AMillionStepsAreDrawnAtOnce) {
+    const TemporaryFolder folder;
+    const std::string description = folder.write(
+        "a_info.xml", with_sections("<WAVE_DATA><WAVE NAME='w' MAX_TIME='1000000'>"
+                                    "<STIM>force c 0 0,1 10,-r 20</STIM></WAVE></WAVE_DATA>"));
+    const auto start = std::chrono::steady_clock::now();
+    const RunResult run = run_kivo({"wave", description});
+    const std::chrono::duration<double> spent = std::chrono::steady_clock::now() - start;
+    EXPECT_EQ(run.status, 0) << run.err;
+    EXPECT_TRUE(has(run.out, "c  ####")) << run.out;
+    // An evaluation of every step is many times slower than this, which sanitizers meet too.
+    EXPECT_LT(spent.count(), 5.0);
+}
+
+TEST(WaveTest, ATinyPeriodIsBoundedAndSaysSo) {
+    const TemporaryFolder folder;
+    const std::string description = folder.write(
+        "a_info.xml", with_sections("<WAVE_DATA><WAVE NAME='w' MAX_TIME='2000000000'>"
+                                    "<STIM>force c 0 0,1 1,-r 2</STIM></WAVE></WAVE_DATA>"));
+    const RunResult run = run_kivo({"wave", description});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_TRUE(has(run.err, "only those up to 3999999 of 2000000000 are taken")) << run.err;
+}
+
+}  // namespace
