@@ -295,8 +295,8 @@ TEST(WaveTest, TextsOfTheDescriptionCannotBreakOut) {
     const std::string vcd = content_of(folder.path("a.vcd"));
     expect_harmless(vcd);
     for (const std::string& line : lines_of(vcd)) {
-        const std::size_t closed = line.find("$end");
-        EXPECT_TRUE(closed == std::string::npos || closed + 4 == line.size()) << line;
+        const std::size_t closed = line.find(" $end");
+        EXPECT_TRUE(closed == std::string::npos || closed + 5 == line.size()) << line;
     }
     expect_round_trip(description, "<w> $end \xC2\x85");
 

@@ -19,7 +19,7 @@ constexpr double kWaveHeight = 20;
 constexpr double kLetterWidth = 7.25;  // of the 12-pixel monospaced text
 constexpr double kNameGap = 14;
 constexpr double kSlant = 3;
-constexpr double kStepWidth = 16;
+constexpr double kStepWidth = 24;
 constexpr double kMinPlotWidth = 640;
 constexpr double kMaxPlotWidth = 1400;
 // Changes that are closer than this are drawn as one block.
@@ -125,15 +125,17 @@ public:
     }
 
     std::string draw() {
-        add_start();
         add_heading();
         add_grid();
         for (std::size_t i = 0; i < model_.signals.size(); ++i) {
             add_row(model_.signals[i], top_ + static_cast<double>(i) * kRowHeight);
         }
         add_legend();
-        out_ += "</svg>\n";
-        return std::move(out_);
+        // Only now it is known whether there is a legend to make room for.
+        const std::string body = std::move(out_);
+        out_.clear();
+        add_start();
+        return out_ + body + "</svg>\n";
     }
 
 private:
@@ -178,7 +180,7 @@ private:
 
     void add_start() {
         const double width = left_ + plot_width_ + kMargin;
-        const double height = bottom_ + 46 + kMargin;
+        const double height = bottom_ + (has_legend_ ? 46 : 22) + kMargin;
         add("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
             "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"{0:.0f}\" height=\"{1:.0f}\" "
             "viewBox=\"0 0 {0:.0f} {1:.0f}\" role=\"img\" "
@@ -384,6 +386,7 @@ private:
         double x = left_;
         const double y = bottom_ + 42;
         const auto add_entry = [&](const std::string& sample, const std::string& text) {
+            has_legend_ = true;
             out_ += sample;
             add("<text class=\"tick\" x=\"{:.1f}\" y=\"{}\">{}</text>\n", x + 30, y, text);
             x += 30 + static_cast<double>(text.size()) * kLetterWidth + 18;
@@ -413,6 +416,7 @@ private:
     std::string out_;
     bool is_in_level_ = false;
     bool has_crowded_ = false;
+    bool has_legend_ = false;
 };
 
 }  // namespace
