@@ -84,16 +84,7 @@ KIVO_OBJ_TYPE port_type(std::string_view word) {
 }  // namespace
 
 KIVO_MESSAGE_LIST process_port_fields(KIVO_OBJ_INFO* object, KIVO_XML_ELEMENT& element) {
-    KIVO_MESSAGE_LIST messages;
-    if (object == nullptr) {
-        return messages;
-    }
-    MessageCollector collector(messages, element.mark());
-    for (const KIVO_XML_ATTRIBUTE& attribute : element.attributes()) {
-        apply_attribute(*object, attribute, collector);
-    }
-    process_kivo_obj_subtags(*object, element, messages);
-    return messages;
+    return read_fields(object, element, apply_attribute);
 }
 
 KIVO_INFO::Declared KIVO_INFO::read_port_head(KIVO_XML_ELEMENT& element) {

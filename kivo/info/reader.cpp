@@ -8,3 +8,17 @@ std::string_view name_attribute(KIVO_XML_ELEMENT& element) {
     }
     return {};
 }
+
+KIVO_MESSAGE_LIST read_fields(KIVO_OBJ_INFO* object, KIVO_XML_ELEMENT& element,
+                              AttributeReader apply_attribute) {
+    KIVO_MESSAGE_LIST messages;
+    if (object == nullptr) {
+        return messages;
+    }
+    MessageCollector collector(messages, element.mark());
+    for (const KIVO_XML_ATTRIBUTE& attribute : element.attributes()) {
+        apply_attribute(*object, attribute, collector);
+    }
+    process_kivo_obj_subtags(*object, element, messages);
+    return messages;
+}

@@ -48,3 +48,10 @@ KIVO_MESSAGE_LIST process_port_fields(KIVO_OBJ_INFO* object, KIVO_XML_ELEMENT& e
 // the messages that arose.
 void process_kivo_obj_subtags(KIVO_OBJ_INFO& object, KIVO_XML_ELEMENT& element,
                               KIVO_MESSAGE_LIST& messages);
+
+// Applies one attribute to an object; what is wrong with it goes to the collector.
+using AttributeReader = void (*)(KIVO_OBJ_INFO&, const KIVO_XML_ATTRIBUTE&, MessageCollector&);
+
+// What the field readers have in common: all attributes first, then the value rules.
+KIVO_MESSAGE_LIST read_fields(KIVO_OBJ_INFO* object, KIVO_XML_ELEMENT& element,
+                              AttributeReader apply_attribute);
