@@ -8,6 +8,7 @@
 #include "kivo/objects/loaded.h"
 #include "kivo/toolkit/files.h"
 #include "kivo/toolkit/input_source.h"
+#include "kivo/toolkit/record_pool.h"
 #include "kivo/toolkit/strings.h"
 #include "kivo/toolkit/xml_parser.h"
 
@@ -43,6 +44,7 @@ private:
     KIVO_MARK number_file(const std::string& path);
 
     KIVO_INFO& info_;
+    KIVO_RECORD_POOL records_;
     std::vector<Link> chain_;
     std::set<FileIdentity> in_chain_;
 };
@@ -119,10 +121,10 @@ void FileLoader::parse_and_read(KIVO_XML_FILE_INPUT_SOURCE& source, const std::s
     const KIVO_MARK whole_file = number_file(source.name);
     source.file_number = whole_file.file;
     KIVO_XML_SAX_PARSER parser;
+    parser.walk_once();
     const bool parsed = parser.parse(source);
     // A chain of includes must not hold a descriptor for each of its files.
     source.close_xml_file();
-    info_.loaded_->files[whole_file.file - 1].lines = parser.take_line_table();
     if (!parsed) {
         info_.post({KIVO_MESSAGE_ID::kInvalidFile, whole_file,
                     compose("Invalid XML source file ", file_name)});
@@ -130,9 +132,10 @@ void FileLoader::parse_and_read(KIVO_XML_FILE_INPUT_SOURCE& source, const std::s
         info_.post(
             {KIVO_MESSAGE_ID::kNoRoot, whole_file, "Root tag in XML rules file should be ROOT"});
     } else if (parser.root_element()->tag_name() == "ROOT") {
-        parser.walk_once();
         read_sections(*parser.root_element(), link);
     }
+    parser.end_walk();
+    info_.loaded_->files[whole_file.file - 1].lines = parser.take_line_table();
     for (const auto& message : parser.error_handler().messages()) {
         link.parser_messages.push_back({KIVO_MESSAGE_ID::kParserFinding,
                                         {whole_file.file, kivo_mark_offset(message.offset)},

@@ -1,3 +1,13 @@
 #include "kivo/toolkit/obj.h"
 
+#include "kivo/toolkit/record_pool.h"
+
 KIVO_OBJ::~KIVO_OBJ() = default;
+
+void* KIVO_OBJ::operator new(std::size_t size) {
+    return KIVO_RECORD_POOL::allocate(size);
+}
+
+void KIVO_OBJ::operator delete(void* record) {
+    KIVO_RECORD_POOL::deallocate(record);
+}

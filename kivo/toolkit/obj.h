@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+
 #include "kivo/export.h"
 
 // Base class of every stored record. Containers hold KIVO_OBJ pointers; users recover the class
@@ -10,4 +12,8 @@ public:
     KIVO_OBJ(const KIVO_OBJ&) = default;
     KIVO_OBJ& operator=(const KIVO_OBJ&) = default;
     virtual ~KIVO_OBJ();
+
+    // The records of a load share memory: each is still made and deleted by itself.
+    static void* operator new(std::size_t size);
+    static void operator delete(void* record);
 };

@@ -178,26 +178,14 @@ void find_repeated_among_many(const pugi::xml_node& element, const char* text,
         [](const XmlFinding& left, const XmlFinding& right) { return left.offset < right.offset; });
 }
 
-// Visits every element of a document; the parser's own traversal takes no stack.
+// Visits every element of a tree; the parser's own traversal takes no stack.
 class RepeatedAttributeFinder : public pugi::xml_tree_walker {
 public:
     RepeatedAttributeFinder(const char* text, std::vector<XmlFinding>& findings)
         : text_(text), findings_(findings) {}
 
     bool for_each(pugi::xml_node& node) override {
-        const char* names[kFew];
-        std::size_t count = 0;
-        // No attribute has an empty name but the one behind the last.
-        pugi::xml_attribute attribute = node.first_attribute();
-        for (const char* name = attribute.name(); *name != '\0'; name = attribute.name()) {
-            if (count == kFew) {
-                find_repeated_among_many(node, text_, findings_);
-                return true;
-            }
-            names[count++] = name;
-            attribute = attribute.next_attribute();
-        }
-        find_repeated_among_few(names, count, text_, findings_);
+        find_repeated_attributes(node, text_, findings_);
         return true;
     }
 
@@ -272,9 +260,22 @@ std::optional<XmlFinding> find_second_root(const pugi::xml_document& document, c
     return std::nullopt;
 }
 
-std::vector<XmlFinding> find_repeated_attributes(pugi::xml_document& document, const char* text) {
-    std::vector<XmlFinding> findings;
+void find_repeated_attributes(const pugi::xml_node& element, const char* text,
+                              std::vector<XmlFinding>& findings) {
+    const char* names[kFew];
+    std::size_t count = 0;
+    for (const pugi::xml_attribute attribute : element.attributes()) {
+        if (count == kFew) {
+            find_repeated_among_many(element, text, findings);
+            return;
+        }
+        names[count++] = attribute.name();
+    }
+    find_repeated_among_few(names, count, text, findings);
+}
+
+void find_repeated_attributes_below(pugi::xml_node node, const char* text,
+                                    std::vector<XmlFinding>& findings) {
     RepeatedAttributeFinder finder(text, findings);
-    document.traverse(finder);
-    return findings;
+    node.traverse(finder);
 }

@@ -8,7 +8,8 @@
 
 namespace pugi {
 class xml_document;
-}
+class xml_node;
+}  // namespace pugi
 
 // Something that is wrong at a place of a document.
 struct XmlFinding {
@@ -27,5 +28,11 @@ bool has_blanks_beside_markup(std::string_view text);
 // A second root element, or text outside the root element, of a document parsed from "text".
 std::optional<XmlFinding> find_second_root(const pugi::xml_document& document, const char* text);
 
-// One finding for each attribute name that an element gives more than once, in document order.
-std::vector<XmlFinding> find_repeated_attributes(pugi::xml_document& document, const char* text);
+// Adds one finding for each attribute name that the element gives more than once, in document
+// order. "text" is what the document was parsed from.
+void find_repeated_attributes(const pugi::xml_node& element, const char* text,
+                              std::vector<XmlFinding>& findings);
+
+// The same for every element below "node".
+void find_repeated_attributes_below(pugi::xml_node node, const char* text,
+                                    std::vector<XmlFinding>& findings);

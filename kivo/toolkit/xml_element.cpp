@@ -1,7 +1,6 @@
 #include "kivo/toolkit/xml_element.h"
 
 #include <algorithm>
-#include <pugixml.hpp>
 
 #include "kivo/toolkit/less_c_string.h"
 #include "kivo/toolkit/strings.h"
@@ -12,39 +11,33 @@ bool is_blank(std::string_view text) {
     return trim_left_view(text).empty();
 }
 
-// "node" or the first element behind it.
-pugi::xml_node next_element(pugi::xml_node node) {
-    while (node.type() != pugi::node_element && node) {
-        node = node.next_sibling();
-    }
-    return node;
-}
-
 bool comes_before(const KIVO_XML_ATTRIBUTE& left, const KIVO_XML_ATTRIBUTE& right) {
     return LESS_C_STRING::compare(left.name, right.name) < 0;
 }
 
 // Puts the attribute behind all that do not come after it; one of the same name takes its value.
-void insert_in_order(std::vector<KIVO_XML_ATTRIBUTE>& sorted, const KIVO_XML_ATTRIBUTE& added) {
-    std::size_t place = sorted.size();
-    while (place != 0) {
-        const int order = LESS_C_STRING::compare(sorted[place - 1].name, added.name);
+// False when there was one.
+bool insert_in_order(std::vector<KIVO_XML_ATTRIBUTE>& sorted, const KIVO_XML_ATTRIBUTE& added) {
+    sorted.push_back(added);
+    for (auto place = sorted.end() - 1; place != sorted.begin(); --place) {
+        const auto before = place - 1;
+        const int order = LESS_C_STRING::compare(before->name, added.name);
         if (order == 0) {
-            sorted[place - 1].value = added.value;
-            return;
+            before->value = added.value;
+            sorted.erase(place);
+            return false;
         }
         if (order < 0) {
             break;
         }
-        --place;
+        *place = *before;
+        *before = added;
     }
-    sorted.push_back(added);
-    std::move_backward(sorted.begin() + static_cast<std::ptrdiff_t>(place), sorted.end() - 1,
-                       sorted.end());
-    sorted[place] = added;
+    return true;
 }
 
-void sort_and_merge(std::vector<KIVO_XML_ATTRIBUTE>& attributes) {
+// False when several attributes became one.
+bool sort_and_merge(std::vector<KIVO_XML_ATTRIBUTE>& attributes) {
     std::stable_sort(attributes.begin(), attributes.end(), comes_before);
     auto last = attributes.begin();
     for (auto next = last + 1; next != attributes.end(); ++next) {
@@ -54,16 +47,19 @@ void sort_and_merge(std::vector<KIVO_XML_ATTRIBUTE>& attributes) {
             *++last = *next;
         }
     }
+    const bool all_differ = last + 1 == attributes.end();
     attributes.erase(last + 1, attributes.end());
+    return all_differ;
 }
 
 }  // namespace
 
 std::string_view KIVO_XML_ELEMENT::text() {
-    const pugi::xml_node node(node_);
     // The parser keeps a first run of text in the element itself.
-    std::string_view first = node.value();
-    if (!node.first_child()) {
+    std::string_view first = node_.value();
+    const pugi::xml_node first_child = node_.first_child();
+    if (!first_child) {
+        is_walked_ = true;
         return first;
     }
     const bool blanks_count = !has_sub_elements();
@@ -72,7 +68,7 @@ std::string_view KIVO_XML_ELEMENT::text() {
     };
     bool is_joined = false;
     first = counts(first) ? first : std::string_view();
-    for (const pugi::xml_node child : node.children()) {
+    for (pugi::xml_node child = first_child; child; child = child.next_sibling()) {
         const std::string_view run =
             child.type() == pugi::node_element ? std::string_view() : child.value();
         if (!counts(run)) {
@@ -99,54 +95,85 @@ const std::vector<KIVO_XML_ATTRIBUTE>& KIVO_XML_ELEMENT::attributes() {
     constexpr std::size_t kMostForInsertion = 16;
     attributes_are_read_ = true;
     attributes_.clear();
-    pugi::xml_attribute attribute = pugi::xml_node(node_).first_attribute();
+    bool all_differ = true;
+    pugi::xml_attribute attribute = node_.first_attribute();
     // No attribute has an empty name but the one behind the last.
     for (const char* name = attribute.name(); *name != '\0'; name = attribute.name()) {
         if (attributes_.size() < kMostForInsertion) {
-            insert_in_order(attributes_, {name, attribute.value()});
+            all_differ &= insert_in_order(attributes_, {name, attribute.value()});
         } else {
             attributes_.push_back({name, attribute.value()});
         }
         attribute = attribute.next_attribute();
     }
     if (attributes_.size() > kMostForInsertion) {
-        sort_and_merge(attributes_);
+        all_differ &= sort_and_merge(attributes_);
+    }
+    if (!all_differ) {
+        find_repeated_attributes(node_, document_->text_, document_->repeated_attributes_);
     }
     return attributes_;
 }
 
-void KIVO_XML_ELEMENT::be_at(pugi::xml_node_struct* node) {
+void KIVO_XML_ELEMENT::be_at(pugi::xml_node node, const char* tag_name) {
     node_ = node;
-    child_ = nullptr;
-    tag_name_ = pugi::xml_node(node).name();
+    child_ = pugi::xml_node();
+    tag_name_ = tag_name;
     attributes_are_read_ = false;
+    is_walked_ = false;
 }
 
-KIVO_XML_ELEMENT* KIVO_XML_ELEMENT::stand_on(pugi::xml_node_struct* child) {
+// Has what nobody asked for looked at.
+void KIVO_XML_ELEMENT::leave() {
+    const bool has_several = !attributes_are_read_ && node_.first_attribute().next_attribute();
+    if (has_several) {
+        find_repeated_attributes(node_, document_->text_, document_->repeated_attributes_);
+    }
+    if (!is_walked_ && node_.first_child()) {
+        find_repeated_attributes_below(node_, document_->text_, document_->repeated_attributes_);
+    }
+}
+
+KIVO_XML_ELEMENT* KIVO_XML_ELEMENT::stand_on(pugi::xml_node child) {
+    // Only an element has a name.
+    const char* name = child.name();
+    while (*name == '\0' && child) {
+        child = child.next_sibling();
+        name = child.name();
+    }
     child_ = child;
-    if (child == nullptr) {
+    if (*name == '\0') {
+        is_walked_ = true;
         return nullptr;
     }
     if (below_ == nullptr) {
         below_ = document_->add_element();
     }
-    below_->be_at(child);
+    below_->be_at(child, name);
     return below_;
 }
 
 KIVO_XML_ELEMENT* KIVO_XML_ELEMENT::get_first_sub_element() {
-    return stand_on(next_element(pugi::xml_node(node_).first_child()).internal_object());
+    return stand_on(node_.first_child());
 }
 
 KIVO_XML_ELEMENT* KIVO_XML_ELEMENT::get_next_sub_element() {
-    pugi::xml_node_struct* const passed = child_;
-    const pugi::xml_node next = next_element(pugi::xml_node(passed).next_sibling());
+    if (!child_) {
+        return nullptr;
+    }
+    const pugi::xml_node passed = child_;
+    const pugi::xml_node next = passed.next_sibling();
+    below_->leave();
     document_->release(passed);
-    return stand_on(next.internal_object());
+    return stand_on(next);
 }
 
 bool KIVO_XML_ELEMENT::has_sub_elements() const {
-    return next_element(pugi::xml_node(node_).first_child());
+    pugi::xml_node child = node_.first_child();
+    while (child && child.type() != pugi::node_element) {
+        child = child.next_sibling();
+    }
+    return child;
 }
 
 KIVO_MARK KIVO_XML_ELEMENT::mark() const {
@@ -155,23 +182,35 @@ KIVO_MARK KIVO_XML_ELEMENT::mark() const {
     return {document_->file_, kivo_mark_offset(static_cast<std::size_t>(offset))};
 }
 
-KIVO_XML_ELEMENT* KIVO_XML_DOCUMENT::stand_on_root(pugi::xml_node_struct* root, const char* text,
+KIVO_XML_ELEMENT* KIVO_XML_DOCUMENT::stand_on_root(pugi::xml_node root, const char* text,
                                                    std::uint32_t file) {
     text_ = text;
     file_ = file;
     KIVO_XML_ELEMENT* element = add_element();
-    element->be_at(root);
+    element->be_at(root, root.name());
     return element;
 }
 
-void KIVO_XML_DOCUMENT::release(pugi::xml_node_struct* passed) {
-    if (!releases_) {
-        return;
+std::vector<XmlFinding> KIVO_XML_DOCUMENT::take_repeated_attributes() {
+    if (!elements_.empty()) {
+        elements_.front().leave();
     }
-    const pugi::xml_node node(passed);
+    // What was walked in part was looked through as a whole again.
+    std::vector<XmlFinding> findings = std::move(repeated_attributes_);
+    std::sort(
+        findings.begin(), findings.end(),
+        [](const XmlFinding& left, const XmlFinding& right) { return left.offset < right.offset; });
+    const auto is_same = [](const XmlFinding& left, const XmlFinding& right) {
+        return left.offset == right.offset;
+    };
+    findings.erase(std::unique(findings.begin(), findings.end(), is_same), findings.end());
+    return findings;
+}
+
+void KIVO_XML_DOCUMENT::release(pugi::xml_node passed) {
     // The parser would descend into sub-elements that nobody walked, however deep they are.
-    if (!node.first_child()) {
-        node.parent().remove_child(node);
+    if (releases_ && !passed.first_child()) {
+        passed.parent().remove_child(passed);
     }
 }
 

@@ -3,15 +3,13 @@
 #include <cstddef>
 #include <cstdint>
 #include <deque>
+#include <pugixml.hpp>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "kivo/toolkit/place.h"
-
-namespace pugi {
-struct xml_node_struct;
-}
+#include "kivo/toolkit/xml_checks.h"
 
 class KIVO_XML_DOCUMENT;
 
@@ -52,15 +50,17 @@ public:
 private:
     friend class KIVO_XML_DOCUMENT;
 
-    void be_at(pugi::xml_node_struct* node);
-    KIVO_XML_ELEMENT* stand_on(pugi::xml_node_struct* child);
+    void be_at(pugi::xml_node node, const char* tag_name);
+    KIVO_XML_ELEMENT* stand_on(pugi::xml_node child);
+    void leave();
 
     KIVO_XML_DOCUMENT* document_ = nullptr;
     KIVO_XML_ELEMENT* below_ = nullptr;  // that of the next depth, null until a walk reached it
-    pugi::xml_node_struct* node_ = nullptr;
-    pugi::xml_node_struct* child_ = nullptr;
+    pugi::xml_node node_;
+    pugi::xml_node child_;  // the sub-element of the walk, null before its start and at its end
     std::string_view tag_name_;
     bool attributes_are_read_ = false;
+    bool is_walked_ = false;  // whether a walk over the sub-elements has come to its end
     std::vector<KIVO_XML_ATTRIBUTE> attributes_;
     std::string joined_text_;
 };
@@ -100,22 +100,26 @@ inline KIVO_XML_ELEMENT::SubElements KIVO_XML_ELEMENT::sub_elements() {
 class KIVO_XML_DOCUMENT {
 public:
     // "text" is where the offsets of marks count from, "file" the number that they bear.
-    KIVO_XML_ELEMENT* stand_on_root(pugi::xml_node_struct* root, const char* text,
-                                    std::uint32_t file);
+    KIVO_XML_ELEMENT* stand_on_root(pugi::xml_node root, const char* text, std::uint32_t file);
 
     // From now on each element goes as soon as the walk over its siblings has moved on and all of
     // its own sub-elements are gone, so that no walk can be repeated.
     void release_behind_walk() { releases_ = true; }
 
+    // The attributes that elements give more than once, each once and in document order, when the
+    // walk is over. Elements that it passed over are looked through too.
+    std::vector<XmlFinding> take_repeated_attributes();
+
 private:
     friend class KIVO_XML_ELEMENT;
 
-    void release(pugi::xml_node_struct* passed);
+    void release(pugi::xml_node passed);
 
     KIVO_XML_ELEMENT* add_element();
 
     const char* text_ = nullptr;
     std::uint32_t file_ = 0;
     bool releases_ = false;
+    std::vector<XmlFinding> repeated_attributes_;
     std::deque<KIVO_XML_ELEMENT> elements_;
 };

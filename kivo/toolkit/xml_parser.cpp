@@ -62,39 +62,35 @@ KIVO_XML_SAX_PARSER::KIVO_XML_SAX_PARSER() : tree_(std::make_unique<Tree>()) {}
 
 KIVO_XML_SAX_PARSER::~KIVO_XML_SAX_PARSER() = default;
 
-void KIVO_XML_SAX_PARSER::walk_once() {
-    // What a small document takes is not worth the time.
-    constexpr std::size_t kLarge = 1024 * 1024;
-    if (tree_->text.size >= kLarge) {
-        tree_->walk.release_behind_walk();
-    }
-}
-
-void KIVO_XML_SAX_PARSER::report(const std::string& source_name, std::size_t offset,
-                                 const std::string& what) {
+void KIVO_XML_SAX_PARSER::report(std::size_t offset, const std::string& what) {
     const LineTable::Position at = lines_.locate(offset);
     std::string text = "line " + std::to_string(at.line) + ", column " + std::to_string(at.column);
-    if (!source_name.empty()) {
-        text += " of " + source_name;
+    if (!source_name_.empty()) {
+        text += " of " + source_name_;
     }
     errors_.add({text + ": " + what, offset});
 }
 
 bool KIVO_XML_SAX_PARSER::parse(KIVO_XML_SAX_INPUT_SOURCE& source) {
+    source_name_ = source.name;
     if (!source.read_text(tree_->text) || !convert_to_utf8(tree_->text)) {
-        report(source.name, 0, "the text cannot be read");
+        report(0, "the text cannot be read");
         return false;
     }
-    return parse_text(source.name, source.file_number);
+    const bool is_parsed = parse_text(source.file_number);
+    if (!walks_once_) {
+        end_walk();
+    }
+    return is_parsed;
 }
 
-bool KIVO_XML_SAX_PARSER::parse_text(const std::string& source_name, std::uint32_t file_number) {
+bool KIVO_XML_SAX_PARSER::parse_text(std::uint32_t file_number) {
     const std::size_t mark = utf8_mark_length(tree_->text.view());
     char* const text = tree_->text.data.get() + mark;
     const std::string_view whole = tree_->text.view().substr(mark);
     lines_ = LineTable(whole);
     if (const auto nul = find_nul(whole)) {
-        report(source_name, nul->offset, nul->what);
+        report(nul->offset, nul->what);
         return false;
     }
     const unsigned blanks =
@@ -103,18 +99,26 @@ bool KIVO_XML_SAX_PARSER::parse_text(const std::string& source_name, std::uint32
     const pugi::xml_parse_result result = tree_->nodes.load_buffer_inplace(
         text, whole.size() + 1, kParseFlags | blanks, pugi::encoding_utf8);
     if (!result) {
-        report(source_name, static_cast<std::size_t>(result.offset), describe(result.status));
+        report(static_cast<std::size_t>(result.offset), describe(result.status));
         return false;
     }
     if (const auto second = find_second_root(tree_->nodes, text)) {
-        report(source_name, second->offset, second->what);
+        report(second->offset, second->what);
         return false;
     }
-    for (const XmlFinding& finding : find_repeated_attributes(tree_->nodes, text)) {
-        report(source_name, finding.offset, finding.what);
-    }
     if (const pugi::xml_node root = tree_->nodes.document_element()) {
-        root_ = tree_->walk.stand_on_root(root.internal_object(), text, file_number);
+        root_ = tree_->walk.stand_on_root(root, text, file_number);
+    }
+    // What a small document takes is not worth the time.
+    constexpr std::size_t kLarge = 1024 * 1024;
+    if (walks_once_ && whole.size() >= kLarge) {
+        tree_->walk.release_behind_walk();
     }
     return true;
+}
+
+void KIVO_XML_SAX_PARSER::end_walk() {
+    for (const XmlFinding& finding : tree_->walk.take_repeated_attributes()) {
+        report(finding.offset, finding.what);
+    }
 }

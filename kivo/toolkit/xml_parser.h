@@ -47,9 +47,11 @@ public:
     // The document's root, null when it has none or the parse failed.
     KIVO_XML_ELEMENT* root_element() { return root_; }
 
-    // For a document that is walked once: lets a large one shrink behind the walk. What the walk
-    // leaves is of no use then, nor is a second walk.
-    void walk_once();
+    // Before parse(), for a document that is walked once: a large one shrinks behind the walk, so
+    // that there is no second one, and what parse() would look for in every element is looked for
+    // along the way and told by end_walk().
+    void walk_once() { walks_once_ = true; }
+    void end_walk();
 
     KIVO_XML_SAX_ERROR_HANDLER& error_handler() { return errors_; }
 
@@ -59,10 +61,12 @@ public:
 private:
     struct Tree;
 
-    bool parse_text(const std::string& source_name, std::uint32_t file_number);
-    void report(const std::string& source_name, std::size_t offset, const std::string& what);
+    bool parse_text(std::uint32_t file_number);
+    void report(std::size_t offset, const std::string& what);
 
     std::unique_ptr<Tree> tree_;
+    std::string source_name_;
+    bool walks_once_ = false;
     KIVO_XML_ELEMENT* root_ = nullptr;
     KIVO_XML_SAX_ERROR_HANDLER errors_;
     LineTable lines_;

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstddef>
+
+struct KIVO_RECORD_SLAB;
+
+// Memory for the records of one load, in slabs of many: a load makes thousands of records, and
+// taking each from the heap by itself is what it would spend most time on. A slab is given back
+// when its last record is deleted, whoever does that, in whichever thread, and however long after
+// the load.
+class KIVO_RECORD_POOL {
+public:
+    // While it exists, the records that its thread makes come from it. Pools may nest.
+    KIVO_RECORD_POOL();
+    KIVO_RECORD_POOL(const KIVO_RECORD_POOL&) = delete;
+    KIVO_RECORD_POOL& operator=(const KIVO_RECORD_POOL&) = delete;
+    ~KIVO_RECORD_POOL();
+
+    // Takes memory from the thread's pool, or from the heap when it has none.
+    static void* allocate(std::size_t size);
+    static void deallocate(void* record);
+
+private:
+    void* take(std::size_t size);
+    void begin_slab(std::size_t size);
+    void end_slab();
+
+    KIVO_RECORD_POOL* outer_;
+    KIVO_RECORD_SLAB* slab_ = nullptr;
+    char* free_ = nullptr;  // what is left of the slab
+    std::size_t left_ = 0;
+    std::size_t records_ = 0;  // taken from the slab
+    std::size_t next_size_;
+};
