@@ -111,8 +111,8 @@ private:
 
 // The condition that holds when "condition" is false or "consequence" holds, and otherwise
 // "alternative". No blank stands behind the condition in the inner text: hosts match on it.
-std::string implication(const std::string& condition, const std::string& consequence,
-                        const std::string& alternative) {
+std::string implication(std::string_view condition, std::string_view consequence,
+                        std::string_view alternative) {
     if (alternative.empty()) {
         return compose("( ( ", condition, ") and ( ", consequence, " ) ) || ( !( ", condition,
                        " ) )");
@@ -123,9 +123,9 @@ std::string implication(const std::string& condition, const std::string& consequ
 
 void read_value_rule(KIVO_OBJ_INFO& object, KIVO_XML_ELEMENT& rule, KIVO_MESSAGE_LIST& messages) {
     std::string condition(rule.text());
-    std::string if_text;
-    std::string then_text;
-    std::string else_text;
+    std::string_view if_text;
+    std::string_view then_text;
+    std::string_view else_text;
     for (KIVO_XML_ELEMENT& sub : rule.sub_elements()) {
         const std::string_view tag = sub.tag_name();
         if (tag == "IF") {

@@ -11,7 +11,10 @@ using Records = std::vector<KIVO_OBJ*>;
 
 // Leaves every record once, in order of address: copies of an object share its rule elements.
 void sort_out(Records& records) {
-    std::sort(records.begin(), records.end());
+    // The records of a load mostly lie in memory as they stand in its lists.
+    if (!std::is_sorted(records.begin(), records.end())) {
+        std::sort(records.begin(), records.end());
+    }
     records.erase(std::unique(records.begin(), records.end()), records.end());
 }
 
@@ -73,8 +76,11 @@ void KIVO_INFO::delete_detached_objects() {
     vector_map = KIVO_OBJ_MAP();
     wizard_map_map = KIVO_OBJ_MAP();
     reset_kivo_obj_map();
+    auto kept = attached.begin();
     for (KIVO_OBJ* record : records) {
-        if (!std::binary_search(attached.begin(), attached.end(), record)) {
+        kept = std::find_if(kept, attached.end(),
+                            [record](const KIVO_OBJ* other) { return !(other < record); });
+        if (kept == attached.end() || *kept != record) {
             delete record;
         }
     }

@@ -5,6 +5,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "kivo/export.h"
@@ -158,7 +159,7 @@ private:
     KIVO_LOCAL void copy_messages(std::vector<KIVO_MESSAGE> messages);
     KIVO_LOCAL KIVO_OBJ_INFO* add_object_at(const std::string& name, KIVO_OBJ_TYPE type,
                                             KIVO_MARK mark);
-    KIVO_LOCAL void process_display_format_at(KIVO_VECTOR_OBJ* vector, const std::string& text,
+    KIVO_LOCAL void process_display_format_at(KIVO_VECTOR_OBJ* vector, std::string_view text,
                                               KIVO_MARK mark);
     // Keeps a record that something else took the place of, until the store's destruction.
     KIVO_LOCAL void retire(KIVO_OBJ* replaced);

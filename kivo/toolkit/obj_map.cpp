@@ -1,6 +1,7 @@
 #include "kivo/toolkit/obj_map.h"
 
 #include <functional>
+#include <utility>
 
 namespace {
 
@@ -13,49 +14,50 @@ std::uint32_t hash_of(const std::string& key) {
 
 std::size_t KIVO_OBJ_MAP::find_bucket(const std::string& key, std::uint32_t hash) const {
     const std::size_t mask = buckets_.size() - 1;
-    std::size_t bucket = hash & mask;
-    while (buckets_[bucket] != 0) {
-        const Entry& entry = entries_[buckets_[bucket] - 1];
-        if (entry.hash == hash && entry.key == key) {
-            break;
-        }
-        bucket = (bucket + 1) & mask;
+    std::size_t at = hash & mask;
+    while (buckets_[at].entry != 0 &&
+           (buckets_[at].hash != hash || entries_[buckets_[at].entry - 1].key != key)) {
+        at = (at + 1) & mask;
     }
-    return bucket;
+    return at;
 }
 
 void KIVO_OBJ_MAP::grow() {
-    buckets_.assign(buckets_.empty() ? 8 : buckets_.size() * 2, 0);
-    const std::size_t mask = buckets_.size() - 1;
-    for (std::size_t position = 0; position < entries_.size(); ++position) {
-        std::size_t bucket = entries_[position].hash & mask;
-        while (buckets_[bucket] != 0) {
-            bucket = (bucket + 1) & mask;
+    std::vector<Bucket> grown(buckets_.empty() ? 8 : buckets_.size() * 2);
+    const std::size_t mask = grown.size() - 1;
+    for (const Bucket& bucket : buckets_) {
+        if (bucket.entry == 0) {
+            continue;
         }
-        buckets_[bucket] = static_cast<std::uint32_t>(position + 1);
+        std::size_t at = bucket.hash & mask;
+        while (grown[at].entry != 0) {
+            at = (at + 1) & mask;
+        }
+        grown[at] = bucket;
     }
+    buckets_ = std::move(grown);
 }
 
 KIVO_OBJ* KIVO_OBJ_MAP::look_up(const std::string& key) const {
     if (buckets_.empty()) {
         return nullptr;
     }
-    const std::uint32_t found = buckets_[find_bucket(key, hash_of(key))];
-    return found == 0 ? nullptr : entries_[found - 1].object;
+    const Bucket& found = buckets_[find_bucket(key, hash_of(key))];
+    return found.entry == 0 ? nullptr : entries_[found.entry - 1].object;
 }
 
 KIVO_OBJ*& KIVO_OBJ_MAP::place_of(const std::string& key) {
-    // A quarter of the buckets stays free, so that every probe ends soon.
-    if ((entries_.size() + 1) * 4 > buckets_.size() * 3) {
+    // Half of the buckets stays free, so that every probe ends soon.
+    if ((entries_.size() + 1) * 2 > buckets_.size()) {
         grow();
     }
     const std::uint32_t hash = hash_of(key);
-    std::uint32_t& bucket = buckets_[find_bucket(key, hash)];
-    if (bucket == 0) {
-        entries_.push_back({key, nullptr, hash});
-        bucket = static_cast<std::uint32_t>(entries_.size());
+    Bucket& bucket = buckets_[find_bucket(key, hash)];
+    if (bucket.entry == 0) {
+        entries_.push_back({key, nullptr});
+        bucket = {hash, static_cast<std::uint32_t>(entries_.size())};
     }
-    return entries_[bucket - 1].object;
+    return entries_[bucket.entry - 1].object;
 }
 
 void KIVO_OBJ_MAP::set_at(const std::string& key, KIVO_OBJ* object) {

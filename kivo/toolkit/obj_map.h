@@ -29,7 +29,11 @@ private:
     struct Entry {
         std::string key;
         KIVO_OBJ* object;
-        std::uint32_t hash;
+    };
+    // Has the hash too, so that a probe that misses touches nothing else.
+    struct Bucket {
+        std::uint32_t hash = 0;
+        std::uint32_t entry = 0;  // 1 + its position, 0 for a free bucket
     };
 
     // Where the key's record is stored, to be written: null for a new key, which is added.
@@ -39,7 +43,6 @@ private:
     KIVO_LOCAL void grow();
 
     std::vector<Entry> entries_;
-    // Open addressing: 1 + the entry's position, 0 for a free bucket; a power of two in size.
-    std::vector<std::uint32_t> buckets_;
+    std::vector<Bucket> buckets_;  // open addressing; a power of two in size
     std::size_t cursor_ = 0;
 };

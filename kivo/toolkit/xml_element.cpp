@@ -1,11 +1,18 @@
 #include "kivo/toolkit/xml_element.h"
 
 #include <algorithm>
+#include <bit>
 
 #include "kivo/toolkit/less_c_string.h"
 #include "kivo/toolkit/strings.h"
 
 namespace {
+
+// The parser's own test is a call, and the walk asks for every element.
+template <class Handle>
+bool is_null(const Handle& handle) {
+    return std::bit_cast<const void*>(handle) == nullptr;
+}
 
 bool is_blank(std::string_view text) {
     return trim_left_view(text).empty();
@@ -58,7 +65,7 @@ std::string_view KIVO_XML_ELEMENT::text() {
     // The parser keeps a first run of text in the element itself.
     std::string_view first = node_.value();
     const pugi::xml_node first_child = node_.first_child();
-    if (!first_child) {
+    if (is_null(first_child)) {
         is_walked_ = true;
         return first;
     }
@@ -66,24 +73,24 @@ std::string_view KIVO_XML_ELEMENT::text() {
     const auto counts = [blanks_count](std::string_view run) {
         return !run.empty() && (blanks_count || !is_blank(run));
     };
-    bool is_joined = false;
+    std::string* joined = nullptr;
     first = counts(first) ? first : std::string_view();
-    for (pugi::xml_node child = first_child; child; child = child.next_sibling()) {
+    for (pugi::xml_node child = first_child; !is_null(child); child = child.next_sibling()) {
         const std::string_view run =
             child.type() == pugi::node_element ? std::string_view() : child.value();
         if (!counts(run)) {
             continue;
         }
-        if (is_joined) {
-            joined_text_ += run;
-        } else if (first.empty()) {
+        if (first.empty()) {
             first = run;
-        } else {
-            joined_text_.assign(first).append(run);
-            is_joined = true;
+            continue;
         }
+        if (joined == nullptr) {
+            joined = &document_->joined_texts_.emplace_back(first);
+        }
+        *joined += run;
     }
-    return is_joined ? std::string_view(joined_text_) : first;
+    return joined == nullptr ? first : std::string_view(*joined);
 }
 
 const std::vector<KIVO_XML_ATTRIBUTE>& KIVO_XML_ELEMENT::attributes() {
@@ -117,19 +124,18 @@ const std::vector<KIVO_XML_ATTRIBUTE>& KIVO_XML_ELEMENT::attributes() {
 
 void KIVO_XML_ELEMENT::be_at(pugi::xml_node node, const char* tag_name) {
     node_ = node;
-    child_ = pugi::xml_node();
     tag_name_ = tag_name;
     attributes_are_read_ = false;
+    is_in_walk_ = false;
     is_walked_ = false;
 }
 
 // Has what nobody asked for looked at.
 void KIVO_XML_ELEMENT::leave() {
-    const bool has_several = !attributes_are_read_ && node_.first_attribute().next_attribute();
-    if (has_several) {
+    if (!attributes_are_read_ && !is_null(node_.first_attribute().next_attribute())) {
         find_repeated_attributes(node_, document_->text_, document_->repeated_attributes_);
     }
-    if (!is_walked_ && node_.first_child()) {
+    if (!is_walked_ && !is_null(node_.first_child())) {
         find_repeated_attributes_below(node_, document_->text_, document_->repeated_attributes_);
     }
 }
@@ -137,12 +143,13 @@ void KIVO_XML_ELEMENT::leave() {
 KIVO_XML_ELEMENT* KIVO_XML_ELEMENT::stand_on(pugi::xml_node child) {
     // Only an element has a name.
     const char* name = child.name();
-    while (*name == '\0' && child) {
+    while (*name == '\0' && !is_null(child)) {
         child = child.next_sibling();
         name = child.name();
     }
     child_ = child;
-    if (*name == '\0') {
+    is_in_walk_ = !is_null(child);
+    if (!is_in_walk_) {
         is_walked_ = true;
         return nullptr;
     }
@@ -158,28 +165,22 @@ KIVO_XML_ELEMENT* KIVO_XML_ELEMENT::get_first_sub_element() {
 }
 
 KIVO_XML_ELEMENT* KIVO_XML_ELEMENT::get_next_sub_element() {
-    if (!child_) {
+    if (!is_in_walk_) {
         return nullptr;
     }
     const pugi::xml_node passed = child_;
     const pugi::xml_node next = passed.next_sibling();
     below_->leave();
-    document_->release(passed);
+    document_->release(node_, passed);
     return stand_on(next);
 }
 
 bool KIVO_XML_ELEMENT::has_sub_elements() const {
     pugi::xml_node child = node_.first_child();
-    while (child && child.type() != pugi::node_element) {
+    while (!is_null(child) && child.type() != pugi::node_element) {
         child = child.next_sibling();
     }
-    return child;
-}
-
-KIVO_MARK KIVO_XML_ELEMENT::mark() const {
-    // The name stands in the text, right behind the "<".
-    const std::ptrdiff_t offset = tag_name_.data() - document_->text_ - 1;
-    return {document_->file_, kivo_mark_offset(static_cast<std::size_t>(offset))};
+    return !is_null(child);
 }
 
 KIVO_XML_ELEMENT* KIVO_XML_DOCUMENT::stand_on_root(pugi::xml_node root, const char* text,
@@ -207,10 +208,10 @@ std::vector<XmlFinding> KIVO_XML_DOCUMENT::take_repeated_attributes() {
     return findings;
 }
 
-void KIVO_XML_DOCUMENT::release(pugi::xml_node passed) {
+void KIVO_XML_DOCUMENT::release(pugi::xml_node parent, pugi::xml_node passed) {
     // The parser would descend into sub-elements that nobody walked, however deep they are.
-    if (releases_ && !passed.first_child()) {
-        passed.parent().remove_child(passed);
+    if (releases_ && is_null(passed.first_child())) {
+        parent.remove_child(passed);
     }
 }
 

@@ -20,8 +20,7 @@ struct KIVO_XML_ATTRIBUTE {
 
 // One element of a parsed document, at its place in a walk: a sub-element stands until the walk
 // over its siblings moves on, so one walk over the children of an element can be in progress at a
-// time. Views into it stay valid as long as the document does, but for the text of an element
-// that holds several runs of text, which goes with the element.
+// time. Views into it stay valid as long as the document does.
 class KIVO_XML_ELEMENT {
 public:
     std::string_view tag_name() const { return tag_name_; }
@@ -57,12 +56,12 @@ private:
     KIVO_XML_DOCUMENT* document_ = nullptr;
     KIVO_XML_ELEMENT* below_ = nullptr;  // that of the next depth, null until a walk reached it
     pugi::xml_node node_;
-    pugi::xml_node child_;  // the sub-element of the walk, null before its start and at its end
+    pugi::xml_node child_;  // the sub-element of the walk
     std::string_view tag_name_;
     bool attributes_are_read_ = false;
-    bool is_walked_ = false;  // whether a walk over the sub-elements has come to its end
+    bool is_in_walk_ = false;  // whether the walk over the sub-elements stands on one
+    bool is_walked_ = false;   // whether it has come to its end
     std::vector<KIVO_XML_ATTRIBUTE> attributes_;
-    std::string joined_text_;
 };
 
 class KIVO_XML_ELEMENT::SubElements {
@@ -113,7 +112,7 @@ public:
 private:
     friend class KIVO_XML_ELEMENT;
 
-    void release(pugi::xml_node passed);
+    void release(pugi::xml_node parent, pugi::xml_node passed);
 
     KIVO_XML_ELEMENT* add_element();
 
@@ -122,4 +121,11 @@ private:
     bool releases_ = false;
     std::vector<XmlFinding> repeated_attributes_;
     std::deque<KIVO_XML_ELEMENT> elements_;
+    std::deque<std::string> joined_texts_;
 };
+
+inline KIVO_MARK KIVO_XML_ELEMENT::mark() const {
+    // The name stands in the text, right behind the "<".
+    const std::ptrdiff_t offset = tag_name_.data() - document_->text_ - 1;
+    return {document_->file_, kivo_mark_offset(static_cast<std::size_t>(offset))};
+}

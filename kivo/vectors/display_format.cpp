@@ -47,7 +47,7 @@ void KIVO_INFO::process_display_format_string(KIVO_VECTOR_OBJ* vector, const std
     process_display_format_at(vector, text, {});
 }
 
-void KIVO_INFO::process_display_format_at(KIVO_VECTOR_OBJ* vector, const std::string& text,
+void KIVO_INFO::process_display_format_at(KIVO_VECTOR_OBJ* vector, std::string_view text,
                                           KIVO_MARK mark) {
     std::string_view rest = text;
     const std::string_view verb = next_token(rest, ' ');

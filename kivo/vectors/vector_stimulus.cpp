@@ -20,7 +20,7 @@ public:
     explicit StimulusGroups(KIVO_VECTOR_OBJ& vector) : vector_(vector) {}
 
     void add_command(KIVO_XML_ELEMENT& element) {
-        pending_.push_back({std::string(element.text()), element.mark()});
+        pending_.push_back({element.text(), element.mark()});
     }
 
     void begin_condition(std::string_view condition) { condition_ = condition; }
@@ -30,7 +30,7 @@ public:
 
     // Ends the group with the alternatives, position by position. False when there are more of
     // them than commands; those of an empty group are dropped.
-    bool end_group(std::vector<std::string> alternatives) {
+    bool end_group(std::vector<std::string_view> alternatives) {
         const bool fits = pending_.empty() || alternatives.size() <= pending_.size();
         alternatives.resize(pending_.size());
         for (std::size_t i = 0; i < pending_.size(); ++i) {
@@ -39,19 +39,19 @@ public:
                                                               pending_[i].mark));
         }
         pending_.clear();
-        condition_.clear();
+        condition_ = {};
         return fits;
     }
 
 private:
     struct Command {
-        std::string text;
+        std::string_view text;
         KIVO_MARK mark;
     };
 
     KIVO_VECTOR_OBJ& vector_;
     std::vector<Command> pending_;
-    std::string condition_;
+    std::string_view condition_;
 };
 
 void read_then(KIVO_XML_ELEMENT& element, StimulusGroups& groups, KIVO_MESSAGE_LIST& messages) {
@@ -67,10 +67,10 @@ void read_then(KIVO_XML_ELEMENT& element, StimulusGroups& groups, KIVO_MESSAGE_L
 }
 
 void read_else(KIVO_XML_ELEMENT& element, StimulusGroups& groups, KIVO_MESSAGE_LIST& messages) {
-    std::vector<std::string> alternatives;
+    std::vector<std::string_view> alternatives;
     for (KIVO_XML_ELEMENT& sub : element.sub_elements()) {
         if (is_stimulus(sub.tag_name())) {
-            alternatives.emplace_back(sub.text());
+            alternatives.push_back(sub.text());
         } else {
             MessageCollector(messages, sub.mark())
                 .add(KIVO_MESSAGE_ID::kElseWithoutStimulus,
@@ -163,7 +163,7 @@ void KIVO_INFO::process_vector_sub_elements(KIVO_XML_ELEMENT& element, KIVO_VECT
             vector.wave_condition =
                 new KIVO_RULE_ELEMENT("", "", sub.text(), KIVO_RULE_FORCED_VALUE, sub.mark());
         } else if (tag == "DISPLAY") {
-            process_display_format_at(&vector, std::string(sub.text()), sub.mark());
+            process_display_format_at(&vector, sub.text(), sub.mark());
         } else {
             post({KIVO_MESSAGE_ID::kVectorSubTag, sub.mark(),
                   compose("Unrecognized Sub tag ", tag, " for ", element.tag_name(), " tag")});
