@@ -92,14 +92,16 @@ KIVO_MARK FileLoader::number_file(const std::string& path) {
 void FileLoader::read_file(const KIVO_INCLUDE& named) {
     const std::string& name = named.file_name;
     std::string path = name;
-    if (!dro_file_exists(path)) {
-        const std::string beside_library = dro_get_library_module_path() + name;
-        path = dro_file_exists(beside_library) ? beside_library : path;
-    }
     KIVO_FILE file;
     KIVO_XML_FILE_INPUT_SOURCE source(&file);
     const bool is_included = named.mark.file != 0;
-    if (!source.open_xml_file(path)) {
+    if (!source.open_xml_file(path) && !dro_file_exists(path)) {
+        const std::string beside_library = dro_get_library_module_path() + name;
+        if (source.open_xml_file(beside_library)) {
+            path = beside_library;
+        }
+    }
+    if (!source.is_open) {
         info_.post({KIVO_MESSAGE_ID::kFileNotFound, is_included ? named.mark : number_file(path),
                     compose("XML source file ", name, " not found")});
         return;

@@ -1,5 +1,18 @@
 #include "kivo/info/reader.h"
 
+std::string compose(std::initializer_list<std::string_view> pieces) {
+    std::size_t size = 0;
+    for (const std::string_view piece : pieces) {
+        size += piece.size();
+    }
+    std::string text(size, '\0');
+    char* to = text.data();
+    for (const std::string_view piece : pieces) {
+        to += piece.copy(to, piece.size());
+    }
+    return text;
+}
+
 std::string_view name_attribute(KIVO_XML_ELEMENT& element) {
     for (const auto& [name, value] : element.attributes()) {
         if (name == "NAME") {

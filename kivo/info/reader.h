@@ -2,6 +2,7 @@
 
 // What the section readers share.
 
+#include <initializer_list>
 #include <string>
 #include <string_view>
 
@@ -10,13 +11,12 @@
 #include "kivo/objects/obj_info.h"
 #include "kivo/toolkit/xml_element.h"
 
-// Composes a message text from its pieces with one allocation.
+// Joins the pieces of a text with one allocation.
+std::string compose(std::initializer_list<std::string_view> pieces);
+
 template <class... Piece>
 std::string compose(const Piece&... piece) {
-    std::string text;
-    text.reserve((std::string_view(piece).size() + ...));
-    (text.append(std::string_view(piece)), ...);
-    return text;
+    return compose({std::string_view(piece)...});
 }
 
 // Collects the messages of the element that it was made for.

@@ -17,6 +17,9 @@ public:
     LineTable() = default;
     explicit LineTable(std::string_view text);
 
+    // For a text that is looked at part by part: adds the lines that end in this one.
+    void add_lines(std::string_view text, std::size_t begin, std::size_t end);
+
     Position locate(std::size_t offset) const;
 
 private:

@@ -1,7 +1,6 @@
 #include "kivo/toolkit/obj_map.h"
 
 #include <functional>
-#include <utility>
 
 namespace {
 
@@ -10,54 +9,74 @@ std::uint32_t hash_of(const std::string& key) {
     return static_cast<std::uint32_t>(hash ^ (hash >> 32));
 }
 
+std::uint8_t tag_of(std::uint32_t hash) {
+    return static_cast<std::uint8_t>(0x80 | (hash >> 25));
+}
+
 }  // namespace
 
 std::size_t KIVO_OBJ_MAP::find_bucket(const std::string& key, std::uint32_t hash) const {
-    const std::size_t mask = buckets_.size() - 1;
-    std::size_t at = hash & mask;
-    while (buckets_[at].entry != 0 &&
-           (buckets_[at].hash != hash || entries_[buckets_[at].entry - 1].key != key)) {
-        at = (at + 1) & mask;
+    const std::size_t mask = tags_.size() - 1;
+    const std::uint8_t tag = tag_of(hash);
+    std::size_t bucket = hash & mask;
+    while (tags_[bucket] != 0 &&
+           (tags_[bucket] != tag || entries_[positions_[bucket]].key != key)) {
+        bucket = (bucket + 1) & mask;
     }
-    return at;
+    return bucket;
+}
+
+std::size_t KIVO_OBJ_MAP::find_entry(const std::string& key, std::uint32_t hash) const {
+    if (!tags_.empty()) {
+        const std::size_t bucket = find_bucket(key, hash);
+        return tags_[bucket] == 0 ? entries_.size() : positions_[bucket];
+    }
+    std::size_t position = 0;
+    while (position < entries_.size() &&
+           (entries_[position].hash != hash || entries_[position].key != key)) {
+        ++position;
+    }
+    return position;
+}
+
+void KIVO_OBJ_MAP::enter(std::size_t bucket, std::uint32_t hash, std::size_t position) {
+    tags_[bucket] = tag_of(hash);
+    positions_[bucket] = static_cast<std::uint32_t>(position);
 }
 
 void KIVO_OBJ_MAP::grow() {
-    std::vector<Bucket> grown(buckets_.empty() ? 8 : buckets_.size() * 2);
-    const std::size_t mask = grown.size() - 1;
-    for (const Bucket& bucket : buckets_) {
-        if (bucket.entry == 0) {
-            continue;
+    const std::size_t size = tags_.empty() ? 4 * kFew : tags_.size() * 2;
+    tags_.assign(size, 0);
+    positions_.assign(size, 0);
+    for (std::size_t position = 0; position < entries_.size(); ++position) {
+        const std::uint32_t hash = entries_[position].hash;
+        std::size_t bucket = hash & (size - 1);
+        while (tags_[bucket] != 0) {
+            bucket = (bucket + 1) & (size - 1);
         }
-        std::size_t at = bucket.hash & mask;
-        while (grown[at].entry != 0) {
-            at = (at + 1) & mask;
-        }
-        grown[at] = bucket;
+        enter(bucket, hash, position);
     }
-    buckets_ = std::move(grown);
 }
 
 KIVO_OBJ* KIVO_OBJ_MAP::look_up(const std::string& key) const {
-    if (buckets_.empty()) {
-        return nullptr;
-    }
-    const Bucket& found = buckets_[find_bucket(key, hash_of(key))];
-    return found.entry == 0 ? nullptr : entries_[found.entry - 1].object;
+    const std::size_t position = find_entry(key, hash_of(key));
+    return position == entries_.size() ? nullptr : entries_[position].object;
 }
 
 KIVO_OBJ*& KIVO_OBJ_MAP::place_of(const std::string& key) {
+    const std::uint32_t hash = hash_of(key);
+    const std::size_t position = find_entry(key, hash);
+    if (position != entries_.size()) {
+        return entries_[position].object;
+    }
     // Half of the buckets stays free, so that every probe ends soon.
-    if ((entries_.size() + 1) * 2 > buckets_.size()) {
+    if (position >= kFew && (position + 1) * 2 > tags_.size()) {
         grow();
     }
-    const std::uint32_t hash = hash_of(key);
-    Bucket& bucket = buckets_[find_bucket(key, hash)];
-    if (bucket.entry == 0) {
-        entries_.push_back({key, nullptr});
-        bucket = {hash, static_cast<std::uint32_t>(entries_.size())};
+    if (!tags_.empty()) {
+        enter(find_bucket(key, hash), hash, position);
     }
-    return entries_[bucket.entry - 1].object;
+    return entries_.emplace_back(Entry{key, nullptr, hash}).object;
 }
 
 void KIVO_OBJ_MAP::set_at(const std::string& key, KIVO_OBJ* object) {

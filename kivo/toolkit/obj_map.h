@@ -29,20 +29,26 @@ private:
     struct Entry {
         std::string key;
         KIVO_OBJ* object;
-    };
-    // Has the hash too, so that a probe that misses touches nothing else.
-    struct Bucket {
-        std::uint32_t hash = 0;
-        std::uint32_t entry = 0;  // 1 + its position, 0 for a free bucket
+        std::uint32_t hash;
     };
 
     // Where the key's record is stored, to be written: null for a new key, which is added.
     KIVO_LOCAL KIVO_OBJ*& place_of(const std::string& key);
     // The bucket that holds the key's entry, or the free one where it belongs.
     KIVO_LOCAL std::size_t find_bucket(const std::string& key, std::uint32_t hash) const;
+    // The position of the key's entry, that behind the last for an unknown key.
+    KIVO_LOCAL std::size_t find_entry(const std::string& key, std::uint32_t hash) const;
+    KIVO_LOCAL void enter(std::size_t bucket, std::uint32_t hash, std::size_t position);
     KIVO_LOCAL void grow();
 
+    // So many entries need no buckets.
+    static constexpr std::size_t kFew = 8;
+
     std::vector<Entry> entries_;
-    std::vector<Bucket> buckets_;  // open addressing; a power of two in size
+    // Open addressing over a power of two of buckets. A byte of each,
+    // 0 for a free one, tells most keys apart: so many fit into the cache that a new key is entered
+    // without waiting for memory.
+    std::vector<std::uint8_t> tags_;
+    std::vector<std::uint32_t> positions_;
     std::size_t cursor_ = 0;
 };

@@ -1,7 +1,9 @@
 #include "kivo/toolkit/xml_parser.h"
 
 #include <pugixml.hpp>
+#include <utility>
 
+#include "kivo/toolkit/text_survey.h"
 #include "kivo/toolkit/xml_checks.h"
 
 namespace {
@@ -88,13 +90,16 @@ bool KIVO_XML_SAX_PARSER::parse_text(std::uint32_t file_number) {
     const std::size_t mark = utf8_mark_length(tree_->text.view());
     char* const text = tree_->text.data.get() + mark;
     const std::string_view whole = tree_->text.view().substr(mark);
-    lines_ = LineTable(whole);
-    if (const auto nul = find_nul(whole)) {
-        report(nul->offset, nul->what);
-        return false;
+    TextSurvey survey(whole);
+    lines_ = std::move(survey.lines);
+    if (survey.has_nul || survey.has_ampersand) {
+        if (const auto nul = find_nul(whole)) {
+            report(nul->offset, nul->what);
+            return false;
+        }
     }
-    const unsigned blanks =
-        has_blanks_beside_markup(whole) ? pugi::parse_ws_pcdata : pugi::parse_ws_pcdata_single;
+    const bool keeps_blanks = survey.has_inner_markup_mark && has_blanks_beside_markup(whole);
+    const unsigned blanks = keeps_blanks ? pugi::parse_ws_pcdata : pugi::parse_ws_pcdata_single;
     // The NUL behind the text goes along: the parser puts one in place of the last byte.
     const pugi::xml_parse_result result = tree_->nodes.load_buffer_inplace(
         text, whole.size() + 1, kParseFlags | blanks, pugi::encoding_utf8);

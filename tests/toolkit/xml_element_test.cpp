@@ -127,11 +127,11 @@ TEST(XmlElement, text_can_be_asked_for_again) {
 TEST(XmlElement, joined_text_of_one_element_is_not_that_of_the_next) {
     ParsedText parsed("<R><A>a<X/>b</A><A>c<X/>d</A><A>e</A><A/></R>");
     ASSERT_NE(parsed.root, nullptr);
-    Texts texts;
+    std::vector<std::string_view> texts;
     for (KIVO_XML_ELEMENT& sub : parsed.root->sub_elements()) {
-        texts.emplace_back(sub.text());
+        texts.push_back(sub.text());
     }
-    EXPECT_EQ(texts, (Texts{"ab", "cd", "e", ""}));
+    EXPECT_EQ(texts, (std::vector<std::string_view>{"ab", "cd", "e", ""}));
 }
 
 TEST(XmlElement, attributes_come_in_the_order_of_their_folded_names) {

@@ -197,6 +197,60 @@ TEST(XmlParser, repeated_attributes_among_many_are_told_in_document_order) {
     EXPECT_NE(messages[1].find("attribute n3 "), std::string::npos);
 }
 
+namespace {
+
+// Every third element is walked into, every second one's attributes are read.
+void walk_in_part(KIVO_XML_ELEMENT& element, int depth, int& count) {
+    for (KIVO_XML_ELEMENT& sub : element.sub_elements()) {
+        ++count;
+        if (count % 2 == 0) {
+            sub.attributes();
+        }
+        if (count % 3 == 0 && depth < 3) {
+            walk_in_part(sub, depth + 1, count);
+        }
+    }
+}
+
+Messages messages_of_one_walk(const std::string& document, bool walks_whole) {
+    MemorySource source(document);
+    KIVO_XML_SAX_PARSER parser;
+    parser.walk_once();
+    EXPECT_TRUE(parser.parse(source)) << document;
+    EXPECT_FALSE(parser.error_handler().has_error_messages()) << document;
+    int count = 0;
+    if (walks_whole) {
+        walk_in_part(*parser.root_element(), 0, count);
+    } else if (KIVO_XML_ELEMENT* first = parser.root_element()->get_first_sub_element()) {
+        first->attributes();
+    }
+    parser.end_walk();
+    Messages messages;
+    for (const auto& message : parser.error_handler().messages()) {
+        messages.push_back(message.text);
+    }
+    return messages;
+}
+
+}  // namespace
+
+TEST(XmlParser, one_walk_finds_what_a_look_at_the_whole_document_finds) {
+    const std::string filling(1100000, ' ');  // a document so large that it shrinks behind the walk
+    for (const std::string& blanks : {""s, filling}) {
+        std::string document = "<R a='' a=''>" + blanks;
+        for (int i = 0; i < 40; ++i) {
+            document += "<A n='' m='' n=''>";
+            document += i % 4 == 0 ? "text" : "<B b='' b=''/><C><D d='' D='' d=''/>x</C>";
+            document += "</A>\n";
+        }
+        document += "</R>";
+        const Messages expected = messages_of(document);
+        EXPECT_EQ(expected.size(), 1u + 40 + 30 * 2);
+        EXPECT_EQ(messages_of_one_walk(document, true), expected);
+        EXPECT_EQ(messages_of_one_walk(document, false), expected);
+    }
+}
+
 TEST(XmlParser, bytes_of_8_bit_documents_pass_through) {
     std::string bytes;
     for (int byte = 0x80; byte < 0x100; ++byte) {
