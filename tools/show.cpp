@@ -99,7 +99,7 @@ int show(Terminal& terminal, const std::string& path) {
 
 }  // namespace
 
-std::string with_unit(std::int32_t time, const std::string& scale) {
+std::string with_unit(std::int64_t time, const std::string& scale) {
     const bool is_unit = !scale.empty() && scale.find_first_of("0123456789") == std::string::npos;
     return fmt::format("{}{}", time, is_unit ? ' ' + scale : std::string());
 }

@@ -19,7 +19,9 @@ void show_help_text(Page& page, KIVO_INFO& info);
 
 // "10 ns" for 10 in the scale "ns"; the number alone in a scale that is empty or has a number
 // itself.
-std::string with_unit(std::int32_t time, const std::string& scale);
+std::string with_unit(std::int64_t time, const std::string& scale);
+
+std::string radix_name(DRO_MEMORY_RADIXES radix);
 
 // The pieces of a conditional text, nested ones deeper.
 void show_conditional_text(Page& page, KIVO_CONDITIONAL_TEXT& text, std::size_t indent);

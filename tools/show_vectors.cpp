@@ -7,26 +7,6 @@
 
 namespace {
 
-std::string radix_name(const KIVO_VECTOR_DISPLAY_OBJ& format) {
-    switch (format.radix) {
-        case DRO_RADIX_BINARY:
-            return "binary";
-        case DRO_RADIX_SIGNED:
-            return "signed";
-        case DRO_RADIX_UNSIGNED:
-            return "unsigned";
-        case DRO_RADIX_HEX:
-            return "hexadecimal";
-        case DRO_RADIX_OCTAL:
-            return "octal";
-        case DRO_RADIX_FIXED_POINT:
-            return "fixed point " + format.description;
-        case DRO_RADIX_NONE:
-            break;
-    }
-    return "as written";
-}
-
 void show_facts(Page& page, const KIVO_VECTOR_OBJ& vector, const std::string& scale) {
     Facts facts;
     facts.add("Caption", vector.caption);
@@ -70,7 +50,9 @@ void show_display_formats(Page& page, KIVO_VECTOR_OBJ& vector) {
     vector.display_format_map.reset();
     while (KIVO_OBJ* object = vector.display_format_map.get_next_entry(port)) {
         if (const auto* format = dynamic_cast<const KIVO_VECTOR_DISPLAY_OBJ*>(object)) {
-            formats.add_row({port, radix_name(*format)});
+            const std::string description =
+                format->description.empty() ? "" : ' ' + format->description;
+            formats.add_row({port, radix_name(format->radix) + description});
         }
     }
     if (!formats.empty()) {
@@ -91,6 +73,26 @@ void show_vector(Page& page, KIVO_VECTOR_OBJ& vector, const std::string& scale) 
 }
 
 }  // namespace
+
+std::string radix_name(DRO_MEMORY_RADIXES radix) {
+    switch (radix) {
+        case DRO_RADIX_BINARY:
+            return "binary";
+        case DRO_RADIX_SIGNED:
+            return "signed";
+        case DRO_RADIX_UNSIGNED:
+            return "unsigned";
+        case DRO_RADIX_HEX:
+            return "hexadecimal";
+        case DRO_RADIX_OCTAL:
+            return "octal";
+        case DRO_RADIX_FIXED_POINT:
+            return "fixed point";
+        case DRO_RADIX_NONE:
+            break;
+    }
+    return "as written";
+}
 
 void show_vectors(Page& page, KIVO_INFO& info) {
     info.reset_vector_map();

@@ -13,6 +13,9 @@ const std::string_view kStyleSheet = R"css(
   --critical: #a14400;
   --warning: #7d6000;
   --info: #1f5fbf;
+  --wave: #1d5fa8;
+  --inside: #e8f1fc;
+  --released: #a85508;
 }
 @media (prefers-color-scheme: dark) {
   :root {
@@ -26,6 +29,9 @@ const std::string_view kStyleSheet = R"css(
     --critical: #ffab70;
     --warning: #e8c547;
     --info: #82b1ff;
+    --wave: #79b8ff;
+    --inside: #1b2a3b;
+    --released: #f2ae5a;
   }
 }
 * { box-sizing: border-box; }
@@ -45,7 +51,7 @@ h2 { margin: 2.5rem 0 0.75rem; padding-bottom: 0.3rem; border-bottom: 2px solid 
 h3 { margin: 1.5rem 0 0.5rem; font-size: 1.1rem; }
 p { margin: 0.5rem 0; max-width: 46rem; }
 a { color: var(--accent); }
-code, .symbol text { font-family: ui-monospace, "SF Mono", Menlo, Consolas, "Liberation Mono", monospace; }
+code, .symbol text, .wave text { font-family: ui-monospace, "SF Mono", Menlo, Consolas, "Liberation Mono", monospace; }
 code { font-size: 0.9em; white-space: pre-wrap; }
 header { padding-bottom: 1rem; border-bottom: 4px solid var(--accent); }
 .subtitle { margin: 0.25rem 0; font-size: 1.15rem; }
@@ -73,7 +79,8 @@ td:last-child, th:last-child { padding-right: 0; }
 figure { margin: 1rem 0; }
 figcaption { margin: 0 auto; max-width: 46rem; color: var(--quiet); font-size: 0.9rem; text-align: center; }
 .picture { padding: 0.5rem 0; text-align: center; }
-.picture svg { height: auto; min-width: 20rem; max-width: 100%; }
+.picture .symbol { height: auto; min-width: 20rem; max-width: 100%; }
+.note { color: var(--quiet); font-size: 0.9rem; }
 .facts { display: flex; flex-wrap: wrap; gap: 0.5rem 2rem; margin: 0.5rem 0; font-size: 0.9rem; }
 .facts dt { color: var(--quiet); font-size: 0.85rem; }
 .facts dd { margin: 0; }
@@ -100,6 +107,18 @@ figcaption { margin: 0 auto; max-width: 46rem; color: var(--quiet); font-size: 0
 .symbol .optional .wire { stroke-dasharray: 4 3; stroke: var(--quiet); }
 .symbol .optional .arrow { fill: var(--quiet); }
 .symbol .optional .name { fill: var(--quiet); }
+.wave { display: block; margin: 0 auto; font-size: 12px; }
+.wave text { fill: var(--ink); }
+.wave .tick { fill: var(--quiet); font-size: 11px; }
+.wave .value { text-anchor: middle; }
+.wave .grid { stroke: var(--line); fill: none; }
+.wave .axis { stroke: var(--quiet); fill: none; }
+.wave .level, .wave .bus, .wave .released, .wave .undriven { stroke-width: 1.5; stroke-linejoin: round; fill: none; }
+.wave .level, .wave .bus { stroke: var(--wave); }
+.wave .inside { fill: var(--inside); }
+.wave .released { stroke: var(--released); stroke-dasharray: 5 3; }
+.wave .undriven { stroke: var(--quiet); stroke-dasharray: 1.5 4; }
+.wave .crowded { fill: var(--wave); fill-opacity: 0.55; }
 @page { margin: 16mm 14mm; }
 @media print {
   :root {
@@ -110,10 +129,15 @@ figcaption { margin: 0 auto; max-width: 46rem; color: var(--quiet); font-size: 0
     --quiet: #444c58;
     --line: #b8bfc9;
     --accent: #1b4f9c;
+    --wave: #14508f;
+    --inside: #e8f1fc;
+    --released: #8a4500;
   }
-  body { max-width: none; padding: 0; font-size: 10pt; }
-  h1, h2, h3, thead { break-after: avoid; }
+  html { font-size: 10pt; }
+  body { max-width: none; padding: 0; }
+  h1, h2, h3, thead, .facts, :has(+ figure) { break-after: avoid; }
   tr, li, svg, figure { break-inside: avoid; }
+  .picture svg { min-width: 0; max-width: 100%; height: auto; }
   a { color: inherit; text-decoration: none; }
   .scroll { overflow: visible; }
   .objects, .rule-table, .stimulus, .rules { min-width: 0; }

@@ -1,31 +1,28 @@
+#include <fmt/format.h>
+
+#include <algorithm>
 #include <string>
+#include <vector>
 
 #include "tools/doc/help_text.h"
 #include "tools/doc/sections.h"
 #include "tools/doc/table.h"
+#include "tools/show_parts.h"
 #include "tools/text_escape.h"
+#include "tools/wave/renderers.h"
+#include "tools/wave/wave_model.h"
 
 namespace {
 
-std::string with_unit(std::int32_t time, const std::string& unit) {
-    return text_cell(std::to_string(time) + (unit.empty() ? "" : " " + unit));
-}
+// Of one picture, and of all of a page together: a page is for browsers, and a description of a few
+// hundred bytes can ask for any number of transitions.
+constexpr std::size_t kMaxPictureBytes = 2'000'000;
+constexpr std::size_t kMaxPictureTransitions = 1'000'000;
+constexpr std::size_t kMaxBytes = 16'000'000;
 
 std::string radix_text(const KIVO_VECTOR_DISPLAY_OBJ& format) {
-    switch (format.radix) {
-        case DRO_RADIX_BINARY:
-            return "binary";
-        case DRO_RADIX_SIGNED:
-            return "signed";
-        case DRO_RADIX_UNSIGNED:
-            return "unsigned";
-        case DRO_RADIX_HEX:
-            return "hexadecimal";
-        case DRO_RADIX_FIXED_POINT:
-            return "fixed point " + code_cell(format.description);
-        default:
-            return "as written";
-    }
+    return radix_name(format.radix) +
+           (format.description.empty() ? "" : " " + code_cell(format.description));
 }
 
 std::string display_formats(KIVO_VECTOR_OBJ& vector) {
@@ -47,9 +44,9 @@ void write_facts(HtmlWriter& html, KIVO_VECTOR_OBJ& vector, const std::string& u
         facts.add("Applies", "when " + code_cell(join_lines(vector.wave_condition->text3)));
     }
     if (vector.max_time >= 0) {
-        facts.add("Length", with_unit(vector.max_time, unit));
+        facts.add("Length", text_cell(with_unit(vector.max_time, unit)));
     }
-    facts.add("Step", with_unit(vector.time_step, unit));
+    facts.add("Step", text_cell(with_unit(vector.time_step, unit)));
     facts.add("Values shown as", display_formats(vector));
     facts.write(html);
 }
@@ -64,19 +61,95 @@ void write_stimulus(HtmlWriter& html, KIVO_VECTOR_OBJ& vector) {
     table.write(html);
 }
 
-void write_waveform(HtmlWriter& html, KIVO_VECTOR_OBJ& vector, const std::string& unit) {
-    const HtmlScope article(html, "article");
-    html.element("h3", vector.caption.empty() ? vector.name : join_lines(vector.caption));
-    write_facts(html, vector, unit);
-    write_help_text(html, vector.description);
-    write_stimulus(html, vector);
+// The conditions under which the picture is right, which nobody evaluates here.
+void write_conditions(HtmlWriter& html, KIVO_VECTOR_OBJ& vector) {
+    const std::vector<std::string> conditions = wave_conditions(vector);
+    if (conditions.empty()) {
+        return;
+    }
+    const HtmlScope caption(html, "figcaption");
+    html.text("Drawn for the case that ");
+    for (std::size_t i = 0; i < conditions.size(); ++i) {
+        html.text(i == 0 ? "" : i + 1 == conditions.size() ? " and " : ", ");
+        html.element("code", conditions[i]);
+    }
+    html.text(conditions.size() == 1 ? " holds." : " hold.");
 }
+
+class WaveformSection {
+public:
+    WaveformSection(HtmlWriter& html, const KIVO_INFO& info) : html_(html), info_(info) {}
+
+    void write(KIVO_VECTOR_OBJ& vector) {
+        const HtmlScope article(html_, "article");
+        html_.element("h3", vector.caption.empty() ? vector.name : join_lines(vector.caption));
+        write_facts(html_, vector, join_lines(info_.time_scale));
+        write_help_text(html_, vector.description);
+        write_picture(vector);
+        write_stimulus(html_, vector);
+    }
+
+private:
+    void write_note(const std::string& text) {
+        html_.element("p", {{"class", "note"}}, "Note: " + text + ".");
+    }
+
+    void write_picture(KIVO_VECTOR_OBJ& vector) {
+        if (bytes_ >= kMaxBytes || transitions_ >= kMaxTransitions) {
+            write_note("no picture, since those before it fill what a page can hold");
+            return;
+        }
+        const WaveModel model = make_wave_model(
+            info_, vector, {}, std::min(kMaxPictureTransitions, kMaxTransitions - transitions_));
+        transitions_ += model.transitions;
+        if (model.signals.empty()) {
+            write_note("no picture, since the vector drives no signal");
+        } else {
+            write_figure(vector, model);
+        }
+        for (const std::string& note : model.notes) {
+            write_note(note);
+        }
+    }
+
+    void write_figure(KIVO_VECTOR_OBJ& vector, const WaveModel& model) {
+        const EmbeddedSvg svg =
+            render_embedded_svg(model, fmt::format("wave-{}", ++pictures_), kMaxPictureBytes);
+        bytes_ += svg.markup.size();
+        {
+            const HtmlScope figure(html_, "figure");
+            {
+                // Focus lets the keyboard scroll it.
+                const HtmlScope box(html_, "div",
+                                    {{"class", "scroll picture"},
+                                     {"role", "group"},
+                                     {"aria-label", "Waveform " + vector.name},
+                                     {"tabindex", "0"}});
+                html_.markup(svg.markup);
+            }
+            write_conditions(html_, vector);
+        }
+        if (svg.rows < model.signals.size()) {
+            write_note(
+                fmt::format("only the first {} of {} signals are drawn, more would be too "
+                            "much for a page",
+                            svg.rows, model.signals.size()));
+        }
+    }
+
+    HtmlWriter& html_;
+    const KIVO_INFO& info_;
+    std::size_t pictures_ = 0;
+    std::size_t bytes_ = 0;
+    std::size_t transitions_ = 0;
+};
 
 }  // namespace
 
 void write_waveforms(HtmlWriter& html, DocSource& source) {
+    WaveformSection section(html, source.info);
     source.info.reset_vector_map();
     while (KIVO_VECTOR_OBJ* vector = source.info.get_next_vector_obj()) {
-        write_waveform(html, *vector, source.info.time_scale);
+        section.write(*vector);
     }
 }

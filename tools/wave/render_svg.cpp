@@ -3,9 +3,12 @@
 #include <algorithm>
 #include <cmath>
 #include <iterator>
+#include <limits>
 #include <string_view>
+#include <utility>
 #include <vector>
 
+#include "tools/show_parts.h"
 #include "tools/text_escape.h"
 #include "tools/wave/renderers.h"
 #include "tools/wave/time_axis.h"
@@ -25,7 +28,10 @@ constexpr double kMaxPlotWidth = 1400;
 // Changes that are closer than this are drawn as one block.
 constexpr double kMinSpanWidth = 2.5;
 constexpr double kMarkDistance = 72;
+constexpr double kMaxEmbeddedWidth = 960;  // on paper still more than half as large
+constexpr double kMinEmbeddedPlotWidth = 320;
 constexpr std::size_t kMaxNameLetters = 32;
+constexpr std::size_t kMaxToldLetters = 64;
 constexpr std::size_t kMaxToldChanges = 24;
 
 constexpr std::string_view kStyle = R"(<style>
@@ -111,32 +117,50 @@ std::string count_of(std::size_t count, const std::string& what) {
 
 class Picture {
 public:
-    explicit Picture(const WaveModel& model) : model_(model) {
-        std::size_t letters = text_width(escape_text(model.time_scale));
+    // "id" is empty for a picture that stands alone.
+    Picture(const WaveModel& model, std::string id) : model_(model), id_(std::move(id)) {
+        std::size_t letters = text_width(shown_unit());
         for (const WaveSignal& signal : model.signals) {
             letters = std::max(letters, text_width(name_of(signal)));
         }
-        left_ = kMargin + static_cast<double>(letters) * kLetterWidth + kNameGap;
+        left_ =
+            (is_embedded() ? 2 : kMargin) + static_cast<double>(letters) * kLetterWidth + kNameGap;
         const auto steps = static_cast<double>((model.end - model.start) / model.common_step());
-        plot_width_ = std::clamp(steps * kStepWidth, kMinPlotWidth, kMaxPlotWidth);
+        if (is_embedded()) {
+            // The page says above the picture what its heading would.
+            top_ = kMargin / 2;
+            plot_width_ = std::clamp(steps * kStepWidth, kMinEmbeddedPlotWidth,
+                                     kMaxEmbeddedWidth - left_ - kMargin);
+            return;
+        }
         top_ = kMargin + 20 + (model.caption.empty() ? 0 : 20) +
                (model.condition.empty() ? 0 : 18) + 6;
-        bottom_ = top_ + static_cast<double>(model.signals.size()) * kRowHeight + 4;
+        plot_width_ = std::clamp(steps * kStepWidth, kMinPlotWidth, kMaxPlotWidth);
     }
 
-    std::string draw() {
-        add_heading();
-        add_grid();
-        for (std::size_t i = 0; i < model_.signals.size(); ++i) {
-            add_row(model_.signals[i], top_ + static_cast<double>(i) * kRowHeight);
+    // Rows as long as they fit into so many bytes, at least one.
+    std::string draw(std::size_t max_bytes = std::numeric_limits<std::size_t>::max()) {
+        for (const WaveSignal& signal : model_.signals) {
+            if (rows_ > 0 && out_.size() + told_.size() > max_bytes) {
+                break;
+            }
+            add_row(signal, top_ + static_cast<double>(rows_) * kRowHeight);
+            tell(signal);
+            ++rows_;
         }
+        bottom_ = top_ + static_cast<double>(rows_) * kRowHeight + 4;
         add_legend();
-        // Only now it is known whether there is a legend to make room for.
-        const std::string body = std::move(out_);
-        out_.clear();
+        // Only now the height of what stands behind and around them is known.
+        const std::string rows = std::exchange(out_, {});
         add_start();
-        return out_ + body + "</svg>\n";
+        if (!is_embedded()) {
+            add_heading();
+        }
+        add_grid();
+        return out_ + rows + "</svg>\n";
     }
+
+    std::size_t rows() const { return rows_; }
 
 private:
     // A stretch of the range in which a signal keeps its state.
@@ -153,6 +177,8 @@ private:
         fmt::format_to(std::back_inserter(out_), format, std::forward<Arguments>(arguments)...);
     }
 
+    bool is_embedded() const { return !id_.empty(); }
+
     static std::string name_of(const WaveSignal& signal) {
         return cut_text(escape_text(signal.label()), kMaxNameLetters, true);
     }
@@ -162,57 +188,59 @@ private:
                            static_cast<double>(model_.end - model_.start);
     }
 
-    std::string time_text(std::int64_t time) const {
-        return model_.time_scale.empty() ? fmt::format("{}", time)
-                                         : fmt::format("{} {}", time, model_.time_scale);
+    std::string time_text(std::int64_t time) const { return with_unit(time, model_.time_scale); }
+
+    std::string shown_unit() const {
+        return cut_text(escape_text(model_.time_scale), kMaxNameLetters, true);
     }
 
-    bool has(WaveState state) const {
-        return std::any_of(
-            model_.signals.begin(), model_.signals.end(), [state](const WaveSignal& signal) {
-                return std::any_of(
-                    signal.changes.begin(), signal.changes.end(), [&](const WaveChange& change) {
-                        return change.state == state ||
-                               (state == WaveState::kReleased && signal.level(change) == 'z');
-                    });
-            });
+    // Which states the rows show that not everybody knows.
+    void note_states(const WaveSignal& signal) {
+        for (const WaveChange& change : signal.changes) {
+            has_undriven_ = has_undriven_ || change.state == WaveState::kUndriven;
+            has_released_ = has_released_ || signal.level(change) == 'z';
+        }
     }
 
     void add_start() {
         const double width = left_ + plot_width_ + kMargin;
-        const double height = bottom_ + (has_legend_ ? 46 : 22) + kMargin;
-        add("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-            "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"{0:.0f}\" height=\"{1:.0f}\" "
+        const double height = bottom_ + (has_legend_ ? 46 : 22) + (is_embedded() ? 4 : kMargin);
+        const std::string prefix = is_embedded() ? id_ : "wave";
+        if (is_embedded()) {
+            out_ += "<svg class=\"wave\" ";
+        } else {
+            out_ += "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg ";
+        }
+        add("xmlns=\"http://www.w3.org/2000/svg\" width=\"{0:.0f}\" height=\"{1:.0f}\" "
             "viewBox=\"0 0 {0:.0f} {1:.0f}\" role=\"img\" "
-            "aria-labelledby=\"wave-title wave-description\">\n",
-            width, height);
-        add("<title id=\"wave-title\">{}</title>\n",
+            "aria-labelledby=\"{2}-title {2}-description\">\n",
+            width, height, prefix);
+        add("<title id=\"{}-title\">{}</title>\n", prefix,
             escape_xml(model_.caption.empty() ? "Waveform " + model_.name
                                               : model_.name + ": " + model_.caption));
-        add("<desc id=\"wave-description\">{}</desc>\n", escape_xml(description()));
-        out_ += kStyle;
-        add("<rect class=\"page\" width=\"100%\" height=\"100%\"/>\n");
-    }
-
-    // What the picture shows, in words.
-    std::string description() const {
-        std::string text =
-            fmt::format("{} from {} to {}.", count_of(model_.signals.size(), "signal"),
-                        time_text(model_.start), time_text(model_.end));
-        for (const WaveSignal& signal : model_.signals) {
-            text += " " + signal.label() + ":";
-            const std::size_t told = std::min(signal.changes.size(), kMaxToldChanges);
-            for (std::size_t i = 0; i < told; ++i) {
-                text += fmt::format("{} {} at {}", i == 0 ? "" : ",",
-                                    state_text(signal, signal.changes[i]), signal.changes[i].time);
-            }
-            const std::size_t rest = signal.changes.size() - told;
-            text += rest == 0 ? "." : ", and " + count_of(rest, "more change") + ".";
+        add("<desc id=\"{}-description\">{} from {} to {}.{}</desc>\n", prefix,
+            count_of(rows_, "signal"), escape_xml(time_text(model_.start)),
+            escape_xml(time_text(model_.end)), told_);
+        if (!is_embedded()) {
+            out_ += kStyle;
+            add("<rect class=\"page\" width=\"100%\" height=\"100%\"/>\n");
         }
-        return text;
     }
 
-    static std::string state_text(const WaveSignal& signal, const WaveChange& change) {
+    // Adds to what the picture shows in words.
+    void tell(const WaveSignal& signal) {
+        std::string text = " " + signal.label() + ":";
+        const std::size_t told = std::min(signal.changes.size(), kMaxToldChanges);
+        for (std::size_t i = 0; i < told; ++i) {
+            text += fmt::format("{} {} at {}", i == 0 ? "" : ",",
+                                state_text(signal, signal.changes[i]), signal.changes[i].time);
+        }
+        const std::size_t rest = signal.changes.size() - told;
+        told_ += escape_xml(text);
+        told_ += rest == 0 ? "." : ", and " + count_of(rest, "more change") + ".";
+    }
+
+    std::string state_text(const WaveSignal& signal, const WaveChange& change) const {
         switch (change.state) {
             case WaveState::kUndriven:
                 return "not driven";
@@ -221,7 +249,14 @@ private:
             case WaveState::kValue:
                 break;
         }
-        return signal.values[change.value].shown;
+        return told_value(signal, change);
+    }
+
+    // A value in words. On a page, where many pictures share the room, long ones are cut.
+    std::string told_value(const WaveSignal& signal, const WaveChange& change) const {
+        const std::string& shown = signal.values[change.value].shown;
+        return is_embedded() ? cut_text(escape_text(shown), kMaxToldLetters, model_.truncate_low)
+                             : shown;
     }
 
     void add_heading() {
@@ -257,7 +292,7 @@ private:
         add("<path class=\"axis\" d=\"M{:.1f} {}H{:.1f}\"/>\n", left_, bottom_,
             left_ + plot_width_);
         add("<text class=\"tick\" text-anchor=\"end\" x=\"{:.1f}\" y=\"{}\">{}</text>\n",
-            left_ - kNameGap, bottom_ + 18, escape_xml(model_.time_scale));
+            left_ - kNameGap, bottom_ + 18, escape_xml(shown_unit()));
     }
 
     void add_row(const WaveSignal& signal, double top) {
@@ -268,6 +303,7 @@ private:
             middle + 4, escape_xml(name_of(signal)));
         add_spans(signal, middle);
         end_level();
+        note_states(signal);
         out_ += "</g>\n";
     }
 
@@ -358,7 +394,7 @@ private:
         const double in_left = is_first ? span.left : span.left + slant;
         const double in_right = is_last ? span.right : span.right - slant;
         const std::string shown = escape_text(signal.values[span.change->value].shown);
-        add("<g><title>{} from {}</title>", escape_xml(shown),
+        add("<g><title>{} from {}</title>", escape_xml(told_value(signal, *span.change)),
             escape_xml(time_text(span.change->time)));
         const std::string top = fmt::format("M{:.1f} {:.1f}H{:.1f}", in_left, high, in_right);
         const std::string right =
@@ -370,10 +406,10 @@ private:
         add("<path class=\"bus\" d=\"{}{}{}{}\"/>", top,
             is_last ? fmt::format("M{:.1f} {:.1f}", in_right, low) : right, bottom,
             is_first ? "" : left);
+        // In the narrower picture of a page a letter more counts.
+        const double pad = is_embedded() ? kSlant : 2 * kSlant;
         const auto room =
-            static_cast<std::size_t>((span.right - span.left - 2 * kSlant) > 0
-                                         ? (span.right - span.left - 2 * kSlant) / kLetterWidth
-                                         : 0);
+            static_cast<std::size_t>(std::max(span.right - span.left - pad, 0.0) / kLetterWidth);
         if (room >= text_width(shown) || room >= 3) {
             add("<text class=\"value\" x=\"{:.1f}\" y=\"{:.1f}\">{}</text>",
                 (span.left + span.right) / 2, middle + 4,
@@ -394,10 +430,10 @@ private:
         const auto line = [&](const char* style) {
             return fmt::format("<path class=\"{}\" d=\"M{:.1f} {}h24\"/>", style, x, y - 4);
         };
-        if (has(WaveState::kReleased)) {
+        if (has_released_) {
             add_entry(line("released"), "released");
         }
-        if (has(WaveState::kUndriven)) {
+        if (has_undriven_) {
             add_entry(line("undriven"), "not driven yet");
         }
         if (has_crowded_) {
@@ -409,12 +445,17 @@ private:
     }
 
     const WaveModel& model_;
+    const std::string id_;
     double left_ = 0;
     double top_ = 0;
     double bottom_ = 0;
     double plot_width_ = 0;
     std::string out_;
+    std::string told_;
+    std::size_t rows_ = 0;
     bool is_in_level_ = false;
+    bool has_released_ = false;
+    bool has_undriven_ = false;
     bool has_crowded_ = false;
     bool has_legend_ = false;
 };
@@ -422,5 +463,12 @@ private:
 }  // namespace
 
 std::string render_svg(const WaveModel& model) {
-    return Picture(model).draw();
+    return Picture(model, {}).draw();
+}
+
+EmbeddedSvg render_embedded_svg(const WaveModel& model, const std::string& id,
+                                std::size_t max_bytes) {
+    Picture picture(model, id);
+    std::string markup = picture.draw(max_bytes);
+    return {std::move(markup), picture.rows()};
 }

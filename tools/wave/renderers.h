@@ -21,6 +21,17 @@ std::string render_terminal(const WaveModel& model, const TerminalLook& look, co
 // A self-contained picture, readable on light and dark pages.
 std::string render_svg(const WaveModel& model);
 
+// A picture as an element of an HTML page, which brings the rules for the class "wave".
+struct EmbeddedSvg {
+    std::string markup;
+    std::size_t rows = 0;  // the signals drawn: the first ones
+};
+
+// As many rows as fit into so many bytes, at least one. "id" begins the ids in the markup.
+// REQUIRES: the model has signals
+EmbeddedSvg render_embedded_svg(const WaveModel& model, const std::string& id,
+                                std::size_t max_bytes);
+
 // A Value Change Dump; released signals are z in it and signals not driven yet x.
 std::string write_vcd(const WaveModel& model);
 

@@ -8,6 +8,7 @@
 #include <map>
 #include <numeric>
 #include <optional>
+#include <set>
 #include <string_view>
 #include <tuple>
 #include <utility>
@@ -17,8 +18,6 @@
 
 namespace {
 
-// Of all commands of a vector together: 24 bytes each.
-constexpr std::size_t kMaxTransitions = 4'000'000;
 // Wider ports are drawn as wide as their values: no file should need 100 MB for a typing error.
 constexpr std::size_t kMaxWidth = 65536;
 
@@ -82,18 +81,21 @@ std::int64_t evaluate(std::vector<Driver>& drivers, std::int32_t start, std::int
 
 // Evaluates all commands and gives the range that the picture has.
 void evaluate_range(WaveModel& model, std::vector<Driver>& drivers, std::int32_t start,
-                    std::int32_t end) {
+                    std::int32_t end, std::size_t limit) {
     model.start = start;
-    model.end = evaluate(drivers, start, end, kMaxTransitions, false);
+    model.end = evaluate(drivers, start, end, limit, false);
     if (model.end < end) {
         // Too many for all, so that each gets a fair share.
-        model.end = evaluate(drivers, start, end, kMaxTransitions / drivers.size(), true);
+        model.end = evaluate(drivers, start, end, limit / drivers.size(), true);
     }
     if (model.end < end) {
         model.notes.push_back(fmt::format(
             "vector '{}' makes too many transitions: only those up to {} of {} are taken (at most "
             "{} in all)",
-            model.name, model.end, end, kMaxTransitions));
+            model.name, model.end, end, limit));
+    }
+    for (const Driver& driver : drivers) {
+        model.transitions += driver.timeline.runs.size();
     }
     model.end = std::max(model.end, model.start + 1);
 }
@@ -370,10 +372,11 @@ std::int64_t WaveModel::common_step() const {
 
 std::vector<std::string> wave_conditions(KIVO_VECTOR_OBJ& vector) {
     std::vector<std::string> conditions;
+    std::set<std::string> known;
     vector.stimulus_list.reset();
     while (const KIVO_RULE_ELEMENT* entry = vector.get_next_vector_stimulus()) {
         const std::string condition = join_lines(entry->text3);
-        if (!condition.empty() && !contains(conditions, condition)) {
+        if (!condition.empty() && known.insert(condition).second) {
             conditions.push_back(condition);
         }
     }
@@ -381,7 +384,7 @@ std::vector<std::string> wave_conditions(KIVO_VECTOR_OBJ& vector) {
 }
 
 WaveModel make_wave_model(const KIVO_INFO& info, KIVO_VECTOR_OBJ& vector,
-                          const std::vector<std::string>& otherwise) {
+                          const std::vector<std::string>& otherwise, std::size_t max_transitions) {
     WaveModel model;
     model.name = vector.name;
     model.caption = join_lines(vector.caption);
@@ -396,7 +399,8 @@ WaveModel make_wave_model(const KIVO_INFO& info, KIVO_VECTOR_OBJ& vector,
         model.notes.push_back(fmt::format("vector '{}' ends at {}, before the start time {}",
                                           model.name, end, info.start_time));
     }
-    evaluate_range(model, drivers, info.start_time, std::max(info.start_time, end));
+    evaluate_range(model, drivers, info.start_time, std::max(info.start_time, end),
+                   max_transitions);
     ModelBuilder(info, vector, model).add_signals(drivers);
     return model;
 }

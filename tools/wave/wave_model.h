@@ -52,6 +52,7 @@ struct WaveModel {
     std::int64_t start = 0;
     std::int64_t end = 0;  // above start
     bool truncate_low = false;
+    std::size_t transitions = 0;  // evaluated, of all commands
     std::vector<WaveSignal> signals;
     std::vector<std::string> notes;  // what the picture leaves out, for people
 
@@ -59,10 +60,14 @@ struct WaveModel {
     std::int64_t common_step() const;
 };
 
-// Evaluates a vector. Of a conditional command the THEN part counts, and the ELSE part under the
-// conditions of "otherwise".
+// Of all commands of a vector together: 24 bytes each.
+constexpr std::size_t kMaxTransitions = 4'000'000;
+
+// Evaluates a vector, up to so many transitions. Of a conditional command the THEN part counts, and
+// the ELSE part under the conditions of "otherwise".
 WaveModel make_wave_model(const KIVO_INFO& info, KIVO_VECTOR_OBJ& vector,
-                          const std::vector<std::string>& otherwise);
+                          const std::vector<std::string>& otherwise,
+                          std::size_t max_transitions = kMaxTransitions);
 
 // The conditions of a vector's commands, each once, in order.
 std::vector<std::string> wave_conditions(KIVO_VECTOR_OBJ& vector);
