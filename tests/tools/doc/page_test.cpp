@@ -208,6 +208,130 @@ TEST_F(PageTest, WaveformsShowTheirTimingFormatsAndStimulus) {
                                                    {"force b 1 0", "X", "force b 0 0"}}));
 }
 
+TEST_F(PageTest, TimesOfAScaleWithANumberStandAlone) {
+    make_from(R"(<FUNCTION_INFORMATION><TIME_SCALE VALUE="10 ns"/></FUNCTION_INFORMATION><WAVE_DATA>
+        <WAVE NAME="w" MAX_TIME="100" TIME_STEP="5"/></WAVE_DATA>)");
+    EXPECT_EQ(texts_of("//section[@id='waveforms']//dd"), (Texts{"w", "100", "5"}));
+}
+
+// The signals that a vector drives, in the order of its commands, by their names.
+Texts driven_signals(KIVO_VECTOR_OBJ& vector) {
+    Texts names;
+    vector.stimulus_list.reset();
+    while (const KIVO_RULE_ELEMENT* entry = vector.get_next_vector_stimulus()) {
+        const std::string name = kivo_get_timeline(entry->text1, 0, 0, 1).signal;
+        if (std::find(names.begin(), names.end(), name) == names.end()) {
+            names.push_back(name);
+        }
+    }
+    return names;
+}
+
+Texts without_ranges(Texts labels) {
+    for (std::string& label : labels) {
+        label = label.substr(0, label.find('['));
+    }
+    return labels;
+}
+
+TEST_F(PageTest, EveryVectorHasAPictureWithARowForEachSignalThatItDrives) {
+    for (const char* name : {"fifo", "counter", "ram"}) {
+        const std::string path = kExamples + "/" + name + "_info.xml";
+        make(path);
+        Description description(path);
+        std::size_t number = 0;
+        description.info().reset_vector_map();
+        while (KIVO_VECTOR_OBJ* vector = description.info().get_next_vector_obj()) {
+            const std::string article =
+                "(//section[@id='waveforms']/article)[" + std::to_string(++number) + "]";
+            const Texts rows = texts_of((article + "//svg[@class='wave']/g/title").c_str());
+            EXPECT_EQ(without_ranges(rows), driven_signals(*vector)) << vector->name;
+            EXPECT_EQ(texts_of((article + "//svg[@class='wave']/g/text").c_str()), rows);
+        }
+        EXPECT_EQ(document.select_nodes("//svg[@class='wave']").size(), number) << name;
+        EXPECT_GT(number, 1U) << name;
+    }
+}
+
+TEST_F(PageTest, PicturesOfWavesAreNamedAndDescribed) {
+    make_from(R"(<WAVE_DATA><WAVE NAME="v" MAX_TIME="20"><CAPTION>A bus</CAPTION>
+        <STIM>force -hex d CAFE 0</STIM></WAVE><WAVE NAME="w" MAX_TIME="20">
+        <STIM>force a 1 0</STIM></WAVE></WAVE_DATA>)");
+    EXPECT_EQ(texts_of("//svg[@class='wave']/title"), (Texts{"v: A bus", "Waveform w"}));
+    EXPECT_EQ(
+        texts_of("//svg[@class='wave']/desc"),
+        (Texts{"1 signal from 0 to 20. d[15:0]: CAFE at 0.", "1 signal from 0 to 20. a: 1 at 0."}));
+    for (const pugi::xpath_node& picture : document.select_nodes("//svg[@class='wave']")) {
+        const std::string names = picture.node().attribute("aria-labelledby").value();
+        EXPECT_EQ(names, std::string(picture.node().child("title").attribute("id").value()) + " " +
+                             picture.node().child("desc").attribute("id").value());
+        EXPECT_STREQ(picture.node().parent().attribute("class").value(), "scroll picture");
+        EXPECT_FALSE(picture.node().child("style"));
+    }
+    EXPECT_EQ(page.find("<?xml"), std::string::npos);
+}
+
+TEST_F(PageTest, PicturesSayWhichConditionsTheyTakeAsTrue) {
+    make_from(R"(<WAVE_DATA><WAVE NAME="w" MAX_TIME="20"><STIM>force a 1 0</STIM>
+        <IF>X</IF><THEN><STIM>force d 5 0</STIM></THEN><ELSE><STIM>force d 7 0</STIM></ELSE>
+        <IF>Y</IF><THEN><STIM>force e 6 0</STIM></THEN>
+        <IF>X</IF><THEN><STIM>force f 1 0</STIM></THEN></WAVE></WAVE_DATA>)");
+    EXPECT_EQ(texts_of("//figcaption"), Texts{"Drawn for the case that X and Y hold."});
+    EXPECT_EQ(texts_of("//svg[@class='wave']//text[@class='value']"), (Texts{"5", "6"}));
+}
+
+TEST_F(PageTest, AVectorThatCannotBeDrawnSaysWhy) {
+    make_from(R"(<WAVE_DATA><WAVE NAME="v" MAX_TIME="20"/><WAVE NAME="w" MAX_TIME="20">
+        <STIM>force</STIM></WAVE></WAVE_DATA>)");
+    EXPECT_FALSE(document.select_node("//svg"));
+    EXPECT_EQ(texts_of("//p[@class='note']"),
+              (Texts{"Note: no picture, since the vector drives no signal.",
+                     "Note: no picture, since the vector drives no signal.",
+                     "Note: 'force' names no signal and is left out."}));
+}
+
+std::string busy_vector(const std::string& name, std::size_t signals, const std::string& max_time) {
+    std::string text = "<WAVE NAME='" + name + "' MAX_TIME='" + max_time + "'>";
+    for (std::size_t i = 0; i < signals; ++i) {
+        text += "<STIM>force -hex s" + std::to_string(i) + " 00 0,FFEE 1,-r 2</STIM>";
+    }
+    return text + "</WAVE>";
+}
+
+TEST_F(PageTest, APictureOfTooManySignalsShowsTheFirst) {
+    make_from("<WAVE_DATA>" + busy_vector("w", 2000, "300") + "</WAVE_DATA>");
+    const std::size_t rows = document.select_nodes("//svg[@class='wave']/g").size();
+    EXPECT_GT(rows, 10U);
+    EXPECT_LT(rows, 2000U);
+    EXPECT_EQ(texts_of("//p[@class='note']"),
+              Texts{"Note: only the first " + std::to_string(rows) +
+                    " of 2000 signals are drawn, more would be too much for a page."});
+    const pugi::xml_node svg = document.select_node("//svg[@class='wave']").node();
+    EXPECT_LT(svg.attribute("height").as_double(), 34.0 * static_cast<double>(rows) + 100);
+}
+
+TEST_F(PageTest, TransitionsBeyondCountAreLeftOut) {
+    make_from("<WAVE_DATA>" + busy_vector("w", 1, "2000000000") + "</WAVE_DATA>");
+    EXPECT_EQ(texts_of("//p[@class='note']"),
+              Texts{"Note: vector 'w' makes too many transitions: only those up to 999999 of "
+                    "2000000000 are taken (at most 1000000 in all)."});
+}
+
+TEST_F(PageTest, PicturesOfManyVectorsAreBoundedTogether) {
+    std::string vectors;
+    for (int i = 0; i < 40; ++i) {
+        vectors += busy_vector("v" + std::to_string(i), 20, "300");
+    }
+    make_from("<WAVE_DATA>" + vectors + "</WAVE_DATA>");
+    const std::size_t pictures = document.select_nodes("//svg[@class='wave']").size();
+    EXPECT_GT(pictures, 5U);
+    EXPECT_LT(pictures, 40U);
+    EXPECT_LT(page.size(), 20'000'000U);
+    EXPECT_EQ(
+        texts_of("//p[@class='note']"),
+        Texts(40 - pictures, "Note: no picture, since those before it fill what a page can hold."));
+}
+
 // One marker per place, with what would break out of elements and attributes.
 class HostileText {
 public:
@@ -251,7 +375,8 @@ constexpr const char* kHostileDescription = R"(
       <DESCRIPTION><T>@</T><IF>@</IF><THEN>@</THEN><ELSE>@</ELSE></DESCRIPTION>
       <WAVE_CONDITION>@</WAVE_CONDITION><STIM>force @ 0 0</STIM>
       <IF>@</IF><THEN><STIM>@</STIM></THEN><ELSE><STIM>@</STIM></ELSE>
-      <DISPLAY>add wave -fixed_point(4.4) @</DISPLAY></WAVE></WAVE_DATA>
+      <DISPLAY>add wave -fixed_point(4.4) @</DISPLAY></WAVE>
+      <WAVE NAME='@' MAX_TIME='9'><STIM>force a@ @ 0,1 5</STIM></WAVE></WAVE_DATA>
     <WIZARD_DATA><WIZARD_MAP NAME='@' WIZARD_NAME='@' MODULE_NAME='@'>
       <WIZARD_CONDITION>@</WIZARD_CONDITION><PARAMETER NAME='@' TYPE='INTEGER' VALUE='@'/>
       <PORT NAME='@' TYPE='BIDIR' WIDTH='@'/></WIZARD_MAP></WIZARD_DATA>
@@ -265,6 +390,11 @@ TEST_F(PageTest, TextsWithMarkupAndControlCharactersAreShownAndDoNothing) {
     EXPECT_FALSE(document.select_node("//script"));
     EXPECT_FALSE(document.select_node("//@onload"));
     EXPECT_FALSE(document.select_node("//comment()"));
+    EXPECT_EQ(document.select_nodes("//svg[@class='wave']").size(), 2U);
+    std::set<std::string> ids;
+    for (const pugi::xpath_node& found : document.select_nodes("//@id")) {
+        EXPECT_TRUE(ids.insert(found.attribute().value()).second) << found.attribute().value();
+    }
     EXPECT_TRUE(std::none_of(page.begin(), page.end(), [](unsigned char letter) {
         return (letter < 0x20 && letter != '\n') || letter == 0x7F || letter == 0xFF;
     }));
