@@ -75,13 +75,8 @@ void show_messages(Page& page, KIVO_INFO& info) {
     }
 }
 
-int show(Terminal& terminal, const std::string& path) {
-    Description description(path);
-    if (!report_loading(terminal, description)) {
-        return kExitFailed;
-    }
-    KIVO_INFO& info = description.info();
-    Page page(terminal.out);
+std::string show_text(const Stream& stream, KIVO_INFO& info, const std::string& path) {
+    Page page(stream);
     page.heading(info.function_name.empty() ? path : info.function_name);
     show_function_information(page, info);
     show_parameters(page, info);
@@ -93,7 +88,22 @@ int show(Terminal& terminal, const std::string& path) {
     show_vectors(page, info);
     show_wizard_maps(page, info);
     show_help_text(page, info);
-    terminal.out.write(page.text());
+    return page.text();
+}
+
+struct Options {
+    std::string path;
+    std::string format = "text";
+};
+
+int show(Terminal& terminal, const Options& options) {
+    Description description(options.path);
+    if (!report_loading(terminal, description)) {
+        return kExitFailed;
+    }
+    KIVO_INFO& info = description.info();
+    terminal.out.write(options.format == "json" ? show_json(info, options.path)
+                                                : show_text(terminal.out, info, options.path));
     return description.has_messages() ? kExitMessages : kExitDone;
 }
 
@@ -107,12 +117,19 @@ std::string with_unit(std::int64_t time, const std::string& scale) {
 Command add_show(CLI::App& program) {
     CLI::App* const app =
         program.add_subcommand("show", "Show all that a description holds as tables");
-    auto path = std::make_shared<std::string>();
-    app->add_option("FILE", *path, "Description file")->required()->type_name("");
+    auto options = std::make_shared<Options>();
+    app->add_option("FILE", options->path, "Description file")->required()->type_name("");
+    app->add_option("--format", options->format, "What to write: text (the default) or json")
+        ->type_name("FORMAT")
+        ->check(one_of({"text", "json"}));
     app->footer(
         "Sections that the description does not have are left out. Messages go to standard\n"
-        "error, as 'kivo check' writes them; what was read is shown all the same.\n\n"
-        "Example:\n  kivo show fifo_info.xml");
-    return {app, "kivo show [--color WHEN] FILE",
-            [path](Terminal& terminal) { return show(terminal, *path); }};
+        "error, as 'kivo check' writes them; what was read is shown all the same.\n"
+        "JSON holds everything, messages too, in one object whose keys are always there;\n"
+        "docs/show.schema.json describes each of them.\n\n"
+        "Examples:\n"
+        "  kivo show fifo_info.xml\n"
+        "  kivo show --format json fifo_info.xml | jq -r '.object_map[].name'");
+    return {app, "kivo show [--format text|json] [--color WHEN] FILE",
+            [options](Terminal& terminal) { return show(terminal, *options); }};
 }

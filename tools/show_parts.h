@@ -17,6 +17,9 @@ void show_wizard_maps(Page& page, KIVO_INFO& info);
 void show_vectors(Page& page, KIVO_INFO& info);
 void show_help_text(Page& page, KIVO_INFO& info);
 
+// All that the store holds as one JSON object; docs/show.schema.json says what stands where.
+std::string show_json(KIVO_INFO& info, const std::string& path);
+
 // "10 ns" for 10 in the scale "ns"; the number alone in a scale that is empty or has a number
 // itself.
 std::string with_unit(std::int64_t time, const std::string& scale);

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
 
@@ -304,6 +305,256 @@ TEST(ShowTest, DeepNestingNeitherOverflowsNorOutgrowsThePage) {
     EXPECT_EQ(run.status, 0);
     EXPECT_TRUE(contains(run.out, "inside"));
     EXPECT_LT(run.out.size(), 100U * kDepth);
+}
+
+using Json = nlohmann::ordered_json;
+
+// The document of a description "some_info.xml" with these sections, which begin in line 2.
+Json json_of(const std::string& sections, int status = 0) {
+    const TemporaryFolder folder;
+    folder.write("some_info.xml", with_sections(sections));
+    const RunResult run =
+        run_kivo({"show", "--format", "json", "some_info.xml"}, {.directory = folder.path("")});
+    EXPECT_EQ(run.status, status) << run.err;
+    EXPECT_EQ(run.err.empty(), status == 0) << run.err;
+    return Json::parse(run.out, nullptr, false);
+}
+
+Json place(int line, int column) {
+    return {{"file", "some_info.xml"}, {"line", line}, {"column", column}};
+}
+
+TEST(ShowTest, JsonOfAnEmptyDescriptionHasEveryKey) {
+    EXPECT_EQ(json_of("").dump(),
+              R"({"version":1,"file":"some_info.xml","function_name":"some","vhdl_library":"",)"
+              R"("simulation_library":"","time_scale":"","time_delta":"","start_time":0,)"
+              R"("object_map":[],"fn_rule_list":[],"message_list":[],"vector_map":[],)"
+              R"("wizard_map_map":[],"html_text":null,"error_list":[]})");
+}
+
+TEST(ShowTest, JsonHoldsTheFunctionInformation) {
+    const Json json = json_of(
+        "<FUNCTION_INFORMATION><VHDL_LIBRARY NAME='ieee.all; work.pkg'/><START_TIME VALUE='-5'/>"
+        "<TIME_SCALE VALUE='10 ns'/><TIME_DELTA VALUE='2'/></FUNCTION_INFORMATION>");
+    EXPECT_EQ(json["vhdl_library"], "ieee.all; work.pkg");
+    EXPECT_EQ(json["simulation_library"], "ieee;work;");
+    EXPECT_EQ(json["start_time"], -5);
+    EXPECT_EQ(json["time_scale"], "10 ns");
+    EXPECT_EQ(json["time_delta"], "2");
+}
+
+TEST(ShowTest, JsonHoldsEveryFieldOfAnObject) {
+    const Json json = json_of(
+        "<PORTS><PORT NAME='d' TYPE='INPUT' ASYNC='FALSE' WIDTH='W' WIDTH2D='2' USAGE='VARIABLE'"
+        " DEFAULT_VALUE='7' INITIAL_VEC_STATE='1' HIGH_PROBABILITY='30' CLOCK_PERIOD='20'"
+        " CNX_TYPE='USED_PORT'>\n  <STATE V='USED' IF='A' ELSE='UNUSED'/></PORT></PORTS>");
+    const Json rule = {{"rule_kind", "forced_value"},
+                       {"text1", "USED"},
+                       {"text2", "UNUSED"},
+                       {"text3", "A"},
+                       {"place", place(3, 3)}};
+    const Json port = {{"name", "d"},
+                       {"obj_type", "input_port"},
+                       {"default_value", "7"},
+                       {"value_array", ""},
+                       {"default_index", -1},
+                       {"is_lpm_hint", false},
+                       {"is_async", false},
+                       {"is_clock", false},
+                       {"initial_vec_state", "1"},
+                       {"clock_period", "20"},
+                       {"port_width", "W"},
+                       {"port_width2d", "2"},
+                       {"high_probability", 30},
+                       {"usage_state", "VARIABLE"},
+                       {"dependency_position", -1},
+                       {"current_value", ""},
+                       {"arguments", ""},
+                       {"cnx_type", 2},
+                       {"rule_list", Json::array({rule})},
+                       {"place", place(2, 8)}};
+    EXPECT_EQ(json["object_map"], Json::array({port})) << json.dump(2);
+}
+
+TEST(ShowTest, JsonKeepsTheOrderOfTheFile) {
+    const Json json = json_of(
+        "<MACROS><MACRO NAME='z' DEFINITION='1'/></MACROS>"
+        "<PORTS><PORT NAME='y' TYPE='BURIED'/><PORT NAME='a' TYPE='BIDIR'/></PORTS>"
+        "<HIDDEN_PARAMETERS><PARAMETER NAME='x' VALUE='1'/></HIDDEN_PARAMETERS>"
+        "<PARAMETERS><PARAMETER NAME='b' TYPE='STRING' VALUE='U;V' DEFAULT_VALUE_INDEX='1'/>"
+        "<PARAMETER NAME='c' TYPE='INTEGER' LPM_HINT='ON'/></PARAMETERS>"
+        "<PORTS><PORT NAME='o' TYPE='OUTPUT'/></PORTS>");
+    std::vector<std::string> objects;
+    for (const Json& object : json["object_map"]) {
+        objects.push_back(object["name"].get<std::string>() + " " +
+                          object["obj_type"].get<std::string>());
+    }
+    EXPECT_EQ(objects, (std::vector<std::string>{"z macro", "y buried_port", "a bidir_port",
+                                                 "x hidden_parameter", "b string_parameter",
+                                                 "c integer_parameter", "o output_port"}));
+    EXPECT_EQ(json["object_map"][4]["default_index"], 1);
+    EXPECT_EQ(json["object_map"][4]["value_array"], "U;V");
+    EXPECT_EQ(json["object_map"][5]["is_lpm_hint"], true);
+}
+
+std::vector<std::string> kinds_of(const Json& rules) {
+    std::vector<std::string> kinds;
+    for (const Json& rule : rules) {
+        kinds.push_back(rule["rule_kind"]);
+    }
+    return kinds;
+}
+
+using Kinds = std::vector<std::string>;
+
+TEST(ShowTest, JsonNamesTheKindOfEveryRule) {
+    const Json json = json_of(
+        "<PARAMETERS><PARAMETER NAME='p' TYPE='STRING'><FORCE_VALUE V='1' WHEN_CMD='C'/>"
+        "<FORCE_RANGE MIN='1' MAX='2'/><FORCE_VALUE V='1'/><VALUE_RULE>p</VALUE_RULE></PARAMETER>"
+        "</PARAMETERS><PORTS><PORT NAME='q' TYPE='INPUT'><CONSTANT_RANGE MIN='1' MAX='2'/>"
+        "<FORCE_VALUE V='1'/><FORCE_RANGE MIN='1' MAX='2'/></PORT></PORTS>"
+        "<RULES><RULE>A</RULE><RULE REQUIRED_RULE='OFF'>B</RULE></RULES>"
+        "<MESSAGES><MESSAGE TYPE='ERROR'>a</MESSAGE><MESSAGE TYPE='CRITICAL_WARNING'>b</MESSAGE>"
+        "<MESSAGE TYPE='WARNING'>c</MESSAGE><MESSAGE TYPE='INFO'>d</MESSAGE></MESSAGES>");
+    EXPECT_EQ(kinds_of(json["object_map"][0]["rule_list"]),
+              (Kinds{"when_cmd", "forced_range", "forced_value", "required"}));
+    EXPECT_EQ(kinds_of(json["object_map"][1]["rule_list"]),
+              (Kinds{"constant_range", "port_value", "port_range"}));
+    EXPECT_EQ(kinds_of(json["fn_rule_list"]), (Kinds{"required", "not_required"}));
+    EXPECT_EQ(kinds_of(json["message_list"]),
+              (Kinds{"error", "critical_warning", "warning", "info"}));
+    EXPECT_EQ(json["message_list"][1]["text1"], "b");
+}
+
+TEST(ShowTest, JsonHoldsVectors) {
+    const Json json = json_of(
+        "<WAVE_DATA><WAVE NAME='w' MAX_TIME='100' TIME_STEP='10' INDEX='3'"
+        " DISPLAY_TRUNCATION='LOW'><CAPTION>A wave</CAPTION><WAVE_CONDITION>E</WAVE_CONDITION>"
+        "<DESCRIPTION><T>Something moves.</T></DESCRIPTION>"
+        "<IF>C</IF><THEN><STIM>force b 1 0</STIM></THEN><ELSE><STIM>force b 0 0</STIM></ELSE>"
+        "<DISPLAY>add wave -fixed_point(s4.4) a</DISPLAY><DISPLAY>add wave -hex b</DISPLAY>"
+        "</WAVE></WAVE_DATA><CUSTOM_VECTORS><CUSTOM_VECTOR NAME='v'/></CUSTOM_VECTORS>");
+    const Json& wave = json["vector_map"][0];
+    EXPECT_EQ(wave["name"], "w");
+    EXPECT_EQ(wave["max_time"], 100);
+    EXPECT_EQ(wave["time_step"], 10);
+    EXPECT_EQ(wave["index"], 3);
+    EXPECT_EQ(wave["truncate_low"], true);
+    EXPECT_EQ(wave["caption"], "A wave");
+    EXPECT_EQ(wave["wave_condition"]["text3"], "E");
+    EXPECT_EQ(wave["description"][0]["then_text"], "Something moves.");
+    EXPECT_EQ(wave["stimulus_list"][0]["text1"], "force b 1 0");
+    EXPECT_EQ(wave["stimulus_list"][0]["text2"], "force b 0 0");
+    EXPECT_EQ(wave["stimulus_list"][0]["text3"], "C");
+    EXPECT_EQ(wave["display_format_map"].dump(),
+              R"([{"port_name":"a","radix":"fixed_point","description":"s4.4"},)"
+              R"({"port_name":"b","radix":"hex","description":""}])");
+    const Json& custom = json["vector_map"][1];
+    EXPECT_EQ(custom["name"], "v");
+    EXPECT_EQ(custom["max_time"], -1);
+    EXPECT_TRUE(custom["wave_condition"].is_null());
+    EXPECT_TRUE(custom["description"].is_null());
+    EXPECT_EQ(custom["stimulus_list"], Json::array());
+}
+
+TEST(ShowTest, JsonHoldsWizardMapsWithGenericObjects) {
+    const Json json = json_of(
+        "<WIZARD_DATA><PORT NAME='clock' TYPE='INPUT' IS_CLOCK_PORT='TRUE'/>"
+        "<WIZARD_MAP NAME='m' WIZARD_NAME='Some wizard' MAP_CONSTANTS='ON'>"
+        "<WIZARD_CONDITION>A</WIZARD_CONDITION>"
+        "<PARAMETER NAME='W' TYPE='INTEGER' VALUE='4'/></WIZARD_MAP></WIZARD_DATA>");
+    const Json& map = json["wizard_map_map"][0];
+    EXPECT_EQ(map["name"], "m");
+    EXPECT_EQ(map["wizard_name"], "Some wizard");
+    EXPECT_EQ(map["module_name"], "some");
+    EXPECT_EQ(map["map_constants"], true);
+    EXPECT_EQ(map["map_used_ports"], false);
+    EXPECT_EQ(map["condition"]["text3"], "A");
+    EXPECT_EQ(map["obj_map"][0]["name"], "W");
+    EXPECT_EQ(map["obj_map"][1]["is_clock"], true);
+}
+
+TEST(ShowTest, JsonListsThePiecesOfATextInReadingOrder) {
+    const Json json = json_of(
+        "<HTML_TEXT><TITLE>T</TITLE><HEADER>H</HEADER><INTRO><T>one</T>"
+        "<IF>A</IF><THEN><T>two</T><IF>B</IF><THEN>three</THEN><ELSE>four</ELSE></THEN>"
+        "<ELSE><T>five</T></ELSE><T>six</T></INTRO></HTML_TEXT>");
+    EXPECT_EQ(json["html_text"]["title"], "T");
+    EXPECT_EQ(json["html_text"]["header"], "H");
+    EXPECT_TRUE(json["html_text"]["end"].is_null());
+    std::string shown;
+    for (const Json& piece : json["html_text"]["intro"]) {
+        shown += piece["parent"].dump() + " " + piece["branch"].get<std::string>() + ": " +
+                 piece["condition"].get<std::string>() + "?" +
+                 piece["then_text"].get<std::string>() + (piece["then_sub"] ? "(pieces)" : "") +
+                 ":" + piece["else_text"].get<std::string>() +
+                 (piece["else_sub"] ? "(pieces)" : "") + "\n";
+    }
+    EXPECT_EQ(shown,
+              "-1 none: ?one:\n"
+              "-1 none: A?(pieces):(pieces)\n"
+              "1 then: ?two:\n"
+              "1 then: B?three:four\n"
+              "1 else: ?five:\n"
+              "-1 none: ?six:\n");
+}
+
+TEST(ShowTest, JsonOfDeepNestingIsFlat) {
+    constexpr int kDepth = 20000;
+    std::string text;
+    for (int level = 0; level < kDepth; ++level) {
+        text += "<IF>A</IF><THEN>";
+    }
+    text += "<T>inside</T>";
+    for (int level = 0; level < kDepth; ++level) {
+        text += "</THEN>";
+    }
+    const Json json = json_of("<HTML_TEXT><INTRO>" + text + "</INTRO></HTML_TEXT>");
+    const Json& intro = json["html_text"]["intro"];
+    ASSERT_EQ(intro.size(), kDepth + 1U);
+    EXPECT_EQ(intro[kDepth]["then_text"], "inside");
+    EXPECT_EQ(intro[kDepth]["parent"], kDepth - 1);
+}
+
+TEST(ShowTest, JsonHoldsTheMessagesWithIdsAndPlaces) {
+    const Json json = json_of("<REVISIONS/>\n <NEWS/>", 1);
+    EXPECT_EQ(json["error_list"],
+              Json::array({{{"id", "unknown-section"},
+                            {"text", "Main element tag REVISIONS is not a valid recognized tag"},
+                            {"place", place(2, 1)}},
+                           {{"id", "unknown-section"},
+                            {"text", "Main element tag NEWS is not a valid recognized tag"},
+                            {"place", place(3, 2)}}}));
+}
+
+TEST(ShowTest, JsonKeepsTextsAndIsPlainAscii) {
+    const TemporaryFolder folder;
+    const std::string path =
+        folder.write("some_info.xml",
+                     with_sections("<RULES><RULE>\u00E4 \"\\\" &lt;b&gt; &#27;[2J&#x9b;\xFF</RULE>"
+                                   "</RULES>"));
+    const RunResult run = run_kivo({"show", "--format", "json", path});
+    EXPECT_TRUE(std::all_of(run.out.begin(), run.out.end(), [](char letter) {
+        return letter == '\n' || (letter >= ' ' && letter <= '~');
+    })) << run.out;
+    EXPECT_EQ(Json::parse(run.out)["fn_rule_list"][0]["text3"],
+              "\u00E4 \"\\\" <b> \x1B[2J\u009B\uFFFD");
+}
+
+TEST(ShowTest, AnUnknownFormatIsAnsweredWithTheKnownOnes) {
+    const RunResult run = run_kivo({"show", "--format", "xml", example("fifo_info.xml")});
+    EXPECT_EQ(run.status, 2);
+    EXPECT_EQ(run.out, "");
+    EXPECT_EQ(lines_of(run.err).size(), 1U) << run.err;
+    EXPECT_TRUE(contains(run.err, "xml not in {text,json}")) << run.err;
+}
+
+TEST(ShowTest, JsonThatFindsNoRoomIsAFailure) {
+    RunOptions options;
+    options.out_path = "/dev/full";
+    const RunResult run = run_kivo({"show", "--format", "json", example("fifo_info.xml")}, options);
+    EXPECT_EQ(run.status, 3);
+    EXPECT_TRUE(contains(run.err, "No space left on device")) << run.err;
 }
 
 }  // namespace
