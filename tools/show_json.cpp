@@ -97,28 +97,77 @@ Json place_json(const KIVO_PLACE& place) {
     return json;
 }
 
+// Writes the outermost object key by key, and its lists entry by entry: the tree of a whole store
+// would take many times the memory of its text.
+class DocumentWriter {
+public:
+    void add(const char* key, const Json& value) {
+        add_key(key);
+        add_value(value, 1);
+    }
+
+    void open_list(const char* key) {
+        add_key(key);
+        out_ += '[';
+        is_first_entry_ = true;
+    }
+
+    void add_entry(const Json& value) {
+        out_ += is_first_entry_ ? "\n    " : ",\n    ";
+        is_first_entry_ = false;
+        add_value(value, 2);
+    }
+
+    void close_list() { out_ += is_first_entry_ ? "]" : "\n  ]"; }
+
+    std::string finish() { return std::move(out_) + "\n}\n"; }
+
+private:
+    static constexpr int kIndent = 2;
+
+    void add_key(const char* key) {
+        out_ += out_.empty() ? "{\n  \"" : ",\n  \"";
+        out_ += key;
+        out_ += "\": ";
+    }
+
+    void add_value(const Json& value, std::size_t depth) {
+        // Pure ASCII, which cannot steer a terminal either.
+        constexpr bool kIsAscii = true;
+        const std::string text = value.dump(kIndent, ' ', kIsAscii, Json::error_handler_t::replace);
+        for (const char letter : text) {
+            out_ += letter;
+            if (letter == '\n') {
+                out_.append(kIndent * depth, ' ');
+            }
+        }
+    }
+
+    std::string out_;
+    bool is_first_entry_ = true;
+};
+
 class StoreWriter {
 public:
     explicit StoreWriter(KIVO_INFO& info) : info_(info) {}
 
-    Json store(const std::string& path) {
-        Json json;
-        json["version"] = kVersion;
-        json["file"] = path;
-        json["function_name"] = info_.function_name;
-        json["vhdl_library"] = info_.vhdl_library;
-        json["simulation_library"] = info_.get_simulation_library();
-        json["time_scale"] = info_.time_scale;
-        json["time_delta"] = info_.time_delta;
-        json["start_time"] = info_.start_time;
-        json["object_map"] = objects(info_.object_map);
-        json["fn_rule_list"] = rules(info_.fn_rule_list);
-        json["message_list"] = rules(info_.message_list);
-        json["vector_map"] = vectors();
-        json["wizard_map_map"] = wizard_maps();
-        json["html_text"] = help_text();
-        json["error_list"] = errors();
-        return json;
+    std::string write(const std::string& path) {
+        out_.add("version", kVersion);
+        out_.add("file", path);
+        out_.add("function_name", info_.function_name);
+        out_.add("vhdl_library", info_.vhdl_library);
+        out_.add("simulation_library", info_.get_simulation_library());
+        out_.add("time_scale", info_.time_scale);
+        out_.add("time_delta", info_.time_delta);
+        out_.add("start_time", info_.start_time);
+        write_objects();
+        write_rules("fn_rule_list", info_.fn_rule_list);
+        write_rules("message_list", info_.message_list);
+        write_vectors();
+        write_wizard_maps();
+        out_.add("html_text", help_text());
+        write_errors();
+        return out_.finish();
     }
 
 private:
@@ -264,15 +313,6 @@ private:
         return json;
     }
 
-    Json vectors() const {
-        Json json = Json::array();
-        info_.reset_vector_map();
-        while (KIVO_VECTOR_OBJ* entry = info_.get_next_vector_obj()) {
-            json.push_back(vector(*entry));
-        }
-        return json;
-    }
-
     Json wizard_map(KIVO_WIZARD_MAP& map) const {
         Json json;
         json["name"] = map.name;
@@ -283,15 +323,6 @@ private:
         json["condition"] = rule_or_null(map.condition);
         json["obj_map"] = objects(map.obj_map);
         json["place"] = place_json(info_.get_place(map.mark));
-        return json;
-    }
-
-    Json wizard_maps() const {
-        Json json = Json::array();
-        info_.reset_wizard_map_map();
-        while (KIVO_WIZARD_MAP* map = info_.get_next_wizard_map()) {
-            json.push_back(wizard_map(*map));
-        }
         return json;
     }
 
@@ -308,26 +339,62 @@ private:
         return json;
     }
 
-    Json errors() const {
-        Json list = Json::array();
+    void write_objects() {
+        out_.open_list("object_map");
+        info_.reset_kivo_obj_map();
+        while (KIVO_OBJ_INFO* entry = info_.get_next_kivo_obj()) {
+            out_.add_entry(object(*entry));
+        }
+        out_.close_list();
+    }
+
+    void write_rules(const char* key, KIVO_OBJ_LIST& list) {
+        out_.open_list(key);
+        list.reset();
+        while (const KIVO_OBJ* entry = list.get_next_value()) {
+            if (const auto* element = dynamic_cast<const KIVO_RULE_ELEMENT*>(entry)) {
+                out_.add_entry(rule(*element));
+            }
+        }
+        out_.close_list();
+    }
+
+    void write_vectors() {
+        out_.open_list("vector_map");
+        info_.reset_vector_map();
+        while (KIVO_VECTOR_OBJ* entry = info_.get_next_vector_obj()) {
+            out_.add_entry(vector(*entry));
+        }
+        out_.close_list();
+    }
+
+    void write_wizard_maps() {
+        out_.open_list("wizard_map_map");
+        info_.reset_wizard_map_map();
+        while (KIVO_WIZARD_MAP* map = info_.get_next_wizard_map()) {
+            out_.add_entry(wizard_map(*map));
+        }
+        out_.close_list();
+    }
+
+    void write_errors() {
+        out_.open_list("error_list");
         for (std::size_t index = 0; index < info_.error_list.size(); ++index) {
             Json json;
             json["id"] = info_.get_error_id(index);
             json["text"] = info_.error_list[index];
             json["place"] = place_json(info_.get_error_place(index));
-            list.push_back(std::move(json));
+            out_.add_entry(json);
         }
-        return list;
+        out_.close_list();
     }
 
     KIVO_INFO& info_;
+    DocumentWriter out_;
 };
 
 }  // namespace
 
 std::string show_json(KIVO_INFO& info, const std::string& path) {
-    // Pure ASCII, which cannot steer a terminal either.
-    constexpr bool kIsAscii = true;
-    return StoreWriter(info).store(path).dump(2, ' ', kIsAscii, Json::error_handler_t::replace) +
-           '\n';
+    return StoreWriter(info).write(path);
 }
