@@ -337,6 +337,42 @@ TEST(WaveTest, AMillionStepsAreDrawnAtOnce) {
     EXPECT_LT(spent.count(), 5.0);
 }
 
+std::string with_wide_port(const std::string& command, const std::string& max_time) {
+    return with_sections(
+        "<PORTS><PORT NAME='d' TYPE='INPUT' WIDTH='65536'/></PORTS>"
+        "<WAVE_DATA><WAVE NAME='w' MAX_TIME='" +
+        max_time + "'><STIM>" + command + "</STIM></WAVE></WAVE_DATA>");
+}
+
+TEST(WaveTest, AVeryWidePortOfManyValuesIsAsWideAsTheValues) {
+    const TemporaryFolder folder;
+    std::string command = "force d 0 0";
+    for (int value = 1; value < 2000; ++value) {
+        command += "," + std::to_string(value) + " " + std::to_string(value);
+    }
+    const std::string dump = folder.path("a.vcd");
+    const RunResult run = run_kivo(
+        {"wave", folder.write("a_info.xml", with_wide_port(command, "2000")), "w", "--vcd", dump});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.err,
+              "kivo: note: signal 'd' is taken as 11 bits wide, which its values need, not as "
+              "65536\n");
+    EXPECT_TRUE(has(content_of(dump), "$var wire 11 ! d [10:0] $end\n"));
+    EXPECT_LT(std::filesystem::file_size(dump), 100'000U);
+}
+
+TEST(WaveTest, ADumpThatWouldFillADiskIsRefused) {
+    const TemporaryFolder folder;
+    const std::string dump = folder.path("a.vcd");
+    const RunResult run = run_kivo(
+        {"wave", folder.write("a_info.xml", with_wide_port("force d 0 0,1 1,-r 2", "1000000")), "w",
+         "--vcd", dump});
+    EXPECT_EQ(run.status, 3);
+    EXPECT_TRUE(has(run.err, "the values of vector 'w' are too wide and change too often"))
+        << run.err;
+    EXPECT_EQ(files_beside(dump), 1U);
+}
+
 TEST(WaveTest, ATinyPeriodIsBoundedAndSaysSo) {
     const TemporaryFolder folder;
     const std::string description = folder.write(

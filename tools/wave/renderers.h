@@ -32,8 +32,9 @@ struct EmbeddedSvg {
 EmbeddedSvg render_embedded_svg(const WaveModel& model, const std::string& id,
                                 std::size_t max_bytes);
 
-// A Value Change Dump; released signals are z in it and signals not driven yet x.
-std::string write_vcd(const WaveModel& model);
+// A Value Change Dump; released signals are z in it and signals not driven yet x. Nothing when it
+// would be larger than a user can have meant.
+std::optional<std::string> write_vcd(const WaveModel& model);
 
 // A save file of GTKWave that shows the signals of the dump in their display formats.
 std::string write_gtkw(const WaveModel& model, const std::string& dump_path,

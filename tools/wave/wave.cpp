@@ -164,7 +164,7 @@ private:
             is_written = write(request_.svg, render_svg(model));
         }
         if (!request_.vcd.empty()) {
-            is_written = write(request_.vcd, write_vcd(model)) && is_written;
+            is_written = write_vcd_file(model) && is_written;
         }
         if (!request_.gtkw.empty()) {
             is_written =
@@ -174,6 +174,17 @@ private:
             is_written = write_wavejson_file(model) && is_written;
         }
         return is_written ? kExitDone : kExitFailed;
+    }
+
+    bool write_vcd_file(const WaveModel& model) {
+        const auto dump = write_vcd(model);
+        if (!dump) {
+            terminal_.report_error(fmt::format(
+                "cannot write '{}': the values of vector '{}' are too wide and change too often",
+                request_.vcd, model.name));
+            return false;
+        }
+        return write(request_.vcd, *dump);
     }
 
     bool write_wavejson_file(const WaveModel& model) {

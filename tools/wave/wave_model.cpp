@@ -20,6 +20,8 @@ namespace {
 
 // Wider ports are drawn as wide as their values: no file should need 100 MB for a typing error.
 constexpr std::size_t kMaxWidth = 65536;
+// Of all values of a vector together, when its ports are wider than the values.
+constexpr std::size_t kMaxBits = 64'000'000;
 
 struct Driver {
     std::string command;
@@ -307,6 +309,13 @@ private:
             widest = std::max(widest, value.bits.size());
         }
         signal.width = declared_width(info_, signal.name).value_or(widest);
+        if (signal.width > widest && bits_ + signal.width * signal.values.size() > kMaxBits) {
+            model_.notes.push_back(fmt::format(
+                "signal '{}' is taken as {} bits wide, which its values need, not as {}",
+                signal.name, widest, signal.width));
+            signal.width = widest;
+        }
+        bits_ += signal.width * signal.values.size();
         std::string misfit;
         for (std::size_t i = 0; i < signal.values.size(); ++i) {
             WaveValue& value = signal.values[i];
@@ -338,6 +347,7 @@ private:
     // Of the signal in hand: which of its values are negative numbers, and where each stands.
     std::vector<bool> negatives_;
     std::map<std::string, std::size_t> by_text_;
+    std::size_t bits_ = 0;  // of all signals so far
 };
 
 }  // namespace

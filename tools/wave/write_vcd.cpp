@@ -12,6 +12,9 @@
 
 namespace {
 
+// Of all changes of a dump together: half a gigabyte of text.
+constexpr std::size_t kMaxBits = 500'000'000;
+
 // What a time scale of the description is in a dump, which knows 1, 10 and 100 of its units.
 struct Timescale {
     std::int64_t factor = 1;  // of the description's times
@@ -172,6 +175,13 @@ private:
 
 }  // namespace
 
-std::string write_vcd(const WaveModel& model) {
+std::optional<std::string> write_vcd(const WaveModel& model) {
+    std::size_t room = kMaxBits;
+    for (const WaveSignal& signal : model.signals) {
+        if (signal.changes.size() > room / signal.width) {
+            return std::nullopt;
+        }
+        room -= signal.changes.size() * signal.width;
+    }
     return DumpWriter(model).write();
 }

@@ -8,6 +8,8 @@ namespace {
 
 // Of all waves together; a wave needs a character for each step, also where nothing happens.
 constexpr std::int64_t kMaxCharacters = 20'000'000;
+// Of the values beside them.
+constexpr std::size_t kMaxData = 200'000'000;
 
 char state_of(const WaveSignal& signal, const WaveChange& change) {
     const char level = signal.level(change);
@@ -35,13 +37,28 @@ nlohmann::ordered_json lane_of(const WaveSignal& signal, std::int64_t start, std
     return lane;
 }
 
+bool is_data_too_long(const WaveModel& model) {
+    std::size_t room = kMaxData;
+    for (const WaveSignal& signal : model.signals) {
+        for (const WaveChange& change : signal.changes) {
+            const std::size_t size =
+                change.state == WaveState::kValue ? signal.values[change.value].shown.size() : 0;
+            if (size > room) {
+                return true;
+            }
+            room -= size;
+        }
+    }
+    return false;
+}
+
 }  // namespace
 
 std::optional<std::string> write_wavejson(const WaveModel& model) {
     const std::int64_t step = model.common_step();
     const std::int64_t steps = (model.end - model.start) / step;
     const auto lanes = static_cast<std::int64_t>(model.signals.size());
-    if (lanes > 0 && steps > kMaxCharacters / lanes) {
+    if ((lanes > 0 && steps > kMaxCharacters / lanes) || is_data_too_long(model)) {
         return std::nullopt;
     }
     nlohmann::ordered_json document;
