@@ -73,6 +73,6 @@ std::optional<std::string> write_wavejson(const WaveModel& model) {
     document["foot"] = {
         {"text", fmt::format("from {}{unit} to {}{unit} in steps of {}{unit}", model.start,
                              model.end, step, fmt::arg("unit", unit))}};
-    constexpr auto kReplace = nlohmann::ordered_json::error_handler_t::replace;
-    return document.dump(2, ' ', false, kReplace) + "\n";
+    // Pure ASCII, which cannot steer a terminal that shows the file.
+    return document.dump(2, ' ', true, nlohmann::ordered_json::error_handler_t::replace) + "\n";
 }
