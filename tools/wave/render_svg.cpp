@@ -125,17 +125,18 @@ public:
         }
         left_ =
             (is_embedded() ? 2 : kMargin) + static_cast<double>(letters) * kLetterWidth + kNameGap;
-        const auto steps = static_cast<double>((model.end - model.start) / model.common_step());
+        const std::int64_t steps = (model.end - model.start) / model.common_step();
+        const double wanted = static_cast<double>(steps) * kStepWidth;
         if (is_embedded()) {
             // The page says above the picture what its heading would.
             top_ = kMargin / 2;
-            plot_width_ = std::clamp(steps * kStepWidth, kMinEmbeddedPlotWidth,
-                                     kMaxEmbeddedWidth - left_ - kMargin);
+            plot_width_ =
+                std::clamp(wanted, kMinEmbeddedPlotWidth, kMaxEmbeddedWidth - left_ - kMargin);
             return;
         }
         top_ = kMargin + 20 + (model.caption.empty() ? 0 : 20) +
                (model.condition.empty() ? 0 : 18) + 6;
-        plot_width_ = std::clamp(steps * kStepWidth, kMinPlotWidth, kMaxPlotWidth);
+        plot_width_ = std::clamp(wanted, kMinPlotWidth, kMaxPlotWidth);
     }
 
     // Rows as long as they fit into so many bytes, at least one.
