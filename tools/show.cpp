@@ -127,7 +127,7 @@ Command add_show(CLI::App& program) {
         "error, as 'kivo check' writes them; what was read is shown all the same.\n"
         "JSON holds everything, messages too, in one object whose keys are always there;\n"
         "docs/show.schema.json describes each of them.\n\n"
-        "Examples:\n"
+        "Example:\n"
         "  kivo show fifo_info.xml\n"
         "  kivo show --format json fifo_info.xml | jq -r '.object_map[].name'");
     return {app, "kivo show [--format text|json] [--color WHEN] FILE",

@@ -67,7 +67,8 @@ TEST(ProgramTest, WrongUsageIsAnsweredInOneLineThatSaysWhatIsRight) {
     expect_usage_error({"check"}, "FILE is required; usage: kivo check [--color WHEN] FILE...");
     expect_usage_error({"check", "--quiet"}, "unknown option '--quiet'");
     expect_usage_error({"check", "--color", "blue", "f"}, "blue not in {auto,always,never}");
-    expect_usage_error({"show"}, "FILE is required; usage: kivo show [--color WHEN] FILE");
+    expect_usage_error(
+        {"show"}, "FILE is required; usage: kivo show [--format text|json] [--color WHEN] FILE");
     expect_usage_error({"show", "a", "b"}, "unexpected argument 'b'");
     expect_usage_error({"translate", "a"},
                        "--to is required; usage: kivo translate --to nhdl|vhdl");
