@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+enum class Severity { kError, kWarning };
+
+// What an author wants to know of one kind of message.
+struct MessageDescription {
+    std::string_view id;
+    Severity severity;
+    // What is wrong, why it matters and how to mend it: one paragraph, its lines broken for the
+    // sake of the source only.
+    std::string_view explanation;
+    // A whole description that gives this message; program text for a message that no description
+    // gives.
+    std::string_view example;
+};
+
+// Every message that the program knows, in the order of the handbook.
+const std::vector<MessageDescription>& message_catalogue();
+
+// The message of that id, or null.
+const MessageDescription* find_message(std::string_view id);
