@@ -36,8 +36,8 @@ info.post_error_message("The wizard cannot write into the project folder");
     {"xml-syntax", Severity::kError,
      R"(The XML parser found a fault at this place. When a tag is not closed, a quote is missing or a
         character is not allowed, the file is not read at all, as the message invalid-file says.
-        When an element only has the same attribute twice, the file is read and the first of the
-        two may win over the one that you meant: keep one of them.)",
+        When an element has the same attribute twice, the file is read and the last value counts,
+        which other readers of XML do not accept: keep one of them.)",
      R"(<ROOT>
   <RULES>
     <RULE ENABLED="ON" ENABLED="ON">WIDTH gt 0</RULE>
@@ -352,7 +352,7 @@ info.post_error_message("The wizard cannot write into the project folder");
         holds, ELSE otherwise.)",
      R"(<ROOT>
   <MESSAGES>
-    <MESSAGE TYPE="INFO"><UNLESS>WIDTH lt 32</UNLESS><THEN>Wide counters are slow.</THEN></MESSAGE>
+    <MESSAGE TYPE="INFO"><UNLESS>WIDTH lt 32</UNLESS><THEN>Slow.</THEN></MESSAGE>
   </MESSAGES>
 </ROOT>
 )"},
