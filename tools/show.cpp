@@ -126,7 +126,8 @@ Command add_show(CLI::App& program) {
         "Sections that the description does not have are left out. Messages go to standard\n"
         "error, as 'kivo check' writes them; what was read is shown all the same.\n"
         "JSON holds everything, messages too, in one object whose keys are always there;\n"
-        "docs/show.schema.json describes each of them.\n\n"
+        "docs/show.schema.json describes each of them.\n"
+        "Exit status: 0 no messages, 1 messages, 2 wrong usage, 3 the file cannot be read.\n\n"
         "Example:\n"
         "  kivo show fifo_info.xml\n"
         "  kivo show --format json fifo_info.xml | jq -r '.object_map[].name'");

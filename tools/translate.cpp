@@ -82,6 +82,8 @@ Command add_translate(CLI::App& program) {
     app->add_option("TEXT", options->texts, "Texts, one line each; else standard input")
         ->type_name("");
     app->footer(
+        "A word is an operator only between blanks; everything else stays as it is.\n"
+        "Exit status: 0 done, 2 wrong usage, 3 standard input cannot be read.\n\n"
         "Example:\n  kivo translate --to verilog \"WIDTH gte 4 and DEPTH lt 16\"\n"
         "  kivo translate --to nhdl < rules.txt");
     return {app, "kivo translate --to nhdl|vhdl|verilog [--color WHEN] [TEXT...]",

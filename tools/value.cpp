@@ -131,7 +131,9 @@ Command add_value(CLI::App& program) {
     app->footer(
         "Prints the new value, or \"no transition\" when the signal does not change at that\n"
         "time. Values of binary, hexadecimal and fixed-point commands come as 0b and bits.\n"
-        "Conditions are not evaluated: of a conditional command the THEN part counts.\n\n"
+        "Conditions are not evaluated: of a conditional command the THEN part counts.\n"
+        "Exit status: 0 done, 1 done although the description gave messages, or it has no such\n"
+        "vector or signal, 2 wrong usage, 3 the file cannot be read.\n\n"
         "Example:\n  kivo value fifo_info.xml fill_and_drain data 60");
     return {app, "kivo value [--color WHEN] FILE VECTOR SIGNAL TIME",
             [request](Terminal& terminal) { return value(terminal, *request); }};

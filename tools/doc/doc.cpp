@@ -33,7 +33,7 @@ Command add_doc(CLI::App& program) {
     CLI::App* const app =
         program.add_subcommand("doc", "Write a description as a page for people to read");
     auto options = std::make_shared<Options>();
-    app->add_option("FILE", options->path, "Description file")->required();
+    app->add_option("FILE", options->path, "Description file")->required()->type_name("");
     app->add_option("-o,--output", options->output, "Where the page goes")
         ->required()
         ->type_name("OUT.html");

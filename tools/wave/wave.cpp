@@ -218,18 +218,20 @@ int wave(Terminal& terminal, const Request& request) {
 Command add_wave(CLI::App& program) {
     CLI::App* const app = program.add_subcommand("wave", "Draw the waveforms of vectors");
     auto request = std::make_shared<Request>();
-    app->add_option("FILE", request->file, "Description file")->required();
+    app->add_option("FILE", request->file, "Description file")->required()->type_name("");
     app->add_option("VECTOR", request->vector,
-                    "Name of a waveform or custom vector; without it, all are drawn");
+                    "Name of a waveform or custom vector; without it, all are drawn")
+        ->type_name("");
     app->add_option("--else", request->otherwise,
-                    "Take the ELSE part of the commands with this condition; may be repeated")
+                    "Take the ELSE part where this is the condition; may be repeated")
         ->type_name("COND")
         ->allow_extra_args(false);
     app->add_flag("--ascii", request->look.is_ascii,
                   "Draw with ASCII characters; otherwise that depends on the locale");
-    app->add_option("--width", request->look.columns, "Columns of the drawing (100)")
+    app->add_option("--width", request->look.columns,
+                    "Columns of the drawing, 40 to 1000; 100 by default")
         ->type_name("COLUMNS")
-        ->check(CLI::Range(40, 1000));
+        ->check(CLI::Range(40, 1000).description(""));
     app->add_option("--svg", request->svg, "Write a picture instead")->type_name("OUT");
     CLI::Option* const vcd =
         app->add_option("--vcd", request->vcd, "Write a Value Change Dump")->type_name("OUT");
@@ -239,7 +241,9 @@ Command add_wave(CLI::App& program) {
     app->add_option("--wavejson", request->wavejson, "Write WaveJSON")->type_name("OUT");
     app->footer(
         "Conditions are not evaluated: of a conditional command the THEN part counts, unless\n"
-        "--else names its condition.\n\n"
+        "--else names its condition. A file holds one vector.\n"
+        "Exit status: 0 done, 1 done although the description gave messages, or it has no such\n"
+        "vector, 2 wrong usage, 3 the file cannot be read or the output not be written.\n\n"
         "Example:\n  kivo wave fifo_info.xml fill_and_drain --svg fill_and_drain.svg");
     return {app,
             "kivo wave [--else COND]... [--ascii] [--width COLUMNS] [--svg OUT] "
