@@ -14,14 +14,16 @@ struct Command {
     std::function<int(Terminal&)> run;
 };
 
+// The name of a validator of words, by which shells learn what can stand there.
+std::string joined_words(const std::vector<std::string>& words);
+
 // Accepts only these words, and names them when it gets another.
-inline CLI::Validator one_of(const std::vector<std::string>& words) {
-    return CLI::IsMember(words).description("");
-}
+CLI::Validator one_of(const std::vector<std::string>& words);
 
 // Each declares a sub-command with its options, in the file of its name.
 Command add_check(CLI::App& program);
 Command add_doc(CLI::App& program);
+Command add_explain(CLI::App& program);
 Command add_show(CLI::App& program);
 Command add_translate(CLI::App& program);
 Command add_value(CLI::App& program);

@@ -11,7 +11,8 @@
 namespace {
 
 constexpr const char* kUsage =
-    "kivo check|doc|show|translate|value|wave ...; 'kivo --help' says what each of them does";
+    "kivo check|doc|explain|show|translate|value|wave ...; 'kivo --help' says what each "
+    "of them does";
 
 class Program {
 public:
@@ -36,8 +37,13 @@ Program::Program() {
     app_.set_version_flag("--version", "kivo " KIVO_VERSION);
     // One at most, so that a file may have the name of a sub-command.
     app_.require_subcommand(0, 1);
-    commands_ = {add_check(app_),     add_doc(app_),   add_show(app_),
-                 add_translate(app_), add_value(app_), add_wave(app_)};
+    commands_ = {add_check(app_),
+                 add_doc(app_),
+                 add_explain(app_),
+                 add_show(app_),
+                 add_translate(app_),
+                 add_value(app_),
+                 add_wave(app_)};
     add_color_option(app_);
     for (const Command& command : commands_) {
         add_color_option(*command.app);
@@ -46,9 +52,11 @@ Program::Program() {
         "Examples:\n"
         "  kivo check fifo_info.xml counter_info.xml\n"
         "  kivo doc fifo_info.xml -o fifo.html\n"
+        "  kivo explain unknown-section\n"
         "  kivo show fifo_info.xml\n"
         "  kivo translate --to verilog \"WIDTH gte 4 and DEPTH lt 16\"\n"
-        "  kivo value fifo_info.xml fill_and_drain data 60");
+        "  kivo value fifo_info.xml fill_and_drain data 60\n"
+        "  kivo wave fifo_info.xml fill_and_drain");
 }
 
 void Program::add_color_option(CLI::App& app) {
