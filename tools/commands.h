@@ -28,3 +28,7 @@ Command add_show(CLI::App& program);
 Command add_translate(CLI::App& program);
 Command add_value(CLI::App& program);
 Command add_wave(CLI::App& program);
+
+// Print what is made of all the sub-commands, which must live on; the list is read when they run.
+Command add_completion(CLI::App& program, const std::vector<Command>& commands);
+Command add_manual(CLI::App& program, const std::vector<Command>& commands);

@@ -11,7 +11,7 @@
 namespace {
 
 constexpr const char* kUsage =
-    "kivo check|doc|explain|show|translate|value|wave ...; 'kivo --help' says what each "
+    "kivo check|completion|doc|explain|show|translate|value|wave ...; 'kivo --help' says what each "
     "of them does";
 
 class Program {
@@ -38,8 +38,10 @@ Program::Program() {
     // One at most, so that a file may have the name of a sub-command.
     app_.require_subcommand(0, 1);
     commands_ = {add_check(app_),
+                 add_completion(app_, commands_),
                  add_doc(app_),
                  add_explain(app_),
+                 add_manual(app_, commands_),
                  add_show(app_),
                  add_translate(app_),
                  add_value(app_),

@@ -11,6 +11,9 @@ namespace {
 
 constexpr char kEscape = '\033';
 
+constexpr const char* kCommands[] = {"check", "completion", "doc",   "explain",
+                                     "show",  "translate",  "value", "wave"};
+
 bool contains(const std::string& text, const std::string& part) {
     return text.find(part) != std::string::npos;
 }
@@ -39,21 +42,23 @@ TEST(ProgramTest, HelpNamesEverySubCommand) {
     const RunResult run = run_kivo({"--help"});
     EXPECT_EQ(run.status, 0);
     EXPECT_EQ(run.err, "");
-    for (const char* const command : {"check", "show", "translate", "value"}) {
+    for (const char* const command : kCommands) {
         EXPECT_TRUE(contains(run.out, std::string("  ") + command + ' ')) << command << run.out;
     }
 }
 
-TEST(ProgramTest, HelpOfEachSubCommandHasAnExample) {
-    for (const std::string command : {"check", "show", "translate", "value"}) {
+TEST(ProgramTest, HelpOfEachSubCommandHasUsageExitStatusAndAnExample) {
+    for (const std::string command : kCommands) {
         const RunResult run = run_kivo({command, "--help"});
         EXPECT_EQ(run.status, 0) << command;
         EXPECT_TRUE(contains(run.out, "Example:\n  kivo " + command + ' ')) << run.out;
+        EXPECT_TRUE(contains(run.out, "Usage: kivo " + command + ' ')) << run.out;
+        EXPECT_TRUE(contains(run.out, "\nExit status: 0 ")) << run.out;
     }
 }
 
 TEST(ProgramTest, NoLineOfHelpIsWiderThanATerminal) {
-    for (const std::string command : {"check", "show", "translate", "value"}) {
+    for (const std::string command : kCommands) {
         for (const std::string& line : lines_of(run_kivo({command, "--help"}).out)) {
             EXPECT_LE(line.size(), 100U) << line;
         }
@@ -64,6 +69,8 @@ TEST(ProgramTest, WrongUsageIsAnsweredInOneLineThatSaysWhatIsRight) {
     expect_usage_error({}, "a sub-command is missing");
     expect_usage_error({"chekc"}, "unknown sub-command 'chekc'");
     expect_usage_error({"--colour"}, "unknown option '--colour'");
+    expect_usage_error({"completion"}, "SHELL is required; usage: kivo completion");
+    expect_usage_error({"completion", "tcsh"}, "tcsh not in {bash,zsh,fish}; usage: kivo");
     expect_usage_error({"check"}, "FILE is required; usage: kivo check [--color WHEN] FILE...");
     expect_usage_error({"check", "--quiet"}, "unknown option '--quiet'");
     expect_usage_error({"check", "--color", "blue", "f"}, "blue not in {auto,always,never}");
