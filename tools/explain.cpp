@@ -66,9 +66,9 @@ void explain_message(Stream& out, const MessageDescription& row) {
     }
     out.write("\nExample:\n\n");
     for (std::string_view rest = row.example; !rest.empty();) {
-        const std::size_t end = rest.find('\n') + 1;
-        out.write(fmt::format("  {}", rest.substr(0, end)));
-        rest.remove_prefix(end);
+        const std::size_t end = rest.find('\n');
+        out.write(fmt::format("  {}\n", escape_text(rest.substr(0, end))));
+        rest.remove_prefix(end + 1);
     }
 }
 

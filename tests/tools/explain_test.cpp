@@ -6,6 +6,7 @@
 
 #include "tests/tools/program.h"
 #include "tools/catalogue.h"
+#include "tools/text_escape.h"
 
 namespace {
 
@@ -40,6 +41,7 @@ TEST(ExplainTest, EveryMessageIsExplainedInLinesThatATerminalHolds) {
         EXPECT_EQ(run.out.rfind(std::string(row.id) + " (", 0), 0U) << run.out;
         for (const std::string& line : lines_of(run.out)) {
             EXPECT_LE(line.size(), 100U) << line;
+            EXPECT_EQ(escape_text(line), line) << row.id;
         }
     }
 }
