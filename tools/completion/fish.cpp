@@ -116,10 +116,11 @@ std::string lines_of(const std::string& name, const CommandModel& command) {
 
 void append_valued(std::vector<std::string>& patterns, const std::string& name,
                    const CommandModel& command) {
+    const std::string before = name + ' ';
     for (const OptionModel& option : command.options) {
         for (const std::string& word : option.names) {
             if (option.takes_value()) {
-                patterns.push_back(in_quotes(name + ' ' + word));
+                patterns.push_back(in_quotes(before + word));
             }
         }
     }
