@@ -8,7 +8,8 @@
 #include <cstring>
 #include <string_view>
 
-#include "tools/messages.h"
+#include "tools/check/library_findings.h"
+#include "tools/check/text_report.h"
 
 namespace {
 
@@ -42,7 +43,10 @@ std::optional<std::string> why_unreadable(const std::string& path) {
     return std::nullopt;
 }
 
-Description::Description(const std::string& path) : path_(path), failure_(why_unreadable(path)) {
+Description::Description(const std::string& path) : Description(path, path) {}
+
+Description::Description(const std::string& name, const std::string& path)
+    : name_(name), path_(path), failure_(why_unreadable(path)) {
     if (!failure_) {
         info_.function_name = function_of(path);
         info_.process_xml_file(path);
@@ -59,6 +63,9 @@ bool report_loading(Terminal& terminal, const Description& description) {
                               "': " + *description.failure());
         return false;
     }
-    report_messages(terminal.err, description);
+    Sources sources;
+    for (const Finding& finding : library_findings(description, sources)) {
+        write_finding(terminal.err, description.name(), finding);
+    }
     return true;
 }

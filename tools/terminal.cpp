@@ -43,6 +43,10 @@ const char* sequence_of(Style style) {
             return "\033[2m";
         case Style::kError:
             return "\033[1;31m";
+        case Style::kWarning:
+            return "\033[1;35m";
+        case Style::kNote:
+            return "\033[1;36m";
         case Style::kPointer:
             return "\033[1;32m";
     }
@@ -53,6 +57,10 @@ const char* sequence_of(Style style) {
 
 void Stream::choose_color(ColorChoice choice) {
     is_colored_ = wants_color(file_, choice);
+}
+
+bool Stream::is_terminal() const {
+    return isatty(fileno(file_)) == 1;
 }
 
 std::string Stream::paint(Style style, std::string_view text) const {

@@ -6,7 +6,7 @@
 
 enum class ColorChoice { kAuto, kAlways, kNever };
 
-enum class Style { kBold, kDim, kError, kPointer };
+enum class Style { kBold, kDim, kError, kWarning, kNote, kPointer };
 
 // One of the two standard streams: what is written to it, in colour or not, and whether all of it
 // arrived.
@@ -16,6 +16,7 @@ public:
 
     // kAuto asks NO_COLOR, then FORCE_COLOR, then whether the stream is a terminal.
     void choose_color(ColorChoice choice);
+    bool is_terminal() const;
     // The text with the style's colour around it, or the text alone.
     std::string paint(Style style, std::string_view text) const;
 

@@ -1,0 +1,57 @@
+#include "tools/check/library_findings.h"
+
+#include "tools/check/notes.h"
+
+namespace {
+
+Severity severity_of(const std::string& id) {
+    const MessageDescription* const known = find_message(id);
+    return known == nullptr ? Severity::kError : known->severity;
+}
+
+// Without the path of a file that stands for something else.
+std::string as_named(const Description& description, std::string text) {
+    const std::string& path = description.path();
+    const std::string& name = description.name();
+    if (path == name) {
+        return text;
+    }
+    for (std::size_t at = text.find(path); at != std::string::npos;
+         at = text.find(path, at + name.size())) {
+        text.replace(at, path.size(), name);
+    }
+    return text;
+}
+
+}  // namespace
+
+Place place_of(const Description& description, const KIVO_PLACE& told, Sources& sources) {
+    const std::string file = told.file == description.path() ? description.name() : told.file;
+    if (told.file.empty() || told.line == 0) {
+        return {file, {}, {}, {}};
+    }
+    const SourceText& source = sources.at(told.file);
+    if (const auto offset = source.offset(told.line, told.column)) {
+        return source.place(file, *offset);
+    }
+    // The file is gone or another one since it was loaded.
+    const Position position{told.line, told.column, told.column};
+    return {file, position, position, {}};
+}
+
+std::vector<Finding> library_findings(const Description& description, Sources& sources) {
+    const KIVO_INFO& info = description.info();
+    std::vector<Finding> findings;
+    findings.reserve(info.error_list.size());
+    for (std::size_t index = 0; index < info.error_list.size(); ++index) {
+        const KIVO_PLACE told = info.get_error_place(index);
+        Finding finding;
+        finding.id = info.get_error_id(index);
+        finding.severity = severity_of(finding.id);
+        finding.text = as_named(description, info.error_list[index]);
+        finding.place = place_of(description, told, sources);
+        add_notes(finding, description, told, sources);
+        findings.push_back(std::move(finding));
+    }
+    return findings;
+}

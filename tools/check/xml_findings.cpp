@@ -1,0 +1,71 @@
+#include "tools/check/xml_findings.h"
+
+#include <algorithm>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+
+#include "tools/check/library_findings.h"
+#include "tools/check/notes.h"
+#include "tools/check/xml_fault.h"
+
+namespace {
+
+bool has_only_blanks(std::string_view text, std::size_t first, std::size_t second) {
+    const auto [begin, end] = std::minmax(first, second);
+    const std::string_view between = text.substr(begin, end - begin);
+    return between.find_first_not_of(" \t\r\n") == std::string_view::npos;
+}
+
+// Whether the library has found the same: in the same line, or with nothing but blanks between the
+// two places, as at the end of a file.
+bool is_known(const std::vector<Finding>& findings, const std::string& file, const XmlFault& fault,
+              const Position& at, const SourceText& source) {
+    return std::any_of(findings.begin(), findings.end(), [&](const Finding& finding) {
+        const std::optional<Position>& start = finding.place.start;
+        if (finding.id != "xml-syntax" || finding.place.file != file || !start) {
+            return false;
+        }
+        const auto offset = source.offset(start->line, start->column);
+        return start->line == at.line ||
+               (offset && has_only_blanks(source.text(), *offset, fault.begin));
+    });
+}
+
+// The files that the library has read, in the order of their marks.
+std::vector<std::string> files_of(const KIVO_INFO& info) {
+    std::vector<std::string> files;
+    std::set<std::string> known;
+    for (KIVO_MARK mark{1, 0}; !info.get_place(mark).file.empty(); ++mark.file) {
+        const std::string file = info.get_place(mark).file;
+        if (known.insert(file).second) {
+            files.push_back(file);
+        }
+    }
+    return files;
+}
+
+}  // namespace
+
+void append_xml_findings(std::vector<Finding>& findings, const Description& description,
+                         Sources& sources) {
+    for (const std::string& path : files_of(description.info())) {
+        const SourceText& source = sources.at(path);
+        const std::optional<XmlFault> fault = find_xml_fault(source.text(), source.is_known_utf8());
+        if (!fault) {
+            continue;
+        }
+        Finding finding;
+        finding.severity = Severity::kWarning;
+        finding.id = fault->id;
+        finding.text = fault->text;
+        const std::string name = path == description.path() ? description.name() : path;
+        finding.place = source.place(name, fault->begin, fault->end);
+        const Position& start = *finding.place.start;
+        if (!is_known(findings, name, *fault, start, source)) {
+            add_notes(finding, description, {path, start.line, start.column}, sources);
+            findings.push_back(std::move(finding));
+        }
+    }
+}
