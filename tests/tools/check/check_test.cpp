@@ -71,7 +71,7 @@ TEST(CheckTest, TheFaultyExampleGivesExactlyItsMessages) {
         message.erase(0, message.find_first_not_of(' '));
     }
     EXPECT_EQ(found, expected);
-    EXPECT_EQ(lines_of(run.err).back(), "1 file checked: 20 messages in 1 file");
+    EXPECT_EQ(lines_of(run.err).back(), "1 file checked: 20 errors in 1 file");
 }
 
 TEST(CheckTest, TheSourceLineStandsBelowItsMessageWithAPointer) {
@@ -83,7 +83,7 @@ TEST(CheckTest, TheSourceLineStandsBelowItsMessageWithAPointer) {
                   ":3:2: error: Name atrribute is missing from PORT tag  [port-name]\n"
                   "     3 |  <PORT TYPE=\"INPUT\"/>\n"
                   "       |  ^\n"
-                  "1 file checked: 1 message in 1 file\n");
+                  "1 file checked: 1 error in 1 file\n");
 }
 
 TEST(CheckTest, ALongSourceLineIsCutAroundItsPlace) {
@@ -147,7 +147,7 @@ TEST(CheckTest, FilesAreCheckedEachByItself) {
     EXPECT_EQ(run.status, 1);
     EXPECT_EQ(messages_in(run.err, first).size(), 1U);
     EXPECT_EQ(messages_in(run.err, second).size(), 2U);
-    EXPECT_EQ(lines_of(run.err).back(), "3 files checked: 3 messages in 2 files");
+    EXPECT_EQ(lines_of(run.err).back(), "3 files checked: 3 errors in 2 files");
 }
 
 TEST(CheckTest, AMissingFileIsNamedWithTheReason) {
@@ -160,11 +160,276 @@ TEST(CheckTest, AMissingFileIsNamedWithTheReason) {
               "kivo: error: cannot read '" + path + "': No such file or directory");
 }
 
-TEST(CheckTest, ADirectoryCannotBeRead) {
+TEST(CheckTest, ADirectoryStandsForTheDescriptionsBelowIt) {
     const TemporaryFolder folder;
+    std::filesystem::create_directories(folder.path("b/deeper"));
+    folder.write("c_info.xml", with_sections("<C/>"));
+    folder.write("b/deeper/a_info.xml", with_sections("<A/>"));
+    folder.write("b/other.xml", with_sections("<OTHER/>"));
+    const RunResult run = run_kivo({"check", "."}, {.directory = folder.path("")});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(messages_in(run.err, "./b/deeper/a_info.xml").size(), 1U) << run.err;
+    EXPECT_EQ(messages_in(run.err, "./c_info.xml").size(), 1U) << run.err;
+    EXPECT_LT(run.err.find("a_info.xml"), run.err.find("c_info.xml"));
+    EXPECT_EQ(lines_of(run.err).back(), "2 files checked: 2 errors in 2 files");
+}
+
+TEST(CheckTest, ADirectoryWithoutDescriptionsIsSaidSo) {
+    const TemporaryFolder folder;
+    folder.write("other.xml", with_sections("<OTHER/>"));
     const RunResult run = run_kivo({"check", folder.path("")});
     EXPECT_EQ(run.status, 3);
-    EXPECT_TRUE(contains(run.err, "it is a directory")) << run.err;
+    EXPECT_EQ(lines_of(run.err).front(), "kivo: error: cannot read '" + folder.path("") +
+                                             "': no file *_info.xml is below this directory");
+}
+
+TEST(CheckTest, StandardInputHasANameOfItsOwn) {
+    const RunResult run = run_kivo({"check", "-"}, {.input = "<ROOT><ODD/></ROOT>"});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.err,
+              "<stdin>:1:7: error: Main element tag ODD is not a valid recognized tag "
+              "[unknown-section]\n"
+              "     1 | <ROOT><ODD/></ROOT>\n"
+              "       |       ^\n"
+              "1 file checked: 1 error in 1 file\n");
+}
+
+TEST(CheckTest, NoMessageTellsWhereStandardInputIsKept) {
+    const std::string broken = run_kivo({"check", "-"}, {.input = "<ROOT><A></ROOT>"}).err;
+    EXPECT_TRUE(contains(broken, "Invalid XML source file <stdin> [invalid-file]")) << broken;
+    EXPECT_TRUE(contains(broken, "<stdin>:1:11: error: line 1, column 11 of <stdin>: ")) << broken;
+    for (const char* const format : {"text", "json", "sarif"}) {
+        const RunResult run =
+            run_kivo({"check", "--format", format, "-"}, {.input = "<ROOT><A></ROOT>"});
+        EXPECT_FALSE(contains(run.out + run.err, "/proc")) << run.out << run.err;
+    }
+}
+
+TEST(CheckTest, AWarningInStandardInputHasItsNameToo) {
+    const RunResult run = run_kivo({"check", "-"}, {.input = "<ROOT>&</ROOT>"});
+    EXPECT_EQ(messages_in(run.err, "<stdin>").size(), 1U) << run.err;
+}
+
+TEST(CheckTest, StandardInputIncludesFilesOfTheWorkingDirectory) {
+    const TemporaryFolder folder;
+    folder.write("part.xml", with_sections("<INNER/>"));
+    const RunResult run = run_kivo(
+        {"check", "-"},
+        {.input = "<ROOT><INCLUDE FILE='part.xml'/></ROOT>", .directory = folder.path("")});
+    EXPECT_EQ(messages_in(run.err, "part.xml").size(), 1U) << run.err;
+}
+
+TEST(CheckTest, StandardInputStandsAmongFiles) {
+    const RunResult run = run_kivo(
+        {"check", example("ram_info.xml"), "-", example("fifo_info.xml")}, {.input = "<ROOT/>"});
+    EXPECT_EQ(run.status, 0) << run.err;
+    EXPECT_EQ(run.err, "3 files checked: no messages\n");
+}
+
+TEST(CheckTest, StandardInputIsReadOnce) {
+    const RunResult run = run_kivo({"check", "-", "-"}, {.input = "<ROOT/>"});
+    EXPECT_EQ(run.status, 2);
+    EXPECT_EQ(lines_of(run.err).size(), 1U) << run.err;
+    EXPECT_TRUE(contains(run.err, "'-' is given more than once")) << run.err;
+}
+
+TEST(CheckTest, StandardInputThatCannotBeReadIsNamedWithTheReason) {
+    const TemporaryFolder folder;
+    const RunResult run = run_kivo({"check", "-"}, {.input_path = folder.path("")});
+    EXPECT_EQ(run.status, 3);
+    EXPECT_EQ(lines_of(run.err).front(), "kivo: error: cannot read '<stdin>': Is a directory");
+}
+
+TEST(CheckTest, AFileCalledLikeStandardInputIsReachedByItsDirectory) {
+    const TemporaryFolder folder;
+    folder.write("-", with_sections("<ODD/>"));
+    const RunResult run = run_kivo({"check", "./-"}, {.directory = folder.path("")});
+    EXPECT_EQ(messages_in(run.err, "./-").size(), 1U) << run.err;
+}
+
+TEST(CheckTest, AnUnknownFormatIsAnsweredWithTheKnownOnes) {
+    const RunResult run = run_kivo({"check", "--format", "xml", "a.xml"});
+    EXPECT_EQ(run.status, 2);
+    EXPECT_EQ(lines_of(run.err).size(), 1U) << run.err;
+    EXPECT_TRUE(contains(run.err, "text,json,sarif")) << run.err;
+}
+
+TEST(CheckTest, AFormatForProgramsLeavesTheErrorStreamEmpty) {
+    for (const char* const format : {"json", "sarif"}) {
+        const RunResult run = run_kivo({"check", "--format", format, example("faulty_info.xml")});
+        EXPECT_EQ(run.status, 1);
+        EXPECT_EQ(run.err, "");
+        EXPECT_TRUE(contains(run.out, "\"unknown-section\"")) << format;
+    }
+}
+
+TEST(CheckTest, AFileThatCannotBeReadIsInTheOutputForPrograms) {
+    for (const char* const format : {"json", "sarif"}) {
+        const RunResult run = run_kivo({"check", "--format", format, "/none_info.xml"});
+        EXPECT_EQ(run.status, 3);
+        EXPECT_EQ(run.err,
+                  "kivo: error: cannot read '/none_info.xml': No such file or directory\n");
+        EXPECT_TRUE(contains(run.out, "No such file or directory")) << run.out;
+    }
+}
+
+TEST(CheckTest, TheShapeOfTheJsonOutputIsConstant) {
+    const RunResult run = run_kivo({"check", "--format", "json", "-"}, {.input = ""});
+    EXPECT_EQ(run.out, R"({
+  "version": 1,
+  "files": [
+    {
+      "name": "<stdin>",
+      "read": true,
+      "reason": null,
+      "findings": [
+        {
+          "severity": "error",
+          "id": "no-root",
+          "text": "Root tag in XML rules file should be ROOT",
+          "place": {
+            "file": "<stdin>",
+            "start": null,
+            "end": null
+          },
+          "notes": []
+        }
+      ]
+    }
+  ],
+  "summary": {
+    "files_read": 1,
+    "files_not_read": 0,
+    "errors": 1,
+    "warnings": 0
+  }
+}
+)");
+}
+
+TEST(CheckTest, OutputThatCannotBeWrittenIsAnError) {
+    for (const char* const format : {"json", "sarif"}) {
+        const RunResult run = run_kivo({"check", "--format", format, example("faulty_info.xml")},
+                                       {.out_path = "/dev/full"});
+        EXPECT_EQ(run.status, 3);
+        EXPECT_TRUE(contains(run.err, "No space left on device")) << run.err;
+    }
+}
+
+TEST(CheckTest, AClashNamesTheFirstDeclaration) {
+    const TemporaryFolder folder;
+    const std::string path = folder.write(
+        "a_info.xml", with_sections("<PARAMETERS><PARAMETER NAME=\"A\" TYPE=\"INTEGER\"/>"
+                                    "</PARAMETERS>\n"
+                                    "<PORTS><PORT NAME=\"A\" TYPE=\"INPUT\"/></PORTS>"));
+    EXPECT_EQ(run_kivo({"check", path}).err,
+              path +
+                  ":3:8: error: Kivofunction Object A of different type Integer parameter already "
+                  "exists  [type-clash]\n"
+                  "     3 | <PORTS><PORT NAME=\"A\" TYPE=\"INPUT\"/></PORTS>\n"
+                  "       |        ^\n" +
+                  path +
+                  ":2:13: note: first declared here\n"
+                  "     2 | <PARAMETERS><PARAMETER NAME=\"A\" TYPE=\"INTEGER\"/></PARAMETERS>\n"
+                  "       |             ^\n"
+                  "1 file checked: 1 error in 1 file\n");
+}
+
+TEST(CheckTest, AClashOfANameThatReadsLikeTheMessageNamesTheFirstDeclaration) {
+    const TemporaryFolder folder;
+    const std::string name = "A of different type B";
+    const std::string path = folder.write(
+        "a_info.xml", with_sections("<PARAMETERS><PARAMETER NAME='" + name +
+                                    "' TYPE='STRING'/></PARAMETERS>\n<PORTS><PORT NAME='" + name +
+                                    "' TYPE='INPUT'/></PORTS>"));
+    const std::vector<std::string> found = messages_in(run_kivo({"check", path}).err, path);
+    ASSERT_EQ(found.size(), 2U);
+    EXPECT_EQ(found[1], "2:13: note: first declared here");
+}
+
+TEST(CheckTest, ARepeatedAttributeNamesTheFirst) {
+    const TemporaryFolder folder;
+    const std::string path =
+        folder.write("a_info.xml", "<ROOT>\n<RULES A='>' B = \"A='2'\"\n  A='3'/></ROOT>");
+    const std::vector<std::string> found = messages_in(run_kivo({"check", path}).err, path);
+    ASSERT_EQ(found.size(), 2U);
+    EXPECT_EQ(found[0], "3:3: error: line 3, column 3 of " + path +
+                            ": attribute A is given more than once [xml-syntax]");
+    EXPECT_EQ(found[1], "2:8: note: first given here");
+}
+
+TEST(CheckTest, AFileThatTheLibraryReadsAlthoughItIsNoXmlGivesAWarning) {
+    const TemporaryFolder folder;
+    const std::string path =
+        folder.write("a_info.xml", "<ROOT>\n  <RULES A='x'>a & b</RULES>\n</ROOT>");
+    const RunResult run = run_kivo({"check", path});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.err,
+              path +
+                  ":2:19: warning: \"&\" begins a reference such as \"&lt;\"; write \"&amp;\" for "
+                  "the character itself [xml-raw-ampersand]\n"
+                  "     2 |   <RULES A='x'>a & b</RULES>\n"
+                  "       |                  ^\n"
+                  "1 file checked: 1 warning in 1 file\n");
+}
+
+TEST(CheckTest, IncludedFilesAreCheckedForStrictXmlOnce) {
+    const TemporaryFolder folder;
+    const std::string inner = folder.write("part.xml", with_sections("&nbsp;"));
+    const std::string outer = folder.write(
+        "a_info.xml",
+        with_sections("<INCLUDE FILE='" + inner + "'/><INCLUDE FILE='" + inner + "'/>"));
+    const std::vector<std::string> found = messages_in(run_kivo({"check", outer}).err, inner);
+    ASSERT_EQ(found.size(), 1U);
+    EXPECT_TRUE(contains(found[0], "2:1: warning: entity \"nbsp\" is not declared")) << found[0];
+}
+
+TEST(CheckTest, WhatTheLibrarySaysIsNotSaidTwice) {
+    const std::vector<std::string> documents = {
+        "",
+        "<!-- nothing -->",
+        "<ROOT>\n<P>\n</ROOT>",
+        "<ROOT>\n<P>\n\n\n",
+        "<ROOT/>\n\ntext",
+        "<ROOT/>\n<ROOT/>",
+        "text<ROOT/>",
+        "<ROOT A=b/>",
+        "<ROOT A='1'B='2'/>",
+        "<ROOT>a < b</ROOT>",
+        "<ROOT A='1' B='2' A='3'/>",
+        std::string("<ROOT>\0</ROOT>", 14),
+        "<ROOT",
+    };
+    for (const std::string& document : documents) {
+        const RunResult run = run_kivo({"check", "-"}, {.input = document});
+        EXPECT_TRUE(contains(run.err, "error:")) << document << run.err;
+        EXPECT_FALSE(contains(run.err, "warning:")) << document << run.err;
+    }
+}
+
+TEST(CheckTest, AnotherFaultInAFileThatTheLibraryCannotReadIsSaid) {
+    const RunResult run = run_kivo({"check", "-"}, {.input = "<ROOT>&\n<P></ROOT>"});
+    EXPECT_TRUE(contains(run.err, "[xml-raw-ampersand]")) << run.err;
+    EXPECT_TRUE(contains(run.err, "[xml-syntax]")) << run.err;
+    EXPECT_EQ(lines_of(run.err).back(), "1 file checked: 2 errors and 1 warning in 1 file");
+}
+
+TEST(CheckTest, OtherCommandsDoNotWarnAboutStrictXml) {
+    const TemporaryFolder folder;
+    const std::string path = folder.write("a_info.xml", "<ROOT>&</ROOT>");
+    EXPECT_EQ(run_kivo({"show", path}).err, "");
+}
+
+TEST(CheckTest, APlaceInAWideEncodingIsThatOfItsUtf8) {
+    const std::string document("\xFF\xFE<\0R\0O\0O\0T\0>\0\xE4\0<\0O\0/\0>\0<\0/\0R\0O\0O\0T\0>\0",
+                               38);
+    const RunResult run = run_kivo({"check", "-"}, {.input = document});
+    EXPECT_EQ(run.err,
+              "<stdin>:1:9: error: Main element tag O is not a valid recognized tag "
+              "[unknown-section]\n"
+              "     1 | <ROOT>\xC3\xA4<O/></ROOT>\n"
+              "       |        ^\n"
+              "1 file checked: 1 error in 1 file\n");
 }
 
 TEST(CheckTest, APipeIsNotWaitedFor) {
@@ -194,8 +459,7 @@ TEST(CheckTest, AnUnreadableFileDoesNotStopTheOthers) {
     const RunResult run = run_kivo({"check", folder.path("none"), faulty});
     EXPECT_EQ(run.status, 3);
     EXPECT_EQ(messages_in(run.err, faulty).size(), 1U) << run.err;
-    EXPECT_EQ(lines_of(run.err).back(),
-              "1 file checked: 1 message in 1 file; 1 file could not be read");
+    EXPECT_EQ(lines_of(run.err).back(), "1 file checked: 1 error in 1 file; 1 could not be read");
 }
 
 TEST(CheckTest, AFileMayBeCalledLikeASubCommand) {

@@ -1,0 +1,100 @@
+// Runs the program with a terminal for its error stream.
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <poll.h>
+#include <pty.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <chrono>
+#include <string>
+
+#include "tests/tools/program.h"
+
+namespace {
+
+// A run that waits for its standard input until it is given.
+class TerminalRun {
+public:
+    TerminalRun() {
+        int terminal = -1;
+        winsize size = {24, 40, 0, 0};
+        std::array<int, 2> input{};
+        if (openpty(&screen_, &terminal, nullptr, nullptr, &size) != 0 ||
+            pipe2(input.data(), O_CLOEXEC) != 0) {
+            throw std::runtime_error("no terminal");
+        }
+        child_ = fork();
+        if (child_ == 0) {
+            dup2(input[0], STDIN_FILENO);
+            dup2(terminal, STDERR_FILENO);
+            execl(KIVO_PROGRAM, "kivo", "check", "--color", "never", "-", nullptr);
+            _exit(127);
+        }
+        close(terminal);
+        close(input[0]);
+        input_ = input[1];
+    }
+    TerminalRun(const TerminalRun&) = delete;
+    TerminalRun& operator=(const TerminalRun&) = delete;
+    ~TerminalRun() {
+        close(screen_);
+        int state = 0;
+        waitpid(child_, &state, 0);
+    }
+
+    void give(const std::string& text) const {
+        EXPECT_EQ(write(input_, text.data(), text.size()), static_cast<ssize_t>(text.size()));
+        close(input_);
+    }
+
+    // What is shown within that time, or until it ends.
+    std::string shown_within(std::chrono::milliseconds time) const {
+        const auto end = std::chrono::steady_clock::now() + time;
+        std::string text;
+        while (true) {
+            const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(
+                end - std::chrono::steady_clock::now());
+            pollfd waiting = {screen_, POLLIN, 0};
+            std::array<char, 4096> buffer{};
+            if (left.count() <= 0 || poll(&waiting, 1, static_cast<int>(left.count())) <= 0) {
+                return text;
+            }
+            const ssize_t size = read(screen_, buffer.data(), buffer.size());
+            if (size <= 0) {
+                return text;
+            }
+            text.append(buffer.data(), static_cast<std::size_t>(size));
+        }
+    }
+
+private:
+    int screen_ = -1;
+    int input_ = -1;
+    pid_t child_ = -1;
+};
+
+constexpr std::chrono::milliseconds kLong(20000);
+
+TEST(ProgressTest, ALongRunSaysWhatItDoesAndErasesThat) {
+    const TerminalRun run;
+    const std::string waiting = run.shown_within(std::chrono::milliseconds(2500));
+    EXPECT_EQ(waiting.substr(0, waiting.find('\r', 1)), "\rchecking 1 of 1: -");
+    run.give("<ROOT><ODD/></ROOT>");
+    const std::string rest = run.shown_within(kLong);
+    const std::string erasure = '\r' + std::string(18, ' ') + '\r';
+    const std::size_t at = rest.find(erasure);
+    ASSERT_NE(at, std::string::npos) << rest;
+    EXPECT_EQ(rest.find("checking"), rest.substr(0, at).find("checking")) << rest;
+    EXPECT_EQ(rest.find("<stdin>:1:7: error:", at), at + erasure.size()) << rest;
+    EXPECT_NE(rest.find("1 file checked: 1 error in 1 file"), std::string::npos) << rest;
+}
+
+TEST(ProgressTest, AShortRunSaysNothingOfItself) {
+    const TerminalRun run;
+    run.give("<ROOT/>");
+    EXPECT_EQ(run.shown_within(kLong), "1 file checked: no messages\r\n");
+}
+
+}  // namespace
