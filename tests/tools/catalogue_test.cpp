@@ -142,6 +142,17 @@ const std::vector<Case> kCases = {
      wizard(R"(<WIZARD_MAP NAME="p"><WIZARD_CONDITION>A</WIZARD_CONDITION></WIZARD_MAP>)")},
     {"if-with-sub-tags", intro("<IF>A</IF><THEN><T>B</T></THEN>")},
     {"text-with-sub-tags", intro("<THEN><T>The counter has</T> <T>an enable input.</T></THEN>")},
+    {"xml-raw-ampersand", "<RULES><RULE>A &amp;&amp; B<![CDATA[ & C]]></RULE></RULES>"},
+    {"xml-raw-less-than", R"(<MACROS><MACRO NAME="A" DEFINITION="B &lt; 9"/></MACROS>)"},
+    {"xml-undeclared-entity", "<RULES><RULE>&quot;A&quot; == &#176;</RULE></RULES>"},
+    {"xml-repeated-attribute", R"(<RULES><RULE ENABLED="ON">A</RULE></RULES>)",
+     {"invalid-file", "xml-syntax"}},
+    {"xml-control-character", "<RULES><RULE>A gt\t\r\n0</RULE></RULES>"},
+    {"xml-bad-character-reference", "<RULES><RULE>A gt&#9;&#x20;0</RULE></RULES>"},
+    {"xml-bad-utf8", "<RULES><RULE>A == \xC2\xB0</RULE></RULES>"},
+    {"xml-comment-hyphens", "<!-- Ports - - see the manual -->"},
+    {"xml-entity-expansion", "<RULES><RULE>&amp;&lt;</RULE></RULES>"},
+    {"xml-not-well-formed", "<?xml-stylesheet href='a'?>"},
 };
 // clang-format on
 

@@ -133,12 +133,21 @@ std::vector<std::string> lines_of(const std::string& text) {
     return lines;
 }
 
-std::vector<std::string> messages_in(const std::string& text, const std::string& path) {
+std::vector<std::string> places_in(const std::string& text, const std::string& path) {
     std::vector<std::string> found;
     for (const std::string& line : lines_of(text)) {
         if (line.rfind(path + ':', 0) == 0) {
             found.push_back(line.substr(path.size() + 1));
         }
     }
+    return found;
+}
+
+std::vector<std::string> messages_in(const std::string& text, const std::string& path) {
+    std::vector<std::string> found = places_in(text, path);
+    const auto is_note = [](const std::string& line) {
+        return line.find_first_not_of("0123456789:") == line.find(" note: ");
+    };
+    found.erase(std::remove_if(found.begin(), found.end(), is_note), found.end());
     return found;
 }

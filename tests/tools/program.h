@@ -49,5 +49,7 @@ private:
 std::string with_sections(const std::string& sections);
 
 std::vector<std::string> lines_of(const std::string& text);
-// The lines that name a message: those that begin with "PATH:".
+// The lines that name a place: those that begin with "PATH:", without that.
+std::vector<std::string> places_in(const std::string& text, const std::string& path);
+// Those of them that are messages and not notes on one.
 std::vector<std::string> messages_in(const std::string& text, const std::string& path);

@@ -73,7 +73,7 @@ TEST(ProgramTest, WrongUsageIsAnsweredInOneLineThatSaysWhatIsRight) {
     expect_usage_error({"--colour"}, "unknown option '--colour'");
     expect_usage_error({"completion"}, "SHELL is required; usage: kivo completion");
     expect_usage_error({"completion", "tcsh"}, "tcsh not in {bash,zsh,fish}; usage: kivo");
-    expect_usage_error({"check"}, "FILE is required; usage: kivo check [--color WHEN] FILE...");
+    expect_usage_error({"check"}, "FILE is required; usage: kivo check [--color WHEN] [--format");
     expect_usage_error({"check", "--quiet"}, "unknown option '--quiet'");
     expect_usage_error({"check", "--color", "blue", "f"}, "blue not in {auto,always,never}");
     expect_usage_error(

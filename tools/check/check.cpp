@@ -95,12 +95,11 @@ Command add_check(CLI::App& program) {
         program.add_subcommand("check", "Load descriptions and report what is wrong with them");
     auto options = std::make_shared<Options>();
     app->add_option("FILE", options->paths,
-                    "Description files; a directory stands for every *_info.xml below it, and - "
-                    "for standard input")
+                    "Files, directories (every *_info.xml below them), - for standard input")
         ->required()
         ->type_name("");
     app->add_option("--format", options->format,
-                    "text (the default) on standard error, json or sarif on standard output")
+                    "text (the default); json or sarif go to standard output")
         ->type_name("FORMAT")
         ->check(one_of({"text", "json", "sarif"}));
     app->callback([options] {
@@ -113,9 +112,9 @@ Command add_check(CLI::App& program) {
         "Errors are what the library finds; warnings are for files that it reads although they\n"
         "are no well-formed XML.\n"
         "Exit status: 0 no messages, 1 messages, 2 wrong usage, 3 a file cannot be read.\n\n"
-        "Examples:\n"
+        "Example:\n"
         "  kivo check fifo_info.xml counter_info.xml\n"
         "  kivo check --format sarif descriptions > check.sarif");
-    return {app, "kivo check [--color WHEN] [--format text|json|sarif] FILE|DIRECTORY|-...",
+    return {app, "kivo check [--color WHEN] [--format text|json|sarif] FILE...",
             [options](Terminal& terminal) { return check(terminal, *options); }};
 }

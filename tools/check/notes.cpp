@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "tools/check/library_findings.h"
+#include "tools/check/suggestion.h"
 
 namespace {
 
@@ -128,11 +129,27 @@ std::optional<Note> earlier_one(const Finding& finding, const Description& descr
     return is_repeated_attribute ? first_attribute(finding, told, sources) : std::nullopt;
 }
 
+// The word is looked for in the source from the finding on.
+std::optional<Note> likely_word(const Finding& finding, const KIVO_PLACE& told, Sources& sources) {
+    if (!finding.place.start) {
+        return std::nullopt;
+    }
+    const SourceText& source = sources.at(told.file);
+    const auto offset = source.offset(told.line, told.column);
+    const std::string word =
+        offset ? suggested_word(finding.id, finding.text, source.text().substr(*offset)) : "";
+    return word.empty() ? std::nullopt
+                        : std::optional(Note{"did you mean \"" + word + "\"?", finding.place});
+}
+
 }  // namespace
 
 void add_notes(Finding& finding, const Description& description, const KIVO_PLACE& told,
                Sources& sources) {
     if (auto note = earlier_one(finding, description, told, sources)) {
+        finding.notes.push_back(std::move(*note));
+    }
+    if (auto note = likely_word(finding, told, sources)) {
         finding.notes.push_back(std::move(*note));
     }
 }

@@ -5,6 +5,6 @@
 #include "tools/load.h"
 
 // Adds what helps to understand a finding at that place: the earlier declaration with which it
-// clashes.
+// clashes, and the word that was probably meant.
 void add_notes(Finding& finding, const Description& description, const KIVO_PLACE& told,
                Sources& sources);
