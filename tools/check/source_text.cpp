@@ -5,8 +5,8 @@
 #include <fstream>
 #include <iterator>
 #include <new>
+#include <utility>
 
-#include "kivo/toolkit/encoding.h"
 #include "tools/text_escape.h"
 
 namespace {
@@ -51,6 +51,20 @@ std::size_t end_of_part(std::string_view text, std::size_t begin) {
                                        : begin + length_of_character(text.substr(begin));
 }
 
+TextBuffer read_file(const std::string& path) {
+    std::ifstream stream(path, std::ios::binary | std::ios::ate);
+    const std::streamoff size = stream ? static_cast<std::streamoff>(stream.tellg()) : 0;
+    std::optional<TextBuffer> buffer =
+        make_text_buffer(static_cast<std::size_t>(std::max<std::streamoff>(size, 0)));
+    if (!buffer) {
+        throw std::bad_alloc();
+    }
+    stream.seekg(0);
+    stream.read(buffer->data.get(), static_cast<std::streamsize>(buffer->size));
+    buffer->size = static_cast<std::size_t>(stream.gcount());
+    return std::move(*buffer);
+}
+
 }  // namespace
 
 bool is_name_letter(char letter) {
@@ -67,24 +81,14 @@ std::size_t end_of_name(std::string_view text, std::size_t begin) {
     return begin;
 }
 
-SourceText::SourceText(const std::string& path) {
-    std::ifstream stream(path, std::ios::binary);
-    text_.assign(std::istreambuf_iterator<char>(stream), {});
-    std::optional<TextBuffer> buffer = make_text_buffer(text_.size());
-    if (!buffer) {
+SourceText::SourceText(const std::string& path) : buffer_(read_file(path)) {
+    const char* const original = buffer_.data.get();
+    if (!convert_to_utf8(buffer_)) {
         throw std::bad_alloc();
     }
-    std::copy(text_.begin(), text_.end(), buffer->data.get());
-    const char* const original = buffer->data.get();
-    if (!convert_to_utf8(*buffer)) {
-        throw std::bad_alloc();
-    }
-    const bool is_converted = buffer->data.get() != original;
-    const std::size_t mark = utf8_mark_length(buffer->view());
-    if (is_converted || mark > 0) {
-        text_ = buffer->view().substr(mark);
-        is_known_utf8_ = true;
-    }
+    const std::size_t mark = utf8_mark_length(buffer_.view());
+    is_known_utf8_ = buffer_.data.get() != original || mark > 0;
+    text_ = buffer_.view().substr(mark);
 }
 
 void SourceText::count_lines() const {
@@ -105,9 +109,8 @@ void SourceText::count_characters() const {
         return;
     }
     character_counts_.push_back({0, 0});
-    const std::string_view text = text_;
     std::size_t characters = 0;
-    for (std::size_t at = 0; at < text.size(); at += length_of_character(text.substr(at))) {
+    for (std::size_t at = 0; at < text_.size(); at += length_of_character(text_.substr(at))) {
         if (at >= character_counts_.size() * kCountedBytes) {
             character_counts_.push_back({at, characters});
         }
@@ -121,9 +124,8 @@ std::size_t SourceText::characters_before(std::size_t offset) const {
     const CharacterCount* from = &character_counts_[known];
     // A character that lies across the border is counted with those before it.
     from -= from->offset > offset ? 1 : 0;
-    const std::string_view text = text_;
     std::size_t characters = from->characters;
-    for (std::size_t at = from->offset; at < offset; at += length_of_character(text.substr(at))) {
+    for (std::size_t at = from->offset; at < offset; at += length_of_character(text_.substr(at))) {
         ++characters;
     }
     return characters;
@@ -141,7 +143,7 @@ Position SourceText::position(std::size_t offset) const {
 std::string_view SourceText::line(std::size_t number) const {
     const std::size_t start = line_starts_[number - 1];
     const std::size_t end = number < line_starts_.size() ? line_starts_[number] : text_.size();
-    std::string_view line = std::string_view(text_).substr(start, end - start);
+    std::string_view line = text_.substr(start, end - start);
     while (!line.empty() && is_line_end(line.back())) {
         line.remove_suffix(1);
     }

@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "kivo/toolkit/encoding.h"
 #include "tools/check/finding.h"
 
 // A file as the library's places count it: as UTF-8 without a byte-order mark, in lines that LF,
@@ -41,7 +42,8 @@ private:
     std::string_view line(std::size_t number) const;
     Excerpt excerpt(const Position& position) const;
 
-    std::string text_;
+    TextBuffer buffer_;
+    std::string_view text_;  // of the buffer, without a byte-order mark
     bool is_known_utf8_ = false;
     // Made when the first place is asked for: most files have none.
     mutable std::vector<std::size_t> line_starts_;
