@@ -634,8 +634,8 @@ info.post_error_message("The wizard cannot write into the project folder");
 )"},
 
     {"xml-entity-expansion", Severity::kWarning,
-     R"(The file declares entities that contain others many times over, so that what they stand for
-        could be far larger than the file. The check stops there. The library does not replace
+     R"(The file declares entities that contain others, or are used, so many times over that what
+        they stand for could be far larger than the file. The check stops there. The library does not replace
         entities that a file declares, so they are of no use in a description: write the texts
         themselves.)",
      R"(<!DOCTYPE ROOT [

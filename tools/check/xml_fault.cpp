@@ -349,7 +349,7 @@ XmlFault Explanation::fault() const {
         case XML_ERROR_ABORTED:
         case XML_ERROR_AMPLIFICATION_LIMIT_BREACH:
             return at("xml-entity-expansion",
-                      "the entities of this file contain each other too often to be looked at; "
+                      "the entities of this file are nested or repeated too often to be followed; "
                       "write the texts themselves",
                       at_, 1);
         default:
