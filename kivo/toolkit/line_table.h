@@ -23,6 +23,10 @@ public:
     Position locate(std::size_t offset) const;
 
 private:
+    // Of a part from "at" to "last" that has no CR, and of one that has.
+    void add_line_feeds(const char* text, const char* at, const char* last);
+    void add_line_ends(std::string_view text, const char* at, const char* last);
+
     // Of every line but the first; 32 bits, as the marks that are looked up in it.
     std::vector<std::uint32_t> starts_;
 };

@@ -1,12 +1,19 @@
 #include "kivo/toolkit/obj_map.h"
 
 #include <functional>
+#include <string_view>
 
 namespace {
 
-std::uint32_t hash_of(const std::string& key) {
-    const std::size_t hash = std::hash<std::string>{}(key);
-    return static_cast<std::uint32_t>(hash ^ (hash >> 32));
+// Names that differ in their last character alone, as numbered ones do, are neighbours: most of a
+// description's names then meet a part of the table that the one before has brought to the cache.
+std::uint32_t hash_of(std::string_view key) {
+    if (key.empty()) {
+        return 0;
+    }
+    const std::size_t stem = std::hash<std::string_view>{}(key.substr(0, key.size() - 1));
+    const auto last = static_cast<std::uint32_t>(key.back()) & 0xF;
+    return static_cast<std::uint32_t>(stem ^ (stem >> 32)) << 4 | last;
 }
 
 std::uint8_t tag_of(std::uint32_t hash) {

@@ -186,10 +186,14 @@ public:
 
     bool for_each(pugi::xml_node& node) override {
         find_repeated_attributes(node, text_, findings_);
+        levels_ = std::max(levels_, static_cast<std::size_t>(depth()) + 1);
         return true;
     }
 
+    std::size_t levels() const { return levels_; }
+
 private:
+    std::size_t levels_ = 0;
     const char* text_;
     std::vector<XmlFinding>& findings_;
 };
@@ -274,8 +278,9 @@ void find_repeated_attributes(const pugi::xml_node& element, const char* text,
     find_repeated_among_few(names, count, text, findings);
 }
 
-void find_repeated_attributes_below(pugi::xml_node node, const char* text,
-                                    std::vector<XmlFinding>& findings) {
+std::size_t find_repeated_attributes_below(pugi::xml_node node, const char* text,
+                                           std::vector<XmlFinding>& findings) {
     RepeatedAttributeFinder finder(text, findings);
     node.traverse(finder);
+    return finder.levels();
 }

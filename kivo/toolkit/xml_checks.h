@@ -33,6 +33,6 @@ std::optional<XmlFinding> find_second_root(const pugi::xml_document& document, c
 void find_repeated_attributes(const pugi::xml_node& element, const char* text,
                               std::vector<XmlFinding>& findings);
 
-// The same for every element below "node".
-void find_repeated_attributes_below(pugi::xml_node node, const char* text,
-                                    std::vector<XmlFinding>& findings);
+// The same for every element below "node". Returns how many levels there are below it.
+std::size_t find_repeated_attributes_below(pugi::xml_node node, const char* text,
+                                           std::vector<XmlFinding>& findings);

@@ -136,7 +136,9 @@ void KIVO_XML_ELEMENT::leave() {
         find_repeated_attributes(node_, document_->text_, document_->repeated_attributes_);
     }
     if (!is_walked_ && !is_null(node_.first_child())) {
-        find_repeated_attributes_below(node_, document_->text_, document_->repeated_attributes_);
+        const std::size_t levels = find_repeated_attributes_below(node_, document_->text_,
+                                                                  document_->repeated_attributes_);
+        document_->releases_ = document_->releases_ && levels <= KIVO_XML_DOCUMENT::kMostLevels;
     }
 }
 
@@ -171,7 +173,9 @@ KIVO_XML_ELEMENT* KIVO_XML_ELEMENT::get_next_sub_element() {
     const pugi::xml_node passed = child_;
     const pugi::xml_node next = passed.next_sibling();
     below_->leave();
-    document_->release(node_, passed);
+    if (is_section_ && document_->may_release()) {
+        node_.remove_child(passed);
+    }
     return stand_on(next);
 }
 
@@ -208,15 +212,9 @@ std::vector<XmlFinding> KIVO_XML_DOCUMENT::take_repeated_attributes() {
     return findings;
 }
 
-void KIVO_XML_DOCUMENT::release(pugi::xml_node parent, pugi::xml_node passed) {
-    // The parser would descend into sub-elements that nobody walked, however deep they are.
-    if (releases_ && is_null(passed.first_child())) {
-        parent.remove_child(passed);
-    }
-}
-
 KIVO_XML_ELEMENT* KIVO_XML_DOCUMENT::add_element() {
     KIVO_XML_ELEMENT& added = elements_.emplace_back();
     added.document_ = this;
+    added.is_section_ = elements_.size() == 2;
     return &added;
 }

@@ -58,6 +58,7 @@ private:
     pugi::xml_node node_;
     pugi::xml_node child_;  // the sub-element of the walk
     std::string_view tag_name_;
+    bool is_section_ = false;
     bool attributes_are_read_ = false;
     bool is_in_walk_ = false;  // whether the walk over the sub-elements stands on one
     bool is_walked_ = false;   // whether it has come to its end
@@ -101,8 +102,8 @@ public:
     // "text" is where the offsets of marks count from, "file" the number that they bear.
     KIVO_XML_ELEMENT* stand_on_root(pugi::xml_node root, const char* text, std::uint32_t file);
 
-    // From now on each element goes as soon as the walk over its siblings has moved on and all of
-    // its own sub-elements are gone, so that no walk can be repeated.
+    // From now on each sub-element of a section goes, with all below it, as soon as the walk over
+    // the section has moved on, so that no walk can be repeated.
     void release_behind_walk() { releases_ = true; }
 
     // The attributes that elements give more than once, each once and in document order, when the
@@ -112,9 +113,11 @@ public:
 private:
     friend class KIVO_XML_ELEMENT;
 
-    void release(pugi::xml_node parent, pugi::xml_node passed);
-
     KIVO_XML_ELEMENT* add_element();
+
+    // The parser destroys a tree by descending into it, so that deep ones stay till the end.
+    static constexpr std::size_t kMostLevels = 64;
+    bool may_release() const { return releases_ && elements_.size() <= kMostLevels; }
 
     const char* text_ = nullptr;
     std::uint32_t file_ = 0;

@@ -251,6 +251,24 @@ TEST(XmlParser, one_walk_finds_what_a_look_at_the_whole_document_finds) {
     }
 }
 
+TEST(XmlParser, large_document_shrinks_behind_the_walk_however_deep_its_elements_are) {
+    const std::string filling(1100000, ' ');
+    std::string deep;
+    for (int i = 0; i < 100000; ++i) {
+        deep += "<D>";
+    }
+    for (int i = 0; i < 100000; ++i) {
+        deep += "</D>";
+    }
+    std::string document = "<R>" + filling;
+    for (int i = 0; i < 6; ++i) {
+        document += "<S><E><F/></E>" + deep + "<E><F n='' n=''/></E></S>";
+    }
+    document += "</R>";
+    EXPECT_EQ(messages_of_one_walk(document, true).size(), 6u);
+    EXPECT_EQ(messages_of_one_walk(document, false).size(), 6u);
+}
+
 TEST(XmlParser, bytes_of_8_bit_documents_pass_through) {
     std::string bytes;
     for (int byte = 0x80; byte < 0x100; ++byte) {
