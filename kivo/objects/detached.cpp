@@ -18,8 +18,7 @@ void sort_out(Records& records) {
     records.erase(std::unique(records.begin(), records.end()), records.end());
 }
 
-// Walks a copy, so that the cursor of the list itself stays where its user left it.
-void collect_list(KIVO_OBJ_LIST list, Records& records) {
+void collect_list(KIVO_OBJ_LIST& list, Records& records) {
     list.reset();
     while (KIVO_OBJ* record = list.get_next_value()) {
         records.push_back(record);
@@ -69,8 +68,9 @@ void KIVO_INFO::delete_detached_objects() {
     }
     // What a host hung on an object and on the store's own lists is not detached.
     Records attached;
-    collect_list(fn_rule_list, attached);
-    collect_list(message_list, attached);
+    for (KIVO_OBJ_LIST list : {fn_rule_list, message_list}) {  // copies: cursors stay
+        collect_list(list, attached);
+    }
     sort_out(attached);
     sort_out(records);
     vector_map = KIVO_OBJ_MAP();
