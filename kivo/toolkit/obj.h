@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <new>
 
 #include "kivo/export.h"
 
@@ -15,5 +16,8 @@ public:
 
     // The records of a load share memory: each is still made and deleted by itself.
     static void* operator new(std::size_t size);
+    static void* operator new(std::size_t size, const std::nothrow_t& tag) noexcept;
+    static void* operator new(std::size_t, void* place) noexcept { return place; }
     static void operator delete(void* record);
+    static void operator delete(void*, void*) noexcept {}
 };

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <new>
 #include <thread>
 #include <vector>
 
@@ -124,4 +125,15 @@ TEST(RecordPool, host_makes_and_deletes_records_without_a_pool) {
     EXPECT_TRUE(are_whole(rules));
     KIVO_OBJ* nothing = nullptr;
     delete nothing;
+}
+
+TEST(RecordPool, host_makes_records_in_every_way_that_the_language_has) {
+    std::unique_ptr<KIVO_OBJ> record(new (std::nothrow) KIVO_RULE_ELEMENT("a", "b", "c", 1));
+    ASSERT_NE(record, nullptr);
+    alignas(KIVO_RULE_ELEMENT) unsigned char place[sizeof(KIVO_RULE_ELEMENT)];
+    auto* const placed = new (place) KIVO_RULE_ELEMENT("a", "b", "c", 1);
+    EXPECT_EQ(static_cast<void*>(placed), place);
+    placed->~KIVO_RULE_ELEMENT();
+    const std::unique_ptr<KIVO_RULE_ELEMENT[]> several(new KIVO_RULE_ELEMENT[3]);
+    EXPECT_EQ(several[2].rule_kind, 0);
 }
