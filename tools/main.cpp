@@ -6,6 +6,7 @@
 
 #include "tools/commands.h"
 #include "tools/exit_status.h"
+#include "tools/near_word.h"
 #include "tools/terminal.h"
 
 namespace {
@@ -24,6 +25,7 @@ private:
     void add_color_option(CLI::App& app);
     // The sub-command of the arguments, null without one.
     const Command* chosen() const;
+    std::string nearest_command(const std::string& word) const;
     std::string problem_of(const CLI::ParseError& error) const;
     int report_usage(Terminal& terminal, const std::string& problem) const;
 
@@ -84,6 +86,15 @@ const Command* Program::chosen() const {
     return found == commands_.end() ? nullptr : &*found;
 }
 
+// Empty when the word is like none of them.
+std::string Program::nearest_command(const std::string& word) const {
+    std::vector<std::string> names;
+    for (const Command& command : commands_) {
+        names.push_back(command.app->get_name());
+    }
+    return std::string(nearest_word(word, {names.begin(), names.end()}, 2));
+}
+
 // An argument that nobody knows is what a user wants to hear of first, whatever else is missing.
 std::string Program::problem_of(const CLI::ParseError& error) const {
     const Command* const command = chosen();
@@ -96,7 +107,9 @@ std::string Program::problem_of(const CLI::ParseError& error) const {
     const char* const kind = is_option            ? "unknown option '"
                              : command == nullptr ? "unknown sub-command '"
                                                   : "unexpected argument '";
-    return kind + unknown.front() + "'";
+    const std::string near =
+        is_option || command != nullptr ? std::string() : nearest_command(unknown.front());
+    return kind + unknown.front() + "'" + (near.empty() ? "" : ", perhaps '" + near + "'");
 }
 
 int Program::report_usage(Terminal& terminal, const std::string& problem) const {

@@ -25,7 +25,7 @@ struct Request {
 std::string joined(const std::vector<std::string>& names) {
     std::string text;
     for (const std::string& name : names) {
-        text += (text.empty() ? "" : ", ") + name;
+        text += (text.empty() ? "'" : ", '") + name + '\'';
     }
     return text.empty() ? "none" : text;
 }

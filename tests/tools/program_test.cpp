@@ -69,7 +69,8 @@ TEST(ProgramTest, NoLineOfHelpIsWiderThanATerminal) {
 
 TEST(ProgramTest, WrongUsageIsAnsweredInOneLineThatSaysWhatIsRight) {
     expect_usage_error({}, "a sub-command is missing");
-    expect_usage_error({"chekc"}, "unknown sub-command 'chekc'");
+    expect_usage_error({"chekc"}, "unknown sub-command 'chekc', perhaps 'check'; usage: kivo");
+    expect_usage_error({"fifo_info.xml"}, "unknown sub-command 'fifo_info.xml'; usage: kivo");
     expect_usage_error({"--colour"}, "unknown option '--colour'");
     expect_usage_error({"completion"}, "SHELL is required; usage: kivo completion");
     expect_usage_error({"completion", "tcsh"}, "tcsh not in {bash,zsh,fish}; usage: kivo");

@@ -52,8 +52,8 @@ TEST(ValueTest, AnUnknownVectorIsAnsweredWithTheKnownOnes) {
     EXPECT_EQ(run.status, 1);
     EXPECT_EQ(run.out, "");
     EXPECT_EQ(run.err,
-              "kivo: error: no vector 'fill'; the vectors are: fill_and_drain, streaming, "
-              "overflow\n");
+              "kivo: error: no vector 'fill'; the vectors are: 'fill_and_drain', "
+              "'streaming', 'overflow'\n");
 }
 
 TEST(ValueTest, AnUnknownSignalIsAnsweredWithTheKnownOnes) {
@@ -61,8 +61,8 @@ TEST(ValueTest, AnUnknownSignalIsAnsweredWithTheKnownOnes) {
     EXPECT_EQ(run.status, 1);
     EXPECT_EQ(run.out, "");
     EXPECT_EQ(run.err,
-              "kivo: error: vector 'streaming' drives no signal 'q'; its signals are: clock, data, "
-              "read, reset, write\n");
+              "kivo: error: vector 'streaming' drives no signal 'q'; its signals are: 'clock', "
+              "'data', 'read', 'reset', 'write'\n");
 }
 
 TEST(ValueTest, AFileWithoutVectorsHasNone) {

@@ -108,7 +108,8 @@ Command add_check(CLI::App& program) {
         }
     });
     app->footer(
-        "Every message is one line on standard error, with its source line below it.\n"
+        "Every message is one line on standard error, with its source line below it; what it\n"
+        "means and how to mend it says 'kivo explain ID', with the id that ends the line.\n"
         "Errors are what the library finds; warnings are for files that it reads although they\n"
         "are no well-formed XML.\n"
         "Exit status: 0 no messages, 1 messages, 2 wrong usage, 3 a file cannot be read.\n\n"

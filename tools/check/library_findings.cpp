@@ -42,6 +42,7 @@ Place place_of(const Description& description, const KIVO_PLACE& told, Sources& 
 std::vector<Finding> library_findings(const Description& description, Sources& sources) {
     const KIVO_INFO& info = description.info();
     std::vector<Finding> findings;
+    Notes notes(description, sources);
     findings.reserve(info.error_list.size());
     for (std::size_t index = 0; index < info.error_list.size(); ++index) {
         const KIVO_PLACE told = info.get_error_place(index);
@@ -50,7 +51,7 @@ std::vector<Finding> library_findings(const Description& description, Sources& s
         finding.severity = severity_of(finding.id);
         finding.text = as_named(description, info.error_list[index]);
         finding.place = place_of(description, told, sources);
-        add_notes(finding, description, told, sources);
+        notes.add_to(finding, told);
         findings.push_back(std::move(finding));
     }
     return findings;

@@ -1,10 +1,33 @@
 #pragma once
 
+#include <optional>
+#include <string>
+
 #include "tools/check/finding.h"
+#include "tools/check/object_names.h"
 #include "tools/check/source_text.h"
 #include "tools/load.h"
 
-// Adds what helps to understand a finding at that place: the earlier declaration with which it
-// clashes, and the word that was probably meant.
-void add_notes(Finding& finding, const Description& description, const KIVO_PLACE& told,
-               Sources& sources);
+// Finds what helps to understand the findings of one description: the declaration with which one
+// clashes or that comes too late, and the word that was probably meant or those that are known.
+class Notes {
+public:
+    Notes(const Description& description, Sources& sources)
+        : description_(description), sources_(sources) {}
+
+    // Adds the notes to a finding at that place.
+    void add_to(Finding& finding, const KIVO_PLACE& told);
+
+private:
+    std::optional<Note> earlier_one(const Finding& finding, const KIVO_PLACE& told);
+    std::optional<Note> declared_later(const Finding& finding);
+    std::optional<Note> likely_word(const Finding& finding, const KIVO_PLACE& told);
+    std::optional<Note> declaration(const std::string& name, const std::string& text);
+    const ObjectNames& names(ObjectNames::Kind kind);
+
+    const Description& description_;
+    Sources& sources_;
+    // Made when the first is asked for: most descriptions are right about all names.
+    std::optional<ObjectNames> parameters_;
+    std::optional<ObjectNames> ports_;
+};

@@ -1,8 +1,10 @@
 #include "tools/check/suggestion.h"
 
 #include <algorithm>
+#include <iterator>
 #include <vector>
 
+#include "tools/check/start_tag.h"
 #include "tools/near_word.h"
 
 namespace {
@@ -31,11 +33,6 @@ struct Row {
     std::size_t most_edits = 1;
 };
 
-struct Attribute {
-    std::string_view name;
-    std::string_view value;
-};
-
 std::string_view taken_until(std::string_view& rest, std::string_view ends) {
     const std::string_view taken = rest.substr(0, rest.find_first_of(ends));
     rest.remove_prefix(taken.size());
@@ -45,48 +42,6 @@ std::string_view taken_until(std::string_view& rest, std::string_view ends) {
 void skip_blanks(std::string_view& rest) {
     rest.remove_prefix(std::min(rest.find_first_not_of(kBlanks), rest.size()));
 }
-
-// Walks through the start tag that a text begins with. The library has read it already, so what is
-// no tag here is not the text that it read (another encoding, a file that has changed).
-class StartTag {
-public:
-    explicit StartTag(std::string_view source) : rest_(source) {
-        if (!rest_.empty() && rest_.front() == '<') {
-            rest_.remove_prefix(1);
-            name_ = taken_until(rest_, " \t\r\n/>");
-        } else {
-            rest_ = {};
-        }
-    }
-
-    std::string_view name() const { return name_; }
-
-    // False at the end of the tag, behind which rest() then stands.
-    bool next(Attribute& attribute) {
-        skip_blanks(rest_);
-        attribute.name = taken_until(rest_, "= \t\r\n/>");
-        skip_blanks(rest_);
-        if (attribute.name.empty() || rest_.empty() || rest_.front() != '=') {
-            return false;
-        }
-        rest_.remove_prefix(1);
-        skip_blanks(rest_);
-        const std::string_view quote = rest_.substr(0, 1);
-        if (quote != "\"" && quote != "'") {
-            return false;
-        }
-        rest_.remove_prefix(1);
-        attribute.value = taken_until(rest_, quote);
-        rest_.remove_prefix(std::min<std::size_t>(rest_.size(), 1));
-        return true;
-    }
-
-    std::string_view rest() const { return rest_; }
-
-private:
-    std::string_view name_;
-    std::string_view rest_;
-};
 
 Words words_of(std::string_view text, std::size_t most) {
     Words words;
@@ -131,14 +86,8 @@ Words attributes_in_source(const Message& message, const Row&) {
 }
 
 Words value_in_source(const Message& message, const Row& row) {
-    StartTag tag(message.source);
-    Words values;
-    for (Attribute attribute; tag.next(attribute);) {
-        if (attribute.name == row.before) {
-            values = {attribute.value};
-        }
-    }
-    return values;
+    const Attribute attribute = find_attribute(message.source, row.before);
+    return attribute.name.empty() ? Words() : Words{attribute.value};
 }
 
 // The radix of a display format, without what stands in parentheses behind it.
@@ -203,6 +152,8 @@ const std::vector<Row> kRows = {
     {"port-attribute", in_text, "Attribute ", " is not a recognized attribute",
      {"ASYNC", "CLOCK_PERIOD", "CNX_TYPE", "DEFAULT_VALUE", "HIGH_PROBABILITY",
       "INITIAL_VEC_STATE", "IS_CLOCK_PORT", "NAME", "TYPE", "USAGE", "WIDTH", "WIDTH2D"}},
+    // No words, but what may stand there.
+    {"high-probability", value_in_source, "HIGH_PROBABILITY", "", {"whole numbers from 1 to 100"}},
     {"hidden-parameter-attribute", in_text, "Attribute ", " is not a recognized attribute",
      {"NAME", "VALUE"}},
     {"object-sub-tag", in_text, "Sub tag ", " is not a valid sub tag",
@@ -290,6 +241,22 @@ std::string_view suggestion_of(const Row& row, const Message& message) {
     return {};
 }
 
+constexpr std::string_view kPartlyKnown[] = {
+    "display-command",  // a whole command is wrong, not a word
+    "object-sub-tag",   // what fits into a parameter does not into a port
+    "range-sub-tag",
+};
+
+// Whether any word that the row knows may stand in place of the one that was read. A message that
+// something is missing has read none, and a word that is known is not what the message is about.
+bool is_choice(const Row& row, const Words& read) {
+    return row.read != attributes_in_source && row.most_edits > 0 && !read.empty() &&
+           std::find(std::begin(kPartlyKnown), std::end(kPartlyKnown), row.id) ==
+               std::end(kPartlyKnown) &&
+           std::find_first_of(read.begin(), read.end(), row.known.begin(), row.known.end()) ==
+               read.end();
+}
+
 }  // namespace
 
 std::string suggested_word(std::string_view id, std::string_view text,
@@ -300,6 +267,17 @@ std::string suggested_word(std::string_view id, std::string_view text,
             if (!word.empty()) {
                 return std::string(word);
             }
+        }
+    }
+    return {};
+}
+
+std::vector<std::string_view> words_known(std::string_view id, std::string_view text,
+                                          std::string_view source_from_place) {
+    const Message message = {text, source_from_place};
+    for (const Row& row : kRows) {
+        if (row.id == id && is_choice(row, row.read(message, row))) {
+            return row.known;
         }
     }
     return {};

@@ -64,7 +64,7 @@ void append_xml_findings(std::vector<Finding>& findings, const Description& desc
         finding.place = source.place(name, fault->begin, fault->end);
         const Position& start = *finding.place.start;
         if (!is_known(findings, name, *fault, start, source)) {
-            add_notes(finding, description, {path, start.line, start.column}, sources);
+            Notes(description, sources).add_to(finding, {path, start.line, start.column});
             findings.push_back(std::move(finding));
         }
     }

@@ -74,7 +74,7 @@ td:last-child, th:last-child { padding-right: 0; }
 .rule-table { min-width: 52rem; }
 .stimulus { min-width: 34rem; }
 .problems { min-width: 34rem; }
-.rules { margin: 0; padding-left: 1.1rem; min-width: 26rem; }
+.rules { margin: 0; padding-left: 1.1rem; min-width: 20rem; }
 .rules li { padding: 0.05rem 0; }
 figure { margin: 1rem 0; }
 figcaption { margin: 0 auto; max-width: 46rem; color: var(--quiet); font-size: 0.9rem; text-align: center; }
@@ -142,7 +142,7 @@ figcaption { margin: 0 auto; max-width: 46rem; color: var(--quiet); font-size: 0
   .scroll { overflow: visible; }
   .objects, .rule-table, .stimulus, .rules { min-width: 0; }
   table { font-size: 8pt; }
-  td:last-child, .rule-table td { overflow-wrap: anywhere; }
+  td:last-child, .rule-table td + td { overflow-wrap: anywhere; }
   tbody th { position: static; }
   .messages li { background: none; }
 }

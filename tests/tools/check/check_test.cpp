@@ -358,9 +358,70 @@ TEST(CheckTest, AMisspeltWordNamesTheOneThatWasMeant) {
               "1 file checked: 1 error in 1 file\n");
 }
 
-TEST(CheckTest, AWordThatIsLikeNoOtherGetsNoNote) {
-    const RunResult run = run_kivo({"check", "-"}, {.input = "<ROOT><REVISIONS/></ROOT>"});
-    EXPECT_FALSE(contains(run.err, "note:")) << run.err;
+TEST(CheckTest, AWordThatIsLikeNoOtherNamesThoseThatAreKnown) {
+    const RunResult run = run_kivo(
+        {"check", "-"}, {.input = "<ROOT><PORTS><PORT NAME='start' TYPE='IN'/></PORTS></ROOT>"});
+    EXPECT_TRUE(contains(run.err,
+                         "[port-type]\n"
+                         "     1 | <ROOT><PORTS><PORT NAME='start' TYPE='IN'/></PORTS>"
+                         "</ROOT>\n"
+                         "       |              ^\n"
+                         "<stdin>:1:14: note: known here: BIDIR, BURIED, INPUT, OUTPUT\n"))
+        << run.err;
+}
+
+// The notes of a check of these sections, without what stands before them.
+std::vector<std::string> notes_of(const std::string& sections) {
+    std::vector<std::string> notes;
+    for (const std::string& line :
+         lines_of(run_kivo({"check", "-"}, {.input = with_sections(sections)}).err)) {
+        if (const std::size_t at = line.find("note: "); at != std::string::npos) {
+            notes.push_back(line.substr(at + 6));
+        }
+    }
+    return notes;
+}
+
+using Notes = std::vector<std::string>;
+
+const std::string kWidthAndClock =
+    "<PARAMETERS><PARAMETER NAME='WIDTH' TYPE='INTEGER'/></PARAMETERS>"
+    "<PORTS><PORT NAME='clock' TYPE='INPUT'/></PORTS>";
+
+TEST(CheckTest, AMisspeltNameNamesTheDeclaredOneOfItsKind) {
+    const Notes width = {"did you mean \"WIDTH\"?"};
+    for (const char* name : {"WITDH", "WIDT", "WIDTHS", "WIDTG", "width", "_WIDTH"}) {
+        EXPECT_EQ(notes_of(kWidthAndClock + "<PARAMETER_RULES><PARAMETER NAME='" + name +
+                           "'/></PARAMETER_RULES>"),
+                  width)
+            << name;
+    }
+    EXPECT_EQ(notes_of(kWidthAndClock + "<PORT_RULES><PORT NAME='clok'/></PORT_RULES>"),
+              Notes{"did you mean \"clock\"?"});
+}
+
+TEST(CheckTest, ANameThatIsLikeNoneOfItsKindGetsNoNote) {
+    for (const char* rules : {"<PORT_RULES><PORT NAME='WITDH'/></PORT_RULES>",
+                              "<PARAMETER_RULES><PARAMETER NAME='DEPTH'/></PARAMETER_RULES>",
+                              "<PARAMETER_RULES><PARAMETER NAME='WIHDT'/></PARAMETER_RULES>",
+                              "<PARAMETER_RULES><PARAMETER NAME=''/></PARAMETER_RULES>"}) {
+        EXPECT_EQ(notes_of(kWidthAndClock + rules), Notes()) << rules;
+    }
+}
+
+TEST(CheckTest, AnElementWithAWrongTypeDeclaresANameOfItsOwn) {
+    EXPECT_EQ(notes_of(kWidthAndClock + "<PORTS><PORT NAME='clock2' TYPE='IN'/></PORTS>"),
+              Notes{"known here: BIDIR, BURIED, INPUT, OUTPUT"});
+}
+
+TEST(CheckTest, RulesBeforeTheDeclarationNameIt) {
+    const TemporaryFolder folder;
+    const std::string path = folder.write(
+        "a_info.xml",
+        with_sections("<PORT_RULES><PORT NAME='clock'/></PORT_RULES>\n" + kWidthAndClock));
+    const std::vector<std::string> found = places_in(run_kivo({"check", path}).err, path);
+    ASSERT_EQ(found.size(), 2U);
+    EXPECT_EQ(found[1], "3:73: note: declared later, here");
 }
 
 TEST(CheckTest, ARepeatedAttributeNamesTheFirst) {

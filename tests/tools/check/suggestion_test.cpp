@@ -269,4 +269,37 @@ TEST(SuggestionTest, ATextOfOtherWordingGetsNone) {
     EXPECT_EQ(suggested_word("unknown-section", "PORST is not a valid recognized tag", ""), "");
 }
 
+// What is known there, for a message of that id about that element.
+std::string known(const std::string& id, const std::string& text, const std::string& source) {
+    std::string words;
+    for (const std::string_view word : words_known(id, text, source)) {
+        words += (words.empty() ? "" : " ") + std::string(word);
+    }
+    return words;
+}
+
+TEST(SuggestionTest, TheWordsOfThatPlaceAreKnown) {
+    EXPECT_EQ(known("parameter-type", "Parameter type ENUM of parameter A is", "<PARAMETER/>"),
+              "INTEGER STRING");
+    EXPECT_EQ(known("message-type", "", "<MESSAGE TYPE='FATAL'>"),
+              "CRITICAL_WARNING ERROR INFO WARNING");
+    EXPECT_EQ(known("function-information-attribute",
+                    "Sub tagUNIT is not a recognized sub-tag for TIME_SCALE ", "<TIME_SCALE/>"),
+              "VALUE");
+    EXPECT_EQ(known("display-radix", "", "<DISPLAY>add wave -oct q</DISPLAY>"),
+              "-bin -fixed_point -hex -signed -unsigned");
+}
+
+TEST(SuggestionTest, NoWordsAreKnownWhereNoneWasReadOrSomeOnlyFitElsewhere) {
+    EXPECT_EQ(known("message-type", "", "<MESSAGE>"), "");
+    EXPECT_EQ(known("parameter-name", "", "<PARAMETER TYPE='STRING'/>"), "");
+    EXPECT_EQ(known("rule-without-data", "", "<RULE ENABLED='OFF'>"), "");
+    EXPECT_EQ(known("object-sub-tag", "Sub tag VALUE_RULE is not a valid sub tag of PORT ",
+                    "<VALUE_RULE>"),
+              "");
+    EXPECT_EQ(known("display-radix", "", "<DISPLAY>add wave -hex</DISPLAY>"), "");
+    EXPECT_EQ(known("display-command", "Invalid display format specification string a", ""), "");
+    EXPECT_EQ(known("", "", ""), "");
+}
+
 }  // namespace
