@@ -236,7 +236,7 @@ TEST(ShowTest, AFaultyDescriptionIsShownAndItsMessagesReported) {
     const std::string path = example("faulty_info.xml");
     const RunResult run = run_kivo({"show", path});
     EXPECT_EQ(run.status, 1);
-    EXPECT_EQ(messages_in(run.err, path).size(), 20U) << run.err;
+    EXPECT_EQ(messages_in(run.err, path).size(), 23U) << run.err;
     EXPECT_TRUE(contains(run.out, "  WIDTH  integer  16\n")) << run.out;
 }
 

@@ -77,7 +77,7 @@ TEST(ValueTest, MessagesOfTheFileAreReportedBesideTheValue) {
     const RunResult run = run_kivo({"value", path, "one_shot", "clock", "10"});
     EXPECT_EQ(run.status, 1);
     EXPECT_EQ(run.out, "1\n");
-    EXPECT_EQ(messages_in(run.err, path).size(), 20U);
+    EXPECT_EQ(messages_in(run.err, path).size(), 23U);
 }
 
 TEST(ValueTest, AMissingFileIsAFailure) {

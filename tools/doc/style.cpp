@@ -136,14 +136,14 @@ figcaption { margin: 0 auto; max-width: 46rem; color: var(--quiet); font-size: 0
   html { font-size: 10pt; }
   body { max-width: none; padding: 0; }
   h1, h2, h3, thead, .facts, :has(+ figure) { break-after: avoid; }
-  tr, li, svg, figure { break-inside: avoid; }
+  tr, li, svg, figure, .facts { break-inside: avoid; }
   .picture svg { min-width: 0; max-width: 100%; height: auto; }
   a { color: inherit; text-decoration: none; }
   .scroll { overflow: visible; }
   .objects, .rule-table, .stimulus, .rules { min-width: 0; }
   table { font-size: 8pt; }
   td:last-child, .rule-table td + td { overflow-wrap: anywhere; }
-  tbody th { position: static; }
+  tbody th { position: static; background: none; }
   .messages li { background: none; }
 }
 )css";

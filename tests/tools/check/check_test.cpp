@@ -27,7 +27,7 @@ TEST(CheckTest, TheExamplesAreCleanWhereverTheProgramRuns) {
     EXPECT_EQ(run.status, 0) << run.err;
 }
 
-TEST(CheckTest, TheFaultyExampleGivesExactlyItsMessages) {
+TEST(CheckTest, TheFaultyExampleGivesExactlyItsMessagesAndNotes) {
     const std::string path = example("faulty_info.xml");
     const RunResult run = run_kivo({"check", path});
     EXPECT_EQ(run.status, 1);
@@ -35,43 +35,64 @@ TEST(CheckTest, TheFaultyExampleGivesExactlyItsMessages) {
     const std::vector<std::string> expected = {
         "6:5: error: Sub element tag TIME_UNIT is not a valid sub tag of the main tag "
         "FUNCTION_INFORMATION [function-information-sub-tag]",
+        "6:5: note: known here: START_TIME, TIME_DELTA, TIME_SCALE, VHDL_LIBRARY",
         "10:5: error: Attribute UNITS is not a recognized attribute for parameters (found in "
         "parameter WIDTH ) [parameter-attribute]",
+        "10:5: note: known here: CNX_TYPE, DEFAULT_VALUE, DEFAULT_VALUE_INDEX, LPM_HINT, NAME, "
+        "TYPE, VALUE",
         "11:5: error: Parameter type ENUM of parameter MODE is not a recognized parameter type  "
         "[parameter-type]",
+        "11:5: note: known here: INTEGER, STRING",
         "11:5: error: Kivofunction Object MODE is of unknown type  [unknown-type]",
         "12:5: error: Name atrribute is missing from PARAMETER tag  [parameter-name]",
         "16:5: error: Kivofunction Object WITDH is of unknown type  [unknown-type]",
+        "16:5: note: did you mean \"WIDTH\"?",
         "22:5: error: Invalid value for high probability 150, it should be an integer between 0 "
         "and 100 [high-probability]",
+        "22:5: note: known here: whole numbers from 1 to 100",
         "23:5: error: Port type IN of port start is not a recognized port type  [port-type]",
+        "23:5: note: known here: BIDIR, BURIED, INPUT, OUTPUT",
         "23:5: error: Kivofunction Object start is of unknown type  [unknown-type]",
         "24:5: error: Attribute value CONSTANT is not a recognized value for attribute CNX_TYPE "
         "(found for port expired ) [port-cnx-type]",
+        "24:5: note: known here: USED_PORT",
         "25:5: error: Kivofunction Object WIDTH of different type Integer parameter already exists "
         " [type-clash]",
+        "10:5: note: first declared here",
         "30:7: error: Sub tag VALUE_RULE is not a valid sub tag of PORT  [object-sub-tag]",
-        "35:5: error: Sub element tag RULE doesn't have any valid element data "
-        "[rule-without-data]",
+        "35:5: error: Sub element tag RULE doesn't have any valid element data [rule-without-data]",
         "39:5: error: Required attribute TYPE not specified for MESSAGE [message-type]",
+        "39:5: note: did you mean \"WARNING\"?",
         "43:5: error: Attribute DISPLAY_TRUNCATION has illegal value low in wave ( one_shot ). "
         "Valid values are HIGH and LOW [vector-display-truncation]",
+        "43:5: note: did you mean \"LOW\"?",
         "49:7: error: There are more stimulus in the ELSE part of the condition, rather than in "
         "the THEN section [surplus-else]",
         "53:7: error: Unknown radix used to specify display format for port expired "
         "[display-radix]",
+        "53:7: note: known here: -bin, -fixed_point, -hex, -signed, -unsigned",
         "53:7: error: Invalid display format specification string add wave -oct expired "
         "[display-command]",
         "60:7: error: Can't have conditional text as well as sub-tags at the same level T "
         "[text-with-sub-tags]",
-        "64:3: error: Main element tag REVISIONS is not a valid recognized tag [unknown-section]",
+        "65:5: error: Attribute TYPE is not a recognized attribute for hidden parameters  "
+        "[hidden-parameter-attribute]",
+        "65:5: note: known here: NAME, VALUE",
+        "69:5: error: Sub element tag DEFINE is not a valid sub tag of the main tag MACROS "
+        "[macros-sub-tag]",
+        "69:5: note: known here: MACRO",
+        "74:5: error: Attribute MODUL_NAME is not a recognized attribute for vector stimulus "
+        "(found in vector plain ) [wizard-map-attribute]",
+        "74:5: note: did you mean \"MODULE_NAME\"?",
+        "77:3: error: Main element tag REVISIONS is not a valid recognized tag [unknown-section]",
+        "77:3: note: known here: CUSTOM_VECTORS, FUNCTION_INFORMATION, HIDDEN_PARAMETERS, "
+        "HTML_TEXT, INCLUDE, MACROS, MESSAGES, MSGS, PARAMETERS, PARAMETER_RULES, PORTS, "
+        "PORT_RULES, RULES, WAVE_DATA, WIZARD_DATA",
+        "70:51: warning: \"&\" begins a reference such as \"&lt;\"; write \"&amp;\" for the "
+        "character itself [xml-raw-ampersand]",
     };
-    std::vector<std::string> found = messages_in(run.err, path);
-    for (std::string& message : found) {
-        message.erase(0, message.find_first_not_of(' '));
-    }
-    EXPECT_EQ(found, expected);
-    EXPECT_EQ(lines_of(run.err).back(), "1 file checked: 20 errors in 1 file");
+    EXPECT_EQ(places_in(run.err, path), expected);
+    EXPECT_EQ(lines_of(run.err).back(), "1 file checked: 23 errors and 1 warning in 1 file");
 }
 
 TEST(CheckTest, TheSourceLineStandsBelowItsMessageWithAPointer) {
