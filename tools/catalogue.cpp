@@ -551,8 +551,8 @@ info.post_error_message("The wizard cannot write into the project folder");
 )"},
 
     {"xml-raw-ampersand", Severity::kWarning,
-     R"(In XML "&" begins a reference such as "&lt;". The library takes one that does not for the
-        character itself, but other programs refuse the file. Write "&amp;" for the character.)",
+     R"(In XML "&" begins a reference such as "&lt;". The library takes an "&" without a
+        reference for the character itself, but other programs refuse the file. Write "&amp;".)",
      R"(<ROOT>
   <RULES>
     <RULE>WIDTH gt 0 && DEPTH gt 0</RULE>
