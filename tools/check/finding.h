@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -35,12 +36,19 @@ struct Note {
     Place place;
 };
 
+// The attribute that is wrong, so many bytes behind the place of its element.
+struct WrongAttribute {
+    std::size_t distance;
+    std::string text;
+};
+
 // One thing that is wrong with a description.
 struct Finding {
     Severity severity = Severity::kError;
     std::string id;
     std::string text;
     Place place;
+    std::optional<WrongAttribute> attribute;
     std::vector<Note> notes;
 };
 

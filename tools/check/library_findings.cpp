@@ -1,5 +1,9 @@
 #include "tools/check/library_findings.h"
 
+#include <optional>
+#include <string_view>
+
+#include "tools/check/attribute_at_fault.h"
 #include "tools/check/notes.h"
 
 namespace {
@@ -7,6 +11,27 @@ namespace {
 Severity severity_of(const std::string& id) {
     const MessageDescription* const known = find_message(id);
     return known == nullptr ? Severity::kError : known->severity;
+}
+
+std::optional<WrongAttribute> attribute_of(const Finding& finding, const KIVO_PLACE& told,
+                                           Sources& sources) {
+    if (!finding.place.excerpt) {
+        return std::nullopt;
+    }
+    const SourceText& source = sources.at(told.file);
+    const auto offset = source.offset(told.line, told.column);
+    if (!offset) {
+        return std::nullopt;
+    }
+    // Only what is shown: an element may have any number of attributes, all of them wrong.
+    const std::string_view shown =
+        source.text().substr(*offset, finding.place.excerpt->from.size());
+    const std::string_view attribute = attribute_at_fault(finding.id, finding.text, shown);
+    if (attribute.empty()) {
+        return std::nullopt;
+    }
+    return WrongAttribute{static_cast<std::size_t>(attribute.data() - shown.data()),
+                          std::string(attribute)};
 }
 
 // Without the path of a file that stands for something else.
@@ -51,6 +76,7 @@ std::vector<Finding> library_findings(const Description& description, Sources& s
         finding.severity = severity_of(finding.id);
         finding.text = as_named(description, info.error_list[index]);
         finding.place = place_of(description, told, sources);
+        finding.attribute = attribute_of(finding, told, sources);
         notes.add_to(finding, told);
         findings.push_back(std::move(finding));
     }

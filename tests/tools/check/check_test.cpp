@@ -107,6 +107,35 @@ TEST(CheckTest, TheSourceLineStandsBelowItsMessageWithAPointer) {
                   "1 file checked: 1 error in 1 file\n");
 }
 
+// The source line that a check of these sections shows first, and the line below it.
+std::string excerpt_of(const std::string& sections) {
+    const std::vector<std::string> lines =
+        lines_of(run_kivo({"check", "-"}, {.input = with_sections(sections)}).err);
+    return lines.size() < 3 ? "" : lines[1].substr(9) + '\n' + lines[2].substr(9);
+}
+
+TEST(CheckTest, TheAttributeOfAMessageIsUnderlined) {
+    EXPECT_EQ(excerpt_of("<PORTS><PORT NAME='a' TYPE='IN' WIDTH='1'/></PORTS>"),
+              "<PORTS><PORT NAME='a' TYPE='IN' WIDTH='1'/></PORTS>\n"
+              "       ^              ~~~~~~~~~");
+    EXPECT_EQ(
+        excerpt_of(
+            "<MESSAGES><MSG TITLE='TYPE=\xC3\xA4\x7F' TYPE = \"\xC3\xA4\x7F\">b</MSG></MESSAGES>"),
+        "<MESSAGES><MSG TITLE='TYPE=\xC3\xA4\\x7F' TYPE = \"\xC3\xA4\\x7F\">b</MSG></MESSAGES>\n"
+        "          ^                      ~~~~~~~~~~~~~~");
+    EXPECT_EQ(excerpt_of("<PORT_RULES><PORT NAME='a'/></PORT_RULES>"),
+              "<PORT_RULES><PORT NAME='a'/></PORT_RULES>\n"
+              "            ^     ~~~~~~~~");
+}
+
+TEST(CheckTest, AnAttributeThatIsNotShownIsNotUnderlined) {
+    EXPECT_EQ(excerpt_of("<PORTS><PORT NAME='a'\n TYPE='IN'/></PORTS>"),
+              "<PORTS><PORT NAME='a'\n       ^");
+    const std::string line =
+        excerpt_of("<PORTS><PORT NAME='" + std::string(200, 'a') + "' TYPE='IN'/></PORTS>");
+    EXPECT_FALSE(contains(line, "~")) << line;
+}
+
 TEST(CheckTest, ALongSourceLineIsCutAroundItsPlace) {
     const TemporaryFolder folder;
     const std::string filler = "<!--" + std::string(5000, 'x') + "-->";
