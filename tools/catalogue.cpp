@@ -65,7 +65,9 @@ info.post_error_message("The wizard cannot write into the project folder");
     {"unknown-section", Severity::kError,
      R"(An element directly in ROOT is no section of a description, so nothing in it is read. Tags
         are compared exactly and are written in upper case: correct the tag, or remove the
-        element.)",
+        element. The sections are FUNCTION_INFORMATION, PARAMETERS, PARAMETER_RULES, PORTS,
+        PORT_RULES, HIDDEN_PARAMETERS, MACROS, RULES, MESSAGES, MSGS, WAVE_DATA, CUSTOM_VECTORS,
+        WIZARD_DATA, HTML_TEXT and INCLUDE.)",
      R"(<ROOT>
   <PARAMETRS>
     <PARAMETER NAME="WIDTH" TYPE="INTEGER" VALUE="8"/>

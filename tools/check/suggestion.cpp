@@ -247,10 +247,14 @@ constexpr std::string_view kPartlyKnown[] = {
     "range-sub-tag",
 };
 
+// A longer list, as that of the sections, hides the message that it is to explain.
+constexpr std::size_t kMostListed = 12;
+
 // Whether any word that the row knows may stand in place of the one that was read. A message that
 // something is missing has read none, and a word that is known is not what the message is about.
 bool is_choice(const Row& row, const Words& read) {
     return row.read != attributes_in_source && row.most_edits > 0 && !read.empty() &&
+           row.known.size() <= kMostListed &&
            std::find(std::begin(kPartlyKnown), std::end(kPartlyKnown), row.id) ==
                std::end(kPartlyKnown) &&
            std::find_first_of(read.begin(), read.end(), row.known.begin(), row.known.end()) ==

@@ -12,6 +12,6 @@ std::string suggested_word(std::string_view id, std::string_view text,
                            std::string_view source_from_place);
 
 // The words that may stand where such a message says that there is an unknown one; none when the
-// message and the source do not tell which they are.
+// message and the source do not tell which they are, or when they are many.
 std::vector<std::string_view> words_known(std::string_view id, std::string_view text,
                                           std::string_view source_from_place);

@@ -290,7 +290,7 @@ TEST(SuggestionTest, TheWordsOfThatPlaceAreKnown) {
               "-bin -fixed_point -hex -signed -unsigned");
 }
 
-TEST(SuggestionTest, NoWordsAreKnownWhereNoneWasReadOrSomeOnlyFitElsewhere) {
+TEST(SuggestionTest, NoWordsAreListedWhereNoneWasReadSomeOnlyFitElsewhereOrTheyAreMany) {
     EXPECT_EQ(known("message-type", "", "<MESSAGE>"), "");
     EXPECT_EQ(known("parameter-name", "", "<PARAMETER TYPE='STRING'/>"), "");
     EXPECT_EQ(known("rule-without-data", "", "<RULE ENABLED='OFF'>"), "");
@@ -298,6 +298,8 @@ TEST(SuggestionTest, NoWordsAreKnownWhereNoneWasReadOrSomeOnlyFitElsewhere) {
                     "<VALUE_RULE>"),
               "");
     EXPECT_EQ(known("display-radix", "", "<DISPLAY>add wave -hex</DISPLAY>"), "");
+    EXPECT_EQ(known("unknown-section", "Main element tag ODD is not a valid recognized tag", ""),
+              "");
     EXPECT_EQ(known("display-command", "Invalid display format specification string a", ""), "");
     EXPECT_EQ(known("", "", ""), "");
 }
