@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <string_view>
+#include <utility>
 
 namespace {
 
@@ -53,8 +54,10 @@ void KIVO_OBJ_MAP::enter(std::size_t bucket, std::uint32_t hash, std::size_t pos
 
 void KIVO_OBJ_MAP::grow() {
     const std::size_t size = tags_.empty() ? 4 * kFew : tags_.size() * 2;
-    tags_.assign(size, 0);
-    positions_.assign(size, 0);
+    // Both at once or, when memory is short, neither.
+    std::vector<std::uint32_t> positions(size);
+    tags_ = std::vector<std::uint8_t>(size);
+    positions_ = std::move(positions);
     for (std::size_t position = 0; position < entries_.size(); ++position) {
         const std::uint32_t hash = entries_[position].hash;
         std::size_t bucket = hash & (size - 1);
@@ -80,10 +83,11 @@ KIVO_OBJ*& KIVO_OBJ_MAP::place_of(const std::string& key) {
     if (position >= kFew && (position + 1) * 2 > tags_.size()) {
         grow();
     }
+    Entry& added = entries_.emplace_back(Entry{key, nullptr, hash});
     if (!tags_.empty()) {
         enter(find_bucket(key, hash), hash, position);
     }
-    return entries_.emplace_back(Entry{key, nullptr, hash}).object;
+    return added.object;
 }
 
 void KIVO_OBJ_MAP::set_at(const std::string& key, KIVO_OBJ* object) {

@@ -45,9 +45,8 @@ private:
     static constexpr std::size_t kFew = 8;
 
     std::vector<Entry> entries_;
-    // Open addressing over a power of two of buckets. A byte of each,
-    // 0 for a free one, tells most keys apart: so many fit into the cache that a new key is entered
-    // without waiting for memory.
+    // Open addressing over a power of two of buckets. A byte of each, 0 for a free one, tells most
+    // keys apart: so many fit into the cache that a new key is entered without waiting for memory.
     std::vector<std::uint8_t> tags_;
     std::vector<std::uint32_t> positions_;
     std::size_t cursor_ = 0;

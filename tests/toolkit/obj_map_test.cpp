@@ -3,8 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <new>
 #include <string>
 #include <vector>
+
+#include "tests/support/memory_shortage.h"
 
 namespace {
 
@@ -138,4 +141,43 @@ TEST(ObjMap, keeps_every_one_of_many_entries) {
         ASSERT_EQ(key, expected);
     }
     EXPECT_EQ(map.look_up("key100000"), nullptr);
+}
+
+namespace {
+
+std::string key_number(int i) {
+    return "a key that is too long to need no memory, " + std::to_string(i);
+}
+
+// Adds the key while memory runs out after so many pieces. False when it did run out.
+bool add_in_shortage(KIVO_OBJ_MAP& map, const std::string& key, KIVO_OBJ* object,
+                     std::size_t pieces) {
+    const MemoryShortage shortage(pieces);
+    try {
+        map.set_at(key, object);
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
+    return true;
+}
+
+}  // namespace
+
+TEST(ObjMap, key_that_memory_did_not_suffice_for_is_unknown_and_can_be_added) {
+    constexpr int kCount = 100;
+    KIVO_OBJ object;
+    KIVO_OBJ_MAP map;
+    int refusals = 0;
+    for (int i = 0; i < kCount; ++i) {
+        for (std::size_t pieces = 0; !add_in_shortage(map, key_number(i), &object, pieces);
+             ++pieces) {
+            ++refusals;
+            ASSERT_EQ(map.look_up(key_number(i)), nullptr) << i << " after " << pieces;
+        }
+        for (int earlier = 0; earlier <= i; ++earlier) {
+            ASSERT_EQ(map.look_up(key_number(earlier)), &object) << earlier << " of " << i;
+        }
+    }
+    EXPECT_GT(refusals, kCount);
+    EXPECT_EQ(keys_of(map).size(), static_cast<std::size_t>(kCount));
 }
