@@ -97,8 +97,9 @@ void FileLoader::read_file(const KIVO_INCLUDE& named) {
     const bool is_included = named.mark.file != 0;
     if (!source.open_xml_file(path) && !dro_file_exists(path)) {
         const std::string beside_library = dro_get_library_module_path() + name;
-        if (source.open_xml_file(beside_library)) {
+        if (dro_file_exists(beside_library)) {
             path = beside_library;
+            source.open_xml_file(path);
         }
     }
     if (!source.is_open) {
