@@ -18,6 +18,15 @@ public:
     static void* operator new(std::size_t size);
     static void* operator new(std::size_t size, const std::nothrow_t& tag) noexcept;
     static void* operator new(std::size_t, void* place) noexcept { return place; }
+    static void* operator new(std::size_t size, std::align_val_t alignment) {
+        return ::operator new(size, alignment);
+    }
     static void operator delete(void* record);
     static void operator delete(void*, void*) noexcept {}
+    static void operator delete(void* record, const std::nothrow_t&) noexcept {
+        operator delete(record);
+    }
+    static void operator delete(void* record, std::align_val_t alignment) {
+        ::operator delete(record, alignment);
+    }
 };

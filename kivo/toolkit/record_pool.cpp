@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cstddef>
 #include <limits>
 #include <new>
 
@@ -25,7 +26,15 @@ struct alignas(std::max_align_t) Header {
 constexpr std::size_t kFirstSlab = 4096;
 constexpr std::size_t kLargestSlab = 65536;
 
-#if defined(__SANITIZE_ADDRESS__)
+// Compilers tell it each in their own way.
+#if defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define KIVO_ADDRESS_SANITIZER
+#endif
+#elif defined(__SANITIZE_ADDRESS__)
+#define KIVO_ADDRESS_SANITIZER
+#endif
+#if defined(KIVO_ADDRESS_SANITIZER)
 // Each record in a slab of its own, so that the sanitizer sees what is done to deleted ones.
 constexpr bool kSharesSlabs = false;
 #else
