@@ -115,7 +115,7 @@ bool KIVO_XML_SAX_PARSER::parse_text(std::uint32_t file_number) {
         root_ = tree_->walk.stand_on_root(root, text, file_number);
     }
     // What a small document takes is not worth the time.
-    constexpr std::size_t kLarge = 1024 * 1024;
+    constexpr std::size_t kLarge = 1024UL * 1024;
     if (walks_once_ && whole.size() >= kLarge) {
         tree_->walk.release_behind_walk();
     }
