@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <atomic>
-#include <cstddef>
 #include <limits>
 #include <new>
 

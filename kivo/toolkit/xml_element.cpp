@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <utility>
 
 #include "kivo/toolkit/less_c_string.h"
 #include "kivo/toolkit/strings.h"
