@@ -7,7 +7,9 @@
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <memory>
+#include <system_error>
 
 namespace {
 
@@ -95,4 +97,11 @@ std::optional<std::string> write_file(const std::string& path, std::string_view 
         return std::strerror(failure);
     }
     return std::nullopt;
+}
+
+bool is_same_file(const std::string& left, const std::string& right) {
+    std::error_code error;
+    const std::filesystem::path real = std::filesystem::weakly_canonical(left, error);
+    const bool is_same = !error && real == std::filesystem::weakly_canonical(right, error);
+    return is_same && !error && !std::filesystem::is_other(real, error);
 }

@@ -9,3 +9,7 @@
 // Returns nothing when done, else the reason ("No space left on device"); what stood at "path"
 // before is then untouched.
 std::optional<std::string> write_file(const std::string& path, std::string_view content);
+
+// Whether what is written to the one path would replace the file at the other, which need not exist
+// yet.
+bool is_same_file(const std::string& left, const std::string& right);

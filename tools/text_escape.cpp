@@ -29,7 +29,8 @@ struct CodeRange {
     std::uint32_t last;
 };
 
-// Control characters, and those that reorder or hide the text around them.
+// Control characters, those that reorder or hide the text around them, and those that no XML may
+// hold.
 // clang-format off
 constexpr CodeRange kHarmful[] = {
     { 0x0000, 0x001F },
@@ -39,6 +40,9 @@ constexpr CodeRange kHarmful[] = {
     { 0x2028, 0x202E },
     { 0x2060, 0x2069 },
     { 0xFEFF, 0xFEFF },
+    { 0xFFF9, 0xFFFB },
+    { 0xFFFE, 0xFFFF },
+    { 0xE0000, 0xE007F },
 };
 // clang-format on
 

@@ -1,4 +1,5 @@
 #include <cerrno>
+#include <cstdio>
 #include <cstring>
 #include <iostream>
 #include <memory>
@@ -47,11 +48,11 @@ KIVO_HDL_LANGUAGE language_of(const std::string& name) {
 }
 
 int translate_input(Terminal& terminal, KIVO_HDL_LANGUAGE language) {
-    errno = 0;
     for (std::string line; terminal.out.error() == 0 && std::getline(std::cin, line);) {
         terminal.out.write(kivo_translate_text_to_hdl(line, language) + '\n');
     }
-    if (std::cin.bad() || (std::cin.eof() && errno == EISDIR)) {
+    // The stream tells a read that fails as the end of the input.
+    if (std::ferror(stdin) != 0) {
         terminal.report_error(std::string("cannot read standard input: ") + std::strerror(errno));
         return kExitFailed;
     }

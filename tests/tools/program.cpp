@@ -81,6 +81,9 @@ RunResult run_kivo(const std::vector<std::string>& arguments, const RunOptions& 
         redirect(in, O_RDONLY, STDIN_FILENO);
         redirect(out, O_WRONLY | O_CREAT, STDOUT_FILENO);
         redirect(err, O_WRONLY, STDERR_FILENO);
+        if (options.closes_input) {
+            close(STDIN_FILENO);
+        }
         if (!options.directory.empty() && chdir(options.directory.c_str()) != 0) {
             _exit(126);
         }

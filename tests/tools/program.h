@@ -21,6 +21,7 @@ struct RunOptions {
     std::string directory = {};                           // where it runs; empty: here
     std::string out_path = {};                            // standard output; empty: to us
     std::string input_path = {};                          // standard input; empty: "input"
+    bool closes_input = false;                            // no standard input at all
     bool obeys_permissions = false;                       // those of files, superuser or not
 };
 

@@ -24,6 +24,11 @@ TEST(TextEscapeTest, ControlCharactersBecomeVisible) {
 TEST(TextEscapeTest, CharactersThatReorderOrHideTextBecomeVisible) {
     EXPECT_EQ(escape_text("\xE2\x80\xAE\xE2\x81\xA6\xE2\x80\x8B"), "\\u202E\\u2066\\u200B");
     EXPECT_EQ(escape_text("\xEF\xBB\xBF"), "\\uFEFF");
+    EXPECT_EQ(escape_text("\xEF\xBF\xB9\xF3\xA0\x81\x81"), "\\uFFF9\\uE0041");
+}
+
+TEST(TextEscapeTest, CharactersThatNoXmlMayHoldBecomeVisible) {
+    EXPECT_EQ(escape_text("\xEF\xBF\xBD\xEF\xBF\xBE\xEF\xBF\xBF"), "\xEF\xBF\xBD\\uFFFE\\uFFFF");
 }
 
 TEST(TextEscapeTest, BytesThatAreNotUtf8BecomeVisible) {

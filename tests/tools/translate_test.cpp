@@ -45,6 +45,9 @@ TEST(TranslateTest, AnInputThatCannotBeReadIsAFailure) {
     const RunResult run = run_kivo({"translate", "--to", "vhdl"}, {.input_path = folder.path("")});
     EXPECT_EQ(run.status, 3);
     EXPECT_EQ(run.err, "kivo: error: cannot read standard input: Is a directory\n");
+    const RunResult closed = run_kivo({"translate", "--to", "vhdl"}, {.closes_input = true});
+    EXPECT_EQ(closed.status, 3);
+    EXPECT_EQ(closed.err, "kivo: error: cannot read standard input: Bad file descriptor\n");
 }
 
 }  // namespace

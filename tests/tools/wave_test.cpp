@@ -415,4 +415,59 @@ TEST(WaveTest, ATinyPeriodIsBoundedAndSaysSo) {
     EXPECT_TRUE(has(run.err, "only those up to 3999999 of 2000000000 are taken")) << run.err;
 }
 
+TEST(WaveTest, ManyVectorsOfManyTransitionsAreBoundedTogether) {
+    const TemporaryFolder folder;
+    std::string waves;
+    for (int number = 0; number < 100; ++number) {
+        waves += "<WAVE NAME='w" + std::to_string(number) +
+                 "' MAX_TIME='2000000000'><STIM>force c 0 0,1 1,-r 2</STIM></WAVE>";
+    }
+    const std::string description =
+        folder.write("a_info.xml", with_sections("<WAVE_DATA>" + waves + "</WAVE_DATA>"));
+    const RunResult run = run_kivo({"wave", description});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_TRUE(has(run.out, "w3\n")) << run.out;
+    EXPECT_FALSE(has(run.out, "w4\n")) << run.out;
+    EXPECT_TRUE(has(run.err, "the last 96 of 100 vectors are left out")) << run.err;
+}
+
+TEST(WaveTest, NoOutputReplacesTheDescription) {
+    const TemporaryFolder folder;
+    const std::string content = with_wave("<STIM>force a 1 0</STIM>");
+    const std::string description = folder.write("a_info.xml", content);
+    std::filesystem::create_symlink("a_info.xml", folder.path("link"));
+    for (const std::string option : {"--svg", "--vcd", "--wavejson"}) {
+        for (const std::string& output : {description, folder.path("link")}) {
+            const RunResult run = run_kivo({"wave", description, "w", option, output});
+            EXPECT_EQ(run.status, 2) << option;
+            EXPECT_EQ(run.err,
+                      "kivo: error: '" + output + "' is the description; name another output\n");
+        }
+    }
+    EXPECT_EQ(content_of(description), content);
+}
+
+TEST(WaveTest, TwoOutputsNeedTwoFiles) {
+    const TemporaryFolder folder;
+    const std::string description =
+        folder.write("a_info.xml", with_wave("<STIM>force a 1 0</STIM>"));
+    const std::string other = folder.path("./out");
+    const RunResult run =
+        run_kivo({"wave", description, "w", "--svg", folder.path("out"), "--vcd", other});
+    EXPECT_EQ(run.status, 2);
+    EXPECT_TRUE(has(run.err, "'" + other + "' is the file of two outputs")) << run.err;
+    EXPECT_EQ(files_beside(description), 1U);
+    EXPECT_EQ(
+        run_kivo({"wave", description, "w", "--svg", "/dev/null", "--vcd", "/dev/null"}).status, 0);
+}
+
+TEST(WaveTest, AnOutputNeedsAName) {
+    for (const std::string option : {"--svg", "--vcd", "--wavejson"}) {
+        const RunResult run = run_kivo({"wave", example("fifo_info.xml"), option, ""});
+        EXPECT_EQ(run.status, 2) << option;
+        EXPECT_EQ(run.out, "");
+        EXPECT_TRUE(has(run.err, option + ": the name of a file is missing")) << run.err;
+    }
+}
+
 }  // namespace

@@ -56,7 +56,9 @@ public:
                             {"files_not_read", tally.unreadable},
                             {"errors", tally.errors},
                             {"warnings", tally.warnings}}}};
-        stream_.write(log.dump(2, ' ', false, Json::error_handler_t::replace) + '\n');
+        // Pure ASCII, which cannot steer a terminal either.
+        constexpr bool kIsAscii = true;
+        stream_.write(log.dump(2, ' ', kIsAscii, Json::error_handler_t::replace) + '\n');
     }
 
 private:

@@ -130,7 +130,9 @@ void SarifReport::finish(const Tally& tally, int exit_status) {
     const Json log = {{"$schema", "https://json.schemastore.org/sarif-2.1.0.json"},
                       {"version", "2.1.0"},
                       {"runs", Json::array({run})}};
-    stream_.write(log.dump(2, ' ', false, Json::error_handler_t::replace) + '\n');
+    // Pure ASCII, which cannot steer a terminal either.
+    constexpr bool kIsAscii = true;
+    stream_.write(log.dump(2, ' ', kIsAscii, Json::error_handler_t::replace) + '\n');
 }
 
 }  // namespace

@@ -15,6 +15,10 @@ struct Options {
 };
 
 int write_doc(Terminal& terminal, const Options& options) {
+    if (is_same_file(options.path, options.output)) {
+        terminal.report_error("'" + options.output + "' is the description; name another output");
+        return kExitUsage;
+    }
     Description description(options.path);
     if (!report_loading(terminal, description)) {
         return kExitFailed;

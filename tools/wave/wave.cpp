@@ -18,6 +18,9 @@
 
 namespace {
 
+// When all vectors are drawn, of which thousands could take seconds each.
+constexpr std::size_t kMaxTransitionsOfOneAmongMany = kMaxTransitions / 4;
+
 struct Request {
     std::string file;
     std::string vector;
@@ -105,9 +108,10 @@ public:
             return kExitUsage;
         }
         const int status = check_conditions();
-        return status != kExitDone      ? status
-               : request_.wants_files() ? write_files(make_model(*vectors_.front()))
-                                        : draw();
+        return status != kExitDone ? status
+               : request_.wants_files()
+                   ? write_files(make_model(*vectors_.front(), kMaxTransitions))
+                   : draw();
     }
 
 private:
@@ -128,24 +132,38 @@ private:
         return kExitDone;
     }
 
-    WaveModel make_model(KIVO_VECTOR_OBJ& vector) {
+    WaveModel make_model(KIVO_VECTOR_OBJ& vector, std::size_t max_transitions) {
         std::vector<std::string> otherwise;
         for (const std::string& condition : request_.otherwise) {
             otherwise.push_back(join_lines(condition));
         }
-        WaveModel model = make_wave_model(info_, vector, otherwise);
+        WaveModel model = make_wave_model(info_, vector, otherwise, max_transitions);
         for (const std::string& note : model.notes) {
-            terminal_.err.write("kivo: note: " + escape_text(note) + "\n");
+            write_note(note);
         }
         return model;
     }
 
+    void write_note(const std::string& note) {
+        terminal_.err.write("kivo: note: " + escape_text(note) + "\n");
+    }
+
     int draw() {
-        const char* separator = "";
-        for (KIVO_VECTOR_OBJ* vector : vectors_) {
-            terminal_.out.write(separator);
-            terminal_.out.write(render_terminal(make_model(*vector), request_.look, terminal_.out));
-            separator = "\n";
+        const std::size_t limit =
+            vectors_.size() > 1 ? kMaxTransitionsOfOneAmongMany : kMaxTransitions;
+        std::size_t room = kMaxTransitions;
+        std::size_t drawn = 0;
+        for (; drawn < vectors_.size() && room > 0; ++drawn) {
+            const WaveModel model = make_model(*vectors_[drawn], std::min(limit, room));
+            room -= std::min(room, model.transitions);
+            terminal_.out.write(drawn == 0 ? "" : "\n");
+            terminal_.out.write(render_terminal(model, request_.look, terminal_.out));
+        }
+        if (drawn < vectors_.size()) {
+            write_note(fmt::format(
+                "the last {} of {} vectors are left out, since those before them make too many "
+                "transitions; name one to see it",
+                vectors_.size() - drawn, vectors_.size()));
         }
         return kExitDone;
     }
@@ -204,7 +222,30 @@ private:
     std::vector<KIVO_VECTOR_OBJ*> vectors_;
 };
 
+// What is wrong with the paths of the files to be written; empty when nothing is.
+std::string check_outputs(const Request& request) {
+    std::vector<std::string> others;
+    for (const std::string& output : {request.svg, request.vcd, request.gtkw, request.wavejson}) {
+        if (output.empty()) {
+            continue;
+        }
+        if (is_same_file(output, request.file)) {
+            return "'" + output + "' is the description; name another output";
+        }
+        if (std::any_of(others.begin(), others.end(),
+                        [&](const std::string& other) { return is_same_file(output, other); })) {
+            return "'" + output + "' is the file of two outputs; name another for one of them";
+        }
+        others.push_back(output);
+    }
+    return {};
+}
+
 int wave(Terminal& terminal, const Request& request) {
+    if (const std::string problem = check_outputs(request); !problem.empty()) {
+        terminal.report_error(problem);
+        return kExitUsage;
+    }
     Description description(request.file);
     if (!report_loading(terminal, description)) {
         return kExitFailed;
@@ -213,9 +254,14 @@ int wave(Terminal& terminal, const Request& request) {
     return status == kExitDone && description.has_messages() ? kExitMessages : status;
 }
 
+std::string check_file_name(const std::string& name) {
+    return name.empty() ? "the name of a file is missing" : "";
+}
+
 }  // namespace
 
 Command add_wave(CLI::App& program) {
+    const CLI::Validator file_name(check_file_name, "");
     CLI::App* const app = program.add_subcommand("wave", "Draw the waveforms of vectors");
     auto request = std::make_shared<Request>();
     app->add_option("FILE", request->file, "Description file")->required()->type_name("");
@@ -232,13 +278,19 @@ Command add_wave(CLI::App& program) {
                     "Columns of the drawing, 40 to 1000; 100 by default")
         ->type_name("COLUMNS")
         ->check(CLI::Range(40, 1000).description(""));
-    app->add_option("--svg", request->svg, "Write a picture instead")->type_name("OUT");
-    CLI::Option* const vcd =
-        app->add_option("--vcd", request->vcd, "Write a Value Change Dump")->type_name("OUT");
+    app->add_option("--svg", request->svg, "Write a picture instead")
+        ->type_name("OUT")
+        ->check(file_name);
+    CLI::Option* const vcd = app->add_option("--vcd", request->vcd, "Write a Value Change Dump")
+                                 ->type_name("OUT")
+                                 ->check(file_name);
     app->add_option("--gtkw", request->gtkw, "Write a GTKWave save file for the dump")
         ->type_name("OUT")
+        ->check(file_name)
         ->needs(vcd);
-    app->add_option("--wavejson", request->wavejson, "Write WaveJSON")->type_name("OUT");
+    app->add_option("--wavejson", request->wavejson, "Write WaveJSON")
+        ->type_name("OUT")
+        ->check(file_name);
     app->footer(
         "Conditions are not evaluated: of a conditional command the THEN part counts, unless\n"
         "--else names its condition. A file holds one vector.\n"

@@ -310,6 +310,15 @@ TEST(CheckTest, AFormatForProgramsLeavesTheErrorStreamEmpty) {
     }
 }
 
+TEST(CheckTest, TheOutputForProgramsCannotSteerATerminal) {
+    const std::string text = with_sections("<ODD\x7F\xC2\x9B\xE2\x80\xAE\xC3\xA4/>");
+    for (const char* const format : {"json", "sarif"}) {
+        const RunResult run = run_kivo({"check", "--format", format, "-"}, {.input = text});
+        EXPECT_EQ(run.status, 1);
+        EXPECT_TRUE(contains(run.out, "ODD\\u007f\\u009b\\u202e\\u00e4")) << run.out;
+    }
+}
+
 TEST(CheckTest, AFileThatCannotBeReadIsInTheOutputForPrograms) {
     for (const char* const format : {"json", "sarif"}) {
         const RunResult run = run_kivo({"check", "--format", format, "/none_info.xml"});
