@@ -1,6 +1,7 @@
 #include "tools/check/xml_findings.h"
 
 #include <algorithm>
+#include <map>
 #include <optional>
 #include <set>
 #include <string>
@@ -18,17 +19,28 @@ bool has_only_blanks(std::string_view text, std::size_t first, std::size_t secon
     return between.find_first_not_of(" \t\r\n") == std::string_view::npos;
 }
 
+// Where the library has found faults of the XML itself, by file.
+using KnownFaults = std::multimap<std::string, Position>;
+
+KnownFaults known_faults(const std::vector<Finding>& findings) {
+    KnownFaults known;
+    for (const Finding& finding : findings) {
+        if (finding.id == "xml-syntax" && finding.place.start) {
+            known.emplace(finding.place.file, *finding.place.start);
+        }
+    }
+    return known;
+}
+
 // Whether the library has found the same: in the same line, or with nothing but blanks between the
 // two places, as at the end of a file.
-bool is_known(const std::vector<Finding>& findings, const std::string& file, const XmlFault& fault,
+bool is_known(const KnownFaults& known, const std::string& file, const XmlFault& fault,
               const Position& at, const SourceText& source) {
-    return std::any_of(findings.begin(), findings.end(), [&](const Finding& finding) {
-        const std::optional<Position>& start = finding.place.start;
-        if (finding.id != "xml-syntax" || finding.place.file != file || !start) {
-            return false;
-        }
-        const auto offset = source.offset(start->line, start->column);
-        return start->line == at.line ||
+    const auto [first, last] = known.equal_range(file);
+    return std::any_of(first, last, [&](const auto& entry) {
+        const Position& start = entry.second;
+        const auto offset = source.offset(start.line, start.column);
+        return start.line == at.line ||
                (offset && has_only_blanks(source.text(), *offset, fault.begin));
     });
 }
@@ -50,6 +62,7 @@ std::vector<std::string> files_of(const KIVO_INFO& info) {
 
 void append_xml_findings(std::vector<Finding>& findings, const Description& description,
                          Sources& sources) {
+    const KnownFaults known = known_faults(findings);
     for (const std::string& path : files_of(description.info())) {
         const SourceText& source = sources.at(path);
         const std::optional<XmlFault> fault = find_xml_fault(source.text(), source.is_known_utf8());
@@ -63,7 +76,7 @@ void append_xml_findings(std::vector<Finding>& findings, const Description& desc
         const std::string name = path == description.path() ? description.name() : path;
         finding.place = source.place(name, fault->begin, fault->end);
         const Position& start = *finding.place.start;
-        if (!is_known(findings, name, *fault, start, source)) {
+        if (!is_known(known, name, *fault, start, source)) {
             Notes(description, sources).add_to(finding, {path, start.line, start.column});
             findings.push_back(std::move(finding));
         }

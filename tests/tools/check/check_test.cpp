@@ -311,11 +311,12 @@ TEST(CheckTest, AFormatForProgramsLeavesTheErrorStreamEmpty) {
 }
 
 TEST(CheckTest, TheOutputForProgramsCannotSteerATerminal) {
-    const std::string text = with_sections("<ODD\x7F\xC2\x9B\xE2\x80\xAE\xC3\xA4/>");
+    const std::string text = with_sections(
+        "<PARAMETERS><PARAMETER NAME='a' TYPE='\x7F\xC2\x9B\xE2\x80\xAE\xC3\xA4'/></PARAMETERS>");
     for (const char* const format : {"json", "sarif"}) {
         const RunResult run = run_kivo({"check", "--format", format, "-"}, {.input = text});
         EXPECT_EQ(run.status, 1);
-        EXPECT_TRUE(contains(run.out, "ODD\\u007f\\u009b\\u202e\\u00e4")) << run.out;
+        EXPECT_TRUE(contains(run.out, "Parameter type \\u007f\\u009b\\u202e\\u00e4")) << run.out;
     }
 }
 
@@ -515,6 +516,20 @@ TEST(CheckTest, IncludedFilesAreCheckedForStrictXmlOnce) {
     const std::vector<std::string> found = messages_in(run_kivo({"check", outer}).err, inner);
     ASSERT_EQ(found.size(), 1U);
     EXPECT_TRUE(contains(found[0], "2:1: warning: entity \"nbsp\" is not declared")) << found[0];
+}
+
+TEST(CheckTest, WhatTheLibrarySaysOfOneFileHidesNothingInAnother) {
+    const TemporaryFolder folder;
+    const std::string broken = folder.write("broken.xml", "<ROOT><A></B></ROOT>");
+    const std::string loose = folder.write("loose.xml", "<ROOT>a & b</ROOT>");
+    const std::string outer = folder.write(
+        "a_info.xml",
+        with_sections("<INCLUDE FILE='" + broken + "'/><INCLUDE FILE='" + loose + "'/>"));
+    const std::string err = run_kivo({"check", outer}).err;
+    EXPECT_EQ(messages_in(err, broken).size(), 2U) << err;
+    const std::vector<std::string> found = messages_in(err, loose);
+    ASSERT_EQ(found.size(), 1U) << err;
+    EXPECT_TRUE(contains(found[0], "[xml-raw-ampersand]")) << found[0];
 }
 
 TEST(CheckTest, WhatTheLibrarySaysIsNotSaidTwice) {
