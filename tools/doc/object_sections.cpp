@@ -8,6 +8,7 @@
 #include "tools/doc/table.h"
 #include "tools/doc/value_rules.h"
 #include "tools/text_escape.h"
+#include "tools/words.h"
 
 namespace {
 
@@ -38,19 +39,6 @@ std::string value_list(const KIVO_OBJ_INFO& parameter) {
         markup += (markup.empty() ? "" : ", ") + code_cell(value);
     }
     return values.size() > 1 ? markup : std::string();
-}
-
-std::string connection_of(const KIVO_OBJ_INFO& object) {
-    switch (object.cnx_type) {
-        case 0:
-            return "private";
-        case 1:
-            return "constant";
-        case 2:
-            return "used port";
-        default:
-            return "";
-    }
 }
 
 std::string direction_of(const KIVO_OBJ_INFO& port) {
@@ -161,7 +149,7 @@ void write_parameters(HtmlWriter& html, DocSource& source) {
         const bool is_integer = parameter->obj_type == KIVO_OBJ_INTEGER_PARAMETER;
         table.add_row({code_cell(parameter->name), is_integer ? "integer" : "string",
                        code_cell(default_of(*parameter)), value_list(*parameter),
-                       connection_of(*parameter), parameter->is_lpm_hint() ? "yes" : "",
+                       connection_name(parameter->cnx_type), parameter->is_lpm_hint() ? "yes" : "",
                        value_rule_list(*parameter)});
     }
     table.write(html);
@@ -175,7 +163,7 @@ void write_ports(HtmlWriter& html, DocSource& source) {
         table.add_row({code_cell(port->name), direction_of(*port), width_of(*port), usage_of(*port),
                        timing_of(*port), code_cell(port->default_value),
                        code_cell(port->initial_vec_state), probability_of(*port),
-                       connection_of(*port), value_rule_list(*port)});
+                       connection_name(port->cnx_type), value_rule_list(*port)});
     }
     table.write(html);
 }

@@ -8,10 +8,10 @@
 #include <utility>
 #include <vector>
 
-#include "tools/show_parts.h"
 #include "tools/text_escape.h"
 #include "tools/wave/renderers.h"
 #include "tools/wave/time_axis.h"
+#include "tools/words.h"
 
 namespace {
 

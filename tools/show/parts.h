@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <string>
 
 #include "kivo/kivo.h"
@@ -19,12 +18,6 @@ void show_help_text(Page& page, KIVO_INFO& info);
 
 // All that the store holds as one JSON object; docs/show.schema.json says what stands where.
 std::string show_json(KIVO_INFO& info, const std::string& path);
-
-// "10 ns" for 10 in the scale "ns"; the number alone in a scale that is empty or has a number
-// itself.
-std::string with_unit(std::int64_t time, const std::string& scale);
-
-std::string radix_name(DRO_MEMORY_RADIXES radix);
 
 // The pieces of a conditional text, nested ones deeper.
 void show_conditional_text(Page& page, KIVO_CONDITIONAL_TEXT& text, std::size_t indent);

@@ -4,7 +4,7 @@
 #include <utility>
 #include <vector>
 
-#include "tools/show_parts.h"
+#include "tools/show/parts.h"
 
 namespace {
 

@@ -8,8 +8,9 @@
 #include "tools/commands.h"
 #include "tools/exit_status.h"
 #include "tools/load.h"
-#include "tools/show_parts.h"
+#include "tools/show/parts.h"
 #include "tools/text_escape.h"
+#include "tools/words.h"
 
 namespace {
 
@@ -108,11 +109,6 @@ int show(Terminal& terminal, const Options& options) {
 }
 
 }  // namespace
-
-std::string with_unit(std::int64_t time, const std::string& scale) {
-    const bool is_unit = !scale.empty() && scale.find_first_of("0123456789") == std::string::npos;
-    return fmt::format("{}{}", time, is_unit ? ' ' + scale : std::string());
-}
 
 Command add_show(CLI::App& program) {
     CLI::App* const app =

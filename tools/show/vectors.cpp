@@ -2,8 +2,9 @@
 
 #include <string>
 
-#include "tools/show_parts.h"
+#include "tools/show/parts.h"
 #include "tools/text_escape.h"
+#include "tools/words.h"
 
 namespace {
 
@@ -73,26 +74,6 @@ void show_vector(Page& page, KIVO_VECTOR_OBJ& vector, const std::string& scale) 
 }
 
 }  // namespace
-
-std::string radix_name(DRO_MEMORY_RADIXES radix) {
-    switch (radix) {
-        case DRO_RADIX_BINARY:
-            return "binary";
-        case DRO_RADIX_SIGNED:
-            return "signed";
-        case DRO_RADIX_UNSIGNED:
-            return "unsigned";
-        case DRO_RADIX_HEX:
-            return "hexadecimal";
-        case DRO_RADIX_OCTAL:
-            return "octal";
-        case DRO_RADIX_FIXED_POINT:
-            return "fixed point";
-        case DRO_RADIX_NONE:
-            break;
-    }
-    return "as written";
-}
 
 void show_vectors(Page& page, KIVO_INFO& info) {
     info.reset_vector_map();

@@ -4,8 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "tools/show_parts.h"
+#include "tools/show/parts.h"
 #include "tools/text_escape.h"
+#include "tools/words.h"
 
 namespace {
 
@@ -42,19 +43,6 @@ std::string kind_of(KIVO_OBJ_TYPE type) {
             break;
     }
     return "unknown";
-}
-
-std::string connection_of(const KIVO_OBJ_INFO& object) {
-    switch (object.cnx_type) {
-        case 0:
-            return "private";
-        case 1:
-            return "constant";
-        case 2:
-            return "used port";
-        default:
-            return "";
-    }
 }
 
 std::string default_of(const KIVO_OBJ_INFO& object) {
@@ -157,8 +145,8 @@ void show_objects(Page& page, KIVO_INFO& info, const char* title, Filter filter,
 }
 
 std::vector<std::string> parameter_cells(const KIVO_OBJ_INFO& object) {
-    return {object.name,       kind_of(object.obj_type), default_of(object),
-            values_of(object), connection_of(object),    object.is_lpm_hint() ? "yes" : ""};
+    return {object.name,       kind_of(object.obj_type),         default_of(object),
+            values_of(object), connection_name(object.cnx_type), object.is_lpm_hint() ? "yes" : ""};
 }
 
 std::vector<std::string> port_cells(const KIVO_OBJ_INFO& object) {
@@ -171,7 +159,7 @@ std::vector<std::string> port_cells(const KIVO_OBJ_INFO& object) {
             object.default_value,
             object.initial_vec_state,
             probability_of(object),
-            connection_of(object)};
+            connection_name(object.cnx_type)};
 }
 
 std::vector<std::string> hidden_parameter_cells(const KIVO_OBJ_INFO& object) {
@@ -192,7 +180,7 @@ std::vector<std::string> mapped_cells(const KIVO_OBJ_INFO& object) {
             timing_of(object),
             default_of(object),
             values_of(object),
-            connection_of(object)};
+            connection_name(object.cnx_type)};
 }
 
 void show_wizard_map(Page& page, KIVO_WIZARD_MAP& map) {

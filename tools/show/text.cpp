@@ -2,7 +2,7 @@
 #include <string>
 #include <vector>
 
-#include "tools/show_parts.h"
+#include "tools/show/parts.h"
 #include "tools/text_escape.h"
 
 namespace {

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "kivo/kivo.h"
+
+// What the store keeps as numbers, in words for people.
+
+// "10 ns" for 10 in the scale "ns"; the number alone in a scale that is empty or has a number
+// itself.
+std::string with_unit(std::int64_t time, const std::string& scale);
+
+// "hexadecimal" and so on.
+std::string radix_name(DRO_MEMORY_RADIXES radix);
+
+// "private", "constant" or "used port"; empty when no connection was given.
+std::string connection_name(std::int32_t cnx_type);
