@@ -33,8 +33,13 @@ bool MemoryShortage::came() const {
     return !is_short;
 }
 
+// Both forms: what one of them gives is given back by the same operator delete.
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    return refuses() ? nullptr : std::malloc(size == 0 ? 1 : size);
+}
+
 void* operator new(std::size_t size) {
-    void* const memory = refuses() ? nullptr : std::malloc(size == 0 ? 1 : size);
+    void* const memory = operator new(size, std::nothrow);
     if (memory == nullptr) {
         throw std::bad_alloc();
     }
@@ -46,5 +51,9 @@ void operator delete(void* memory) noexcept {
 }
 
 void operator delete(void* memory, std::size_t) noexcept {
+    std::free(memory);
+}
+
+void operator delete(void* memory, const std::nothrow_t&) noexcept {
     std::free(memory);
 }
