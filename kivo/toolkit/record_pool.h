@@ -4,10 +4,9 @@
 
 struct KIVO_RECORD_SLAB;
 
-// Memory for the records of one load, in slabs of many: a load makes thousands of records, and
-// taking each from the heap by itself is what it would spend most time on. A slab is given back
-// when its last record is deleted, whoever does that, in whichever thread, and however long after
-// the load.
+// Memory for the records of one load, in slabs of many: taking each from the heap by itself, and
+// giving it back there, would be a tenth of what a load costs. A slab is given back when its last
+// record is deleted, whoever does that, in whichever thread, and however long after the load.
 class KIVO_RECORD_POOL {
 public:
     // While it exists, the records that its thread makes come from it. Pools may nest.
@@ -30,5 +29,5 @@ private:
     char* free_ = nullptr;  // what is left of the slab
     std::size_t left_ = 0;
     std::size_t records_ = 0;  // taken from the slab
-    std::size_t next_size_;
+    std::size_t next_size_;    // of the next slab
 };
