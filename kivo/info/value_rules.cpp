@@ -122,7 +122,6 @@ std::string implication(std::string_view condition, std::string_view consequence
 }
 
 void read_value_rule(KIVO_OBJ_INFO& object, KIVO_XML_ELEMENT& rule, KIVO_MESSAGE_LIST& messages) {
-    std::string condition(rule.text());
     std::string_view if_text;
     std::string_view then_text;
     std::string_view else_text;
@@ -140,9 +139,9 @@ void read_value_rule(KIVO_OBJ_INFO& object, KIVO_XML_ELEMENT& rule, KIVO_MESSAGE
                      " of VALUE_RULE ");
         }
     }
-    if (!if_text.empty() && !then_text.empty()) {
-        condition = implication(if_text, then_text, else_text);
-    }
+    std::string condition = if_text.empty() || then_text.empty()
+                                ? std::string(rule.text())
+                                : implication(if_text, then_text, else_text);
     if (!condition.empty()) {
         auto element =
             std::make_unique<KIVO_RULE_ELEMENT>("", "", "", KIVO_RULE_REQUIRED, rule.mark());
