@@ -1,7 +1,6 @@
 #include "kivo/toolkit/obj_map.h"
 
 #include <functional>
-#include <string_view>
 #include <utility>
 
 namespace {
@@ -18,12 +17,12 @@ std::uint32_t hash_of(std::string_view key) {
 }
 
 std::uint8_t tag_of(std::uint32_t hash) {
-    return static_cast<std::uint8_t>(0x80 | (hash >> 25));
+    return static_cast<std::uint8_t>(0x80 | ((hash >> 25) ^ (hash & 0xF)));
 }
 
 }  // namespace
 
-std::size_t KIVO_OBJ_MAP::find_bucket(const std::string& key, std::uint32_t hash) const {
+std::size_t KIVO_OBJ_MAP::find_bucket(std::string_view key, std::uint32_t hash) const {
     const std::size_t mask = tags_.size() - 1;
     const std::uint8_t tag = tag_of(hash);
     std::size_t bucket = hash & mask;
@@ -34,9 +33,10 @@ std::size_t KIVO_OBJ_MAP::find_bucket(const std::string& key, std::uint32_t hash
     return bucket;
 }
 
-std::size_t KIVO_OBJ_MAP::find_entry(const std::string& key, std::uint32_t hash) const {
+std::size_t KIVO_OBJ_MAP::find_entry(std::string_view key, std::uint32_t hash,
+                                     std::size_t& bucket) const {
     if (!tags_.empty()) {
-        const std::size_t bucket = find_bucket(key, hash);
+        bucket = find_bucket(key, hash);
         return tags_[bucket] == 0 ? entries_.size() : positions_[bucket];
     }
     std::size_t position = 0;
@@ -69,25 +69,28 @@ void KIVO_OBJ_MAP::grow() {
 }
 
 KIVO_OBJ* KIVO_OBJ_MAP::look_up(const std::string& key) const {
-    const std::size_t position = find_entry(key, hash_of(key));
+    std::size_t bucket = 0;
+    const std::size_t position = find_entry(key, hash_of(key), bucket);
     return position == entries_.size() ? nullptr : entries_[position].object;
 }
 
 KIVO_OBJ*& KIVO_OBJ_MAP::place_of(const std::string& key) {
     const std::uint32_t hash = hash_of(key);
-    const std::size_t position = find_entry(key, hash);
+    std::size_t bucket = 0;
+    const std::size_t position = find_entry(key, hash, bucket);
     if (position != entries_.size()) {
         return entries_[position].object;
     }
     // Half of the buckets stays free, so that every probe ends soon.
     if (position >= kFew && (position + 1) * 2 > tags_.size()) {
         grow();
+        bucket = find_bucket(key, hash);
     }
-    Entry& added = entries_.emplace_back(Entry{key, nullptr, hash});
+    entries_.push_back({key, nullptr, hash});
     if (!tags_.empty()) {
-        enter(find_bucket(key, hash), hash, position);
+        enter(bucket, hash, position);
     }
-    return added.object;
+    return entries_.back().object;
 }
 
 void KIVO_OBJ_MAP::set_at(const std::string& key, KIVO_OBJ* object) {

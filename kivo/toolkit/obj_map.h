@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "kivo/export.h"
@@ -35,9 +36,11 @@ private:
     // Where the key's record is stored, to be written: null for a new key, which is added.
     KIVO_LOCAL KIVO_OBJ*& place_of(const std::string& key);
     // The bucket that holds the key's entry, or the free one where it belongs.
-    KIVO_LOCAL std::size_t find_bucket(const std::string& key, std::uint32_t hash) const;
-    // The position of the key's entry, that behind the last for an unknown key.
-    KIVO_LOCAL std::size_t find_entry(const std::string& key, std::uint32_t hash) const;
+    KIVO_LOCAL std::size_t find_bucket(std::string_view key, std::uint32_t hash) const;
+    // The position of the key's entry, that behind the last for an unknown key. "bucket" becomes
+    // what find_bucket gives, when there are buckets.
+    KIVO_LOCAL std::size_t find_entry(std::string_view key, std::uint32_t hash,
+                                      std::size_t& bucket) const;
     KIVO_LOCAL void enter(std::size_t bucket, std::uint32_t hash, std::size_t position);
     KIVO_LOCAL void grow();
 
