@@ -110,7 +110,7 @@ char* write_utf8(char* to, std::uint32_t code) {
 
 std::optional<TextBuffer> make_text_buffer(std::size_t size) {
     TextBuffer buffer;
-    buffer.data.reset(new (std::nothrow) char[size + 1]);
+    buffer.data.reset(new (std::nothrow) char[size + TextBuffer::kStride]);
     if (buffer.data == nullptr) {
         return std::nullopt;
     }

@@ -7,6 +7,9 @@
 
 // A text in memory of its own with a NUL byte behind it, which is not counted.
 struct TextBuffer {
+    // So many bytes can be read from everywhere in it, also from the NUL on.
+    static constexpr std::size_t kStride = 16;
+
     std::unique_ptr<char[]> data;
     std::size_t size = 0;
 

@@ -1,9 +1,14 @@
 #include "kivo/toolkit/xml_element.h"
 
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
 #include <algorithm>
 #include <bit>
+#include <cstring>
 #include <utility>
 
+#include "kivo/toolkit/encoding.h"
 #include "kivo/toolkit/less_c_string.h"
 #include "kivo/toolkit/strings.h"
 
@@ -13,6 +18,26 @@ namespace {
 template <class Handle>
 bool is_null(const Handle& handle) {
     return std::bit_cast<const void*>(handle) == nullptr;
+}
+
+// What stands from "begin", a place in the buffer of the document, up to the next NUL.
+std::string_view view_to_nul(const char* begin) {
+#if defined(__SSE2__)
+    // Most names and values are so short that a call of strlen costs more than what it does.
+    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(begin));
+    const int nuls = _mm_movemask_epi8(_mm_cmpeq_epi8(bytes, _mm_setzero_si128()));
+    if (nuls != 0) {
+        return {begin, static_cast<std::size_t>(std::countr_zero(static_cast<unsigned>(nuls)))};
+    }
+    return {begin, TextBuffer::kStride + std::strlen(begin + TextBuffer::kStride)};
+#else
+    return begin;
+#endif
+}
+
+// A node's name or value stands in the buffer of the document when it has one, else anywhere.
+std::string_view view_of(const char* parsed) {
+    return *parsed == '\0' ? std::string_view(parsed, 0) : view_to_nul(parsed);
 }
 
 bool is_blank(std::string_view text) {
@@ -26,21 +51,19 @@ bool comes_before(const KIVO_XML_ATTRIBUTE& left, const KIVO_XML_ATTRIBUTE& righ
 // Puts the attribute behind all that do not come after it; one of the same name takes its value.
 // False when there was one.
 bool insert_in_order(std::vector<KIVO_XML_ATTRIBUTE>& sorted, const KIVO_XML_ATTRIBUTE& added) {
-    sorted.push_back(added);
-    for (auto place = sorted.end() - 1; place != sorted.begin(); --place) {
-        const auto before = place - 1;
-        const int order = LESS_C_STRING::compare(before->name, added.name);
+    auto place = sorted.end();
+    for (; place != sorted.begin(); --place) {
+        KIVO_XML_ATTRIBUTE& before = *(place - 1);
+        const int order = LESS_C_STRING::compare(before.name, added.name);
         if (order == 0) {
-            before->value = added.value;
-            sorted.erase(place);
+            before.value = added.value;
             return false;
         }
         if (order < 0) {
             break;
         }
-        *place = *before;
-        *before = added;
     }
+    sorted.insert(place, added);
     return true;
 }
 
@@ -64,7 +87,7 @@ bool sort_and_merge(std::vector<KIVO_XML_ATTRIBUTE>& attributes) {
 
 std::string_view KIVO_XML_ELEMENT::text() {
     // The parser keeps a first run of text in the element itself.
-    std::string_view first = node_.value();
+    std::string_view first = view_of(node_.value());
     const pugi::xml_node first_child = node_.first_child();
     if (is_null(first_child)) {
         is_walked_ = true;
@@ -78,7 +101,7 @@ std::string_view KIVO_XML_ELEMENT::text() {
     first = counts(first) ? first : std::string_view();
     for (pugi::xml_node child = first_child; !is_null(child); child = child.next_sibling()) {
         const std::string_view run =
-            child.type() == pugi::node_element ? std::string_view() : child.value();
+            child.type() == pugi::node_element ? std::string_view() : view_of(child.value());
         if (!counts(run)) {
             continue;
         }
@@ -104,15 +127,15 @@ const std::vector<KIVO_XML_ATTRIBUTE>& KIVO_XML_ELEMENT::attributes() {
     attributes_are_read_ = true;
     attributes_.clear();
     bool all_differ = true;
-    pugi::xml_attribute attribute = node_.first_attribute();
-    // No attribute has an empty name but the one behind the last.
-    for (const char* name = attribute.name(); *name != '\0'; name = attribute.name()) {
+    for (pugi::xml_attribute attribute = node_.first_attribute(); !is_null(attribute);
+         attribute = attribute.next_attribute()) {
+        const KIVO_XML_ATTRIBUTE read{view_to_nul(attribute.name()),
+                                      view_to_nul(attribute.value())};
         if (attributes_.size() < kMostForInsertion) {
-            all_differ &= insert_in_order(attributes_, {name, attribute.value()});
+            all_differ &= insert_in_order(attributes_, read);
         } else {
-            attributes_.push_back({name, attribute.value()});
+            attributes_.push_back(read);
         }
-        attribute = attribute.next_attribute();
     }
     if (attributes_.size() > kMostForInsertion) {
         all_differ &= sort_and_merge(attributes_);
@@ -123,7 +146,7 @@ const std::vector<KIVO_XML_ATTRIBUTE>& KIVO_XML_ELEMENT::attributes() {
     return attributes_;
 }
 
-void KIVO_XML_ELEMENT::be_at(pugi::xml_node node, const char* tag_name) {
+void KIVO_XML_ELEMENT::be_at(pugi::xml_node node, std::string_view tag_name) {
     node_ = node;
     tag_name_ = tag_name;
     attributes_are_read_ = false;
@@ -131,9 +154,14 @@ void KIVO_XML_ELEMENT::be_at(pugi::xml_node node, const char* tag_name) {
     is_walked_ = false;
 }
 
+bool KIVO_XML_ELEMENT::has_several_attributes() const {
+    const pugi::xml_attribute first = node_.first_attribute();
+    return !is_null(first) && !is_null(first.next_attribute());
+}
+
 // Has what nobody asked for looked at.
 void KIVO_XML_ELEMENT::leave() {
-    if (!attributes_are_read_ && !is_null(node_.first_attribute().next_attribute())) {
+    if (!attributes_are_read_ && has_several_attributes()) {
         find_repeated_attributes(node_, document_->text_, document_->repeated_attributes_);
     }
     if (!is_walked_ && !is_null(node_.first_child())) {
@@ -144,23 +172,20 @@ void KIVO_XML_ELEMENT::leave() {
 }
 
 KIVO_XML_ELEMENT* KIVO_XML_ELEMENT::stand_on(pugi::xml_node child) {
-    // Only an element has a name.
-    const char* name = child.name();
-    while (*name == '\0' && !is_null(child)) {
-        child = child.next_sibling();
-        name = child.name();
+    for (; !is_null(child); child = child.next_sibling()) {
+        // Only an element has a name.
+        if (const std::string_view name = view_of(child.name()); !name.empty()) {
+            if (below_ == nullptr) {
+                below_ = document_->add_element();
+            }
+            below_->be_at(child, name);
+            is_in_walk_ = true;
+            return below_;
+        }
     }
-    child_ = child;
-    is_in_walk_ = !is_null(child);
-    if (!is_in_walk_) {
-        is_walked_ = true;
-        return nullptr;
-    }
-    if (below_ == nullptr) {
-        below_ = document_->add_element();
-    }
-    below_->be_at(child, name);
-    return below_;
+    is_in_walk_ = false;
+    is_walked_ = true;
+    return nullptr;
 }
 
 KIVO_XML_ELEMENT* KIVO_XML_ELEMENT::get_first_sub_element() {
@@ -171,7 +196,7 @@ KIVO_XML_ELEMENT* KIVO_XML_ELEMENT::get_next_sub_element() {
     if (!is_in_walk_) {
         return nullptr;
     }
-    const pugi::xml_node passed = child_;
+    const pugi::xml_node passed = below_->node_;
     const pugi::xml_node next = passed.next_sibling();
     below_->leave();
     if (is_section_ && document_->may_release()) {
@@ -193,7 +218,7 @@ KIVO_XML_ELEMENT* KIVO_XML_DOCUMENT::stand_on_root(pugi::xml_node root, const ch
     text_ = text;
     file_ = file;
     KIVO_XML_ELEMENT* element = add_element();
-    element->be_at(root, root.name());
+    element->be_at(root, view_of(root.name()));
     return element;
 }
 

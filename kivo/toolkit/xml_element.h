@@ -49,14 +49,14 @@ public:
 private:
     friend class KIVO_XML_DOCUMENT;
 
-    void be_at(pugi::xml_node node, const char* tag_name);
+    void be_at(pugi::xml_node node, std::string_view tag_name);
     KIVO_XML_ELEMENT* stand_on(pugi::xml_node child);
+    bool has_several_attributes() const;
     void leave();
 
     KIVO_XML_DOCUMENT* document_ = nullptr;
-    KIVO_XML_ELEMENT* below_ = nullptr;  // that of the next depth, null until a walk reached it
+    KIVO_XML_ELEMENT* below_ = nullptr;  // the sub-element of the walk, null before the first walk
     pugi::xml_node node_;
-    pugi::xml_node child_;  // the sub-element of the walk
     std::string_view tag_name_;
     bool is_section_ = false;
     bool attributes_are_read_ = false;
