@@ -16,6 +16,9 @@ std::uint32_t hash_of(std::string_view key) {
     return static_cast<std::uint32_t>(stem ^ (stem >> 32)) << 4 | last;
 }
 
+// Where a name goes when its bucket is taken: neighbours of the name that has it are passed over.
+constexpr std::size_t kStep = 17;
+
 std::uint8_t tag_of(std::uint32_t hash) {
     return static_cast<std::uint8_t>(0x80 | ((hash >> 25) ^ (hash & 0xF)));
 }
@@ -28,7 +31,7 @@ std::size_t KIVO_OBJ_MAP::find_bucket(std::string_view key, std::uint32_t hash) 
     std::size_t bucket = hash & mask;
     while (tags_[bucket] != 0 &&
            (tags_[bucket] != tag || entries_[positions_[bucket]].key != key)) {
-        bucket = (bucket + 1) & mask;
+        bucket = (bucket + kStep) & mask;
     }
     return bucket;
 }
@@ -62,7 +65,7 @@ void KIVO_OBJ_MAP::grow() {
         const std::uint32_t hash = entries_[position].hash;
         std::size_t bucket = hash & (size - 1);
         while (tags_[bucket] != 0) {
-            bucket = (bucket + 1) & (size - 1);
+            bucket = (bucket + kStep) & (size - 1);
         }
         enter(bucket, hash, position);
     }
