@@ -107,6 +107,13 @@ void register_load_size(const Settings& settings, Results& results, std::size_t 
                              compare(state, load_and_destroy_all(path), pugixml_work(*text), batch),
                              "");
         });
+    const auto visit = timed([path] { visit_with_pugixml(path); });
+    register_rounds(("parse and visit " + format_size(text->size())).c_str(), rounds,
+                    [=, &results](benchmark::State& state) {
+                        results.add_cost(
+                            "parse and visit " + format_size(text->size()) + ", no store",
+                            "pugixml", compare(state, visit, pugixml_work(*text), batch), "");
+                    });
     for (const Peer& peer : kPeers) {
         const auto parse = timed([text, peer] { peer.parse(*text); });
         register_rounds(
