@@ -126,6 +126,23 @@ TEST(ObjMap, does_not_own_what_it_holds) {
     EXPECT_EQ(deaths, 0);
 }
 
+TEST(ObjMap, keeps_names_apart_that_differ_in_their_last_character_or_share_it) {
+    std::vector<KIVO_OBJ> objects(4000);
+    KIVO_OBJ_MAP map;
+    const auto name = [](std::size_t i) {
+        return i < 2000 ? "N" + std::to_string(i) : std::to_string(i) + "_N";
+    };
+    for (std::size_t i = 0; i < objects.size(); ++i) {
+        map.set_at(name(i), &objects[i]);
+    }
+    for (std::size_t i = 0; i < objects.size(); ++i) {
+        ASSERT_EQ(map.look_up(name(i)), &objects[i]) << name(i);
+    }
+    EXPECT_EQ(map.look_up("N2000"), nullptr);
+    EXPECT_EQ(map.look_up("1999_N"), nullptr);
+    EXPECT_EQ(keys_of(map).size(), objects.size());
+}
+
 TEST(ObjMap, keeps_every_one_of_many_entries) {
     constexpr int kCount = 100000;
     std::vector<KIVO_OBJ> objects(kCount);

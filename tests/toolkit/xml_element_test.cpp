@@ -42,6 +42,28 @@ TEST(XmlElement, tag_name_keeps_its_case) {
     EXPECT_EQ(parsed.root->tag_name(), "RoOt");
 }
 
+TEST(XmlElement, names_and_texts_of_every_length_are_whole) {
+    for (std::size_t length = 1; length <= 50; ++length) {
+        const std::string word(length, 'w');
+        ParsedText parsed("<" + word + " " + word + "='" + word + "'>" + word + "</" + word + ">");
+        ASSERT_TRUE(parsed.is_parsed) << length;
+        EXPECT_EQ(parsed.root->tag_name(), word);
+        EXPECT_EQ(attributes_of(*parsed.root), Texts{word + "=" + word});
+        EXPECT_EQ(parsed.root->text(), word);
+    }
+}
+
+TEST(XmlElement, short_name_at_the_end_of_the_document_is_whole) {
+    ParsedText parsed("<r a=''><e b='1'/><f/></r>");
+    KIVO_XML_ELEMENT* const first = parsed.root->get_first_sub_element();
+    ASSERT_NE(first, nullptr);
+    EXPECT_EQ(attributes_of(*first), Texts{"b=1"});
+    KIVO_XML_ELEMENT* const last = parsed.root->get_next_sub_element();
+    ASSERT_NE(last, nullptr);
+    EXPECT_EQ(last->tag_name(), "f");
+    EXPECT_EQ(attributes_of(*parsed.root), Texts{"a="});
+}
+
 TEST(XmlElement, text_is_character_data_and_cdata_joined_in_document_order) {
     EXPECT_EQ(root_text("<A>one</A>"), "one");
     EXPECT_EQ(root_text("<A><![CDATA[one]]></A>"), "one");
