@@ -10,12 +10,6 @@
 namespace {
 
 template <class Record>
-Record* next_entry(KIVO_OBJ_MAP& map) {
-    std::string key;
-    return dynamic_cast<Record*>(map.get_next_entry(key));
-}
-
-template <class Record>
 Record* find_or_add(KIVO_OBJ_MAP& map, const std::string& name) {
     if (KIVO_OBJ* found = map.look_up(name)) {
         return dynamic_cast<Record*>(found);
@@ -83,7 +77,7 @@ void KIVO_INFO::reset_kivo_obj_map() {
 }
 
 KIVO_OBJ_INFO* KIVO_INFO::get_next_kivo_obj() {
-    return next_entry<KIVO_OBJ_INFO>(object_map);
+    return dynamic_cast<KIVO_OBJ_INFO*>(object_map.get_next_object());
 }
 
 std::map<std::string, KIVO_OBJ_INFO*, LESS_C_STRING> KIVO_INFO::get_sorted_obj_map() {
@@ -124,7 +118,7 @@ void KIVO_INFO::reset_vector_map() {
 }
 
 KIVO_VECTOR_OBJ* KIVO_INFO::get_next_vector_obj() {
-    return next_entry<KIVO_VECTOR_OBJ>(vector_map);
+    return dynamic_cast<KIVO_VECTOR_OBJ*>(vector_map.get_next_object());
 }
 
 KIVO_WIZARD_MAP* KIVO_INFO::add_wizard_map(const std::string& name) {
@@ -136,7 +130,7 @@ void KIVO_INFO::reset_wizard_map_map() {
 }
 
 KIVO_WIZARD_MAP* KIVO_INFO::get_next_wizard_map() {
-    return next_entry<KIVO_WIZARD_MAP>(wizard_map_map);
+    return dynamic_cast<KIVO_WIZARD_MAP*>(wizard_map_map.get_next_object());
 }
 
 void KIVO_INFO::retire(KIVO_OBJ* replaced) {

@@ -105,10 +105,12 @@ void KIVO_OBJ_MAP::reset() {
 }
 
 KIVO_OBJ* KIVO_OBJ_MAP::get_next_entry(std::string& key) {
-    if (cursor_ >= entries_.size()) {
-        return nullptr;
+    if (cursor_ < entries_.size()) {
+        key = entries_[cursor_].key;
     }
-    const Entry& entry = entries_[cursor_++];
-    key = entry.key;
-    return entry.object;
+    return get_next_object();
+}
+
+KIVO_OBJ* KIVO_OBJ_MAP::get_next_object() {
+    return cursor_ < entries_.size() ? entries_[cursor_++].object : nullptr;
 }

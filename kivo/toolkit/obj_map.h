@@ -33,6 +33,8 @@ private:
         std::uint32_t hash;
     };
 
+    // Like get_next_entry, for who does not ask for keys.
+    KIVO_LOCAL KIVO_OBJ* get_next_object();
     // Where the key's record is stored, to be written: null for a new key, which is added.
     KIVO_LOCAL KIVO_OBJ*& place_of(const std::string& key);
     // The bucket that holds the key's entry, or the free one where it belongs.
