@@ -3,21 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 
-namespace {
-
-constexpr std::string_view kBlanks = " \t\r\n";
-
-std::string_view taken_until(std::string_view& rest, std::string_view ends) {
-    const std::string_view taken = rest.substr(0, rest.find_first_of(ends));
-    rest.remove_prefix(taken.size());
-    return taken;
-}
-
-void skip_blanks(std::string_view& rest) {
-    rest.remove_prefix(std::min(rest.find_first_not_of(kBlanks), rest.size()));
-}
-
-}  // namespace
+#include "tools/check/text_steps.h"
 
 StartTag::StartTag(std::string_view source) : rest_(source) {
     if (!rest_.empty() && rest_.front() == '<') {

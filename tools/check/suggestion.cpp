@@ -5,13 +5,12 @@
 #include <vector>
 
 #include "tools/check/start_tag.h"
+#include "tools/check/text_steps.h"
 #include "tools/near_word.h"
 
 namespace {
 
 using Words = std::vector<std::string_view>;
-
-constexpr std::string_view kBlanks = " \t\r\n";
 
 struct Message {
     std::string_view text;
@@ -32,16 +31,6 @@ struct Row {
     Words known;
     std::size_t most_edits = 1;
 };
-
-std::string_view taken_until(std::string_view& rest, std::string_view ends) {
-    const std::string_view taken = rest.substr(0, rest.find_first_of(ends));
-    rest.remove_prefix(taken.size());
-    return taken;
-}
-
-void skip_blanks(std::string_view& rest) {
-    rest.remove_prefix(std::min(rest.find_first_not_of(kBlanks), rest.size()));
-}
 
 Words words_of(std::string_view text, std::size_t most) {
     Words words;
