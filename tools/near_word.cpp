@@ -2,11 +2,9 @@
 
 #include <algorithm>
 
-namespace {
+#include "kivo/kivo.h"
 
-char to_lower(char letter) {
-    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-}
+namespace {
 
 bool is_known(std::string_view word, const std::vector<std::string_view>& known) {
     return std::find(known.begin(), known.end(), word) != known.end();
@@ -41,8 +39,7 @@ std::size_t edit_distance(std::string_view first, std::string_view second) {
 }
 
 bool equals_but_for_case(std::string_view first, std::string_view second) {
-    return std::equal(first.begin(), first.end(), second.begin(), second.end(),
-                      [](char a, char b) { return to_lower(a) == to_lower(b); });
+    return LESS_C_STRING::compare(first, second) == 0;
 }
 
 std::string_view nearest_word(std::string_view word, const std::vector<std::string_view>& known,

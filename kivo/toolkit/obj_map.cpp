@@ -17,8 +17,10 @@ std::uint32_t hash_of(std::string_view key) {
 }
 
 // Where a name goes when its bucket is taken: neighbours of the name that has it are passed over.
+// Odd, so that the steps lead to every bucket.
 constexpr std::size_t kStep = 17;
 
+// Of neighbours, all but what their last characters differ in is the same.
 std::uint8_t tag_of(std::uint32_t hash) {
     return static_cast<std::uint8_t>(0x80 | ((hash >> 25) ^ (hash & 0xF)));
 }

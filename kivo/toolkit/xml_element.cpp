@@ -129,6 +129,7 @@ const std::vector<KIVO_XML_ATTRIBUTE>& KIVO_XML_ELEMENT::attributes() {
     bool all_differ = true;
     for (pugi::xml_attribute attribute = node_.first_attribute(); !is_null(attribute);
          attribute = attribute.next_attribute()) {
+        // Both stand in the buffer: a value that is empty ends where it begins.
         const KIVO_XML_ATTRIBUTE read{view_to_nul(attribute.name()),
                                       view_to_nul(attribute.value())};
         if (attributes_.size() < kMostForInsertion) {

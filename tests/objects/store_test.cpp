@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "kivo/toolkit/record_pool.h"
 #include "tests/support/description.h"
 
 namespace {
@@ -327,6 +328,29 @@ TEST(Store, detached_objects_are_deleted_exactly_once_though_copies_share_them) 
 
     info.delete_detached_objects();
     EXPECT_EQ(rules, 4);
+}
+
+TEST(Store, detached_objects_are_deleted_exactly_once_in_whatever_order_they_lie_in_memory) {
+    constexpr int kRules = 5000;
+    int deaths = 0;
+    KIVO_INFO info;
+    std::vector<KIVO_RULE_ELEMENT*> rules;
+    {
+        const KIVO_RECORD_POOL pool;
+        for (int i = 0; i < kRules; ++i) {
+            rules.push_back(new Counted<KIVO_RULE_ELEMENT>(&deaths));
+        }
+    }
+    KIVO_OBJ_INFO* const forwards = info.add_kivo_object("a", KIVO_OBJ_INPUT_PORT);
+    KIVO_OBJ_INFO* const mixed = info.add_kivo_object("b", KIVO_OBJ_INPUT_PORT);
+    for (std::size_t i = 0; i < rules.size(); ++i) {
+        forwards->add_rule(rules[i]);
+        mixed->add_rule(rules[i * 7919 % rules.size()]);
+    }
+    info.message_list.add_at_tail(rules[1234]);
+
+    info.delete_detached_objects();
+    EXPECT_EQ(deaths, kRules - 1);
 }
 
 TEST(Store, what_the_store_owns_is_not_detached) {

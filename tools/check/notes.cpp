@@ -28,59 +28,9 @@ std::string object_name(const std::string& text, std::string_view behind) {
                : text.substr(kBefore.size(), end - kBefore.size());
 }
 
-bool is_blank(char letter) {
-    return letter == ' ' || letter == '\t' || letter == '\n' || letter == '\r';
-}
-
-// The attributes of a start tag, one after the other.
-class AttributeWalk {
-public:
-    // "at" is behind the "<".
-    AttributeWalk(std::string_view text, std::size_t at) : text_(text), at_(end_of_name(text, at)) {
-        skip_blanks();
-    }
-
-    // The offset of the name of the attribute at hand.
-    std::size_t at() const { return at_; }
-    std::string_view name() const { return text_.substr(at_, end_of_name(text_, at_) - at_); }
-
-    // False when what is at hand is no attribute.
-    bool advance() {
-        std::size_t next = end_of_name(text_, at_);
-        if (next == at_) {
-            return false;
-        }
-        at_ = next;
-        skip_blanks();
-        const bool has_value = at_ < text_.size() && text_[at_] == '=';
-        at_ += has_value ? 1 : 0;
-        skip_blanks();
-        if (!has_value || at_ >= text_.size() || (text_[at_] != '"' && text_[at_] != '\'')) {
-            return false;
-        }
-        next = text_.find(text_[at_], at_ + 1);
-        if (next == std::string_view::npos) {
-            return false;
-        }
-        at_ = next + 1;
-        skip_blanks();
-        return true;
-    }
-
-private:
-    void skip_blanks() {
-        while (at_ < text_.size() && is_blank(text_[at_])) {
-            ++at_;
-        }
-    }
-
-    std::string_view text_;
-    std::size_t at_;
-};
-
 // The first attribute of the same name in the tag of the attribute at "second". The "<" before it
-// may stand in a value; then the walk misses the attribute, or meets it before any other of its
-// name.
+// may stand in a value; then what seems to be its tag holds a quote, or the walk misses the
+// attribute or meets it before any other of its name.
 std::optional<std::size_t> find_first_attribute(std::string_view text, std::size_t second) {
     const std::size_t from = second > kLongestWalk ? second - kLongestWalk : 0;
     const std::size_t tag = text.substr(from, second - from).rfind('<');
@@ -89,16 +39,20 @@ std::optional<std::size_t> find_first_attribute(std::string_view text, std::size
     }
     const std::string_view name = text.substr(second, end_of_name(text, second) - second);
     std::optional<std::size_t> first;
-    AttributeWalk walk(text, from + tag + 1);
-    while (walk.at() < second) {
-        if (!first && walk.name() == name) {
-            first = walk.at();
+    StartTag walk(text.substr(from + tag));
+    if (walk.name().find_first_of("'\"") != std::string_view::npos) {
+        return std::nullopt;
+    }
+    for (Attribute attribute; walk.next(attribute);) {
+        const auto at = static_cast<std::size_t>(attribute.name.data() - text.data());
+        if (at >= second) {
+            return at == second ? first : std::nullopt;
         }
-        if (!walk.advance()) {
-            return std::nullopt;
+        if (!first && attribute.name == name) {
+            first = at;
         }
     }
-    return walk.at() == second ? first : std::nullopt;
+    return std::nullopt;
 }
 
 std::optional<Note> first_attribute(const Finding& finding, const KIVO_PLACE& told,

@@ -17,17 +17,12 @@ bool is_comparable(std::string_view name) {
 }
 
 bool is_of(ObjectNames::Kind kind, KIVO_OBJ_TYPE type) {
-    const bool is_parameter =
-        type == KIVO_OBJ_INTEGER_PARAMETER || type == KIVO_OBJ_STRING_PARAMETER;
-    const bool is_port = type >= KIVO_OBJ_INPUT_PORT && type <= KIVO_OBJ_BURIED_PORT;
-    return kind == ObjectNames::Kind::kParameters ? is_parameter : is_port;
+    return kind == ObjectNames::Kind::kParameters ? kivo_is_parameter(type) : kivo_is_port(type);
 }
 
 std::vector<std::size_t> keys_of(std::string_view name) {
     std::string lower(name);
-    for (char& letter : lower) {
-        letter = letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-    }
+    std::transform(lower.begin(), lower.end(), lower.begin(), LESS_C_STRING::fold);
     const std::hash<std::string> hash;
     std::vector<std::size_t> keys = {hash(lower)};
     for (std::size_t at = 0; at < lower.size(); ++at) {

@@ -10,6 +10,7 @@
 #include <new>
 #include <set>
 
+#include "kivo/kivo.h"
 #include "tools/check/source_text.h"
 #include "tools/text_escape.h"
 
@@ -41,13 +42,9 @@ void note_element(void* data, const XML_Char*, const XML_Char**) {
 // A handler for all the rest keeps the parser from expanding entities in texts.
 void pass_over(void*, const XML_Char*, int) {}
 
-char to_lower(char letter) {
-    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-}
-
 void note_encoding(void* data, const XML_Char*, const XML_Char* encoding, int) {
     std::string name = encoding == nullptr ? "utf-8" : encoding;
-    std::transform(name.begin(), name.end(), name.begin(), to_lower);
+    std::transform(name.begin(), name.end(), name.begin(), LESS_C_STRING::fold);
     static_cast<Course*>(data)->is_utf8 = name == "utf-8";
 }
 
@@ -93,7 +90,7 @@ XML_Error parse(XML_Parser parser, std::string_view text) {
 std::uint32_t digits_value(std::string_view digits, std::uint32_t base) {
     std::uint32_t value = 0;
     for (const char digit : digits) {
-        const auto lower = static_cast<std::uint32_t>(to_lower(digit));
+        const auto lower = std::uint32_t{LESS_C_STRING::fold(digit)};
         value = value * base + (lower >= 'a' ? lower - 'a' + 10 : lower - '0');
         value = std::min(value, 0x110000U);
     }

@@ -9,6 +9,7 @@
 
 #include "tools/check/library_findings.h"
 #include "tools/check/notes.h"
+#include "tools/check/text_steps.h"
 #include "tools/check/xml_fault.h"
 
 namespace {
@@ -16,7 +17,7 @@ namespace {
 bool has_only_blanks(std::string_view text, std::size_t first, std::size_t second) {
     const auto [begin, end] = std::minmax(first, second);
     const std::string_view between = text.substr(begin, end - begin);
-    return between.find_first_not_of(" \t\r\n") == std::string_view::npos;
+    return between.find_first_not_of(kBlanks) == std::string_view::npos;
 }
 
 // Where the library has found faults of the XML itself, by file.

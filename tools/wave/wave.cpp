@@ -42,9 +42,7 @@ bool is_utf8_locale() {
             continue;
         }
         std::string name = value;
-        std::transform(name.begin(), name.end(), name.begin(), [](char letter) {
-            return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-        });
+        std::transform(name.begin(), name.end(), name.begin(), LESS_C_STRING::fold);
         return name.find("utf-8") != std::string::npos || name.find("utf8") != std::string::npos;
     }
     return false;
