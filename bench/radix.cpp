@@ -1,4 +1,4 @@
-#include "kivo/toolkit/radix.h"
+#include "kivo/toolkit/radix/radix.h"
 
 #include <cstring>
 

@@ -4,7 +4,7 @@
 #include <utility>
 #include <vector>
 
-#include "kivo/info/reader.h"
+#include "kivo/info/internal/reader.h"
 
 namespace {
 

@@ -2,8 +2,8 @@
 #include <utility>
 
 #include "kivo/objects/info.h"
-#include "kivo/objects/loaded.h"
-#include "kivo/objects/message.h"
+#include "kivo/objects/internal/loaded.h"
+#include "kivo/objects/internal/message.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
-#include "kivo/info/reader.h"
-#include "kivo/toolkit/strings.h"
+#include "kivo/info/internal/reader.h"
+#include "kivo/toolkit/internal/text_view.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "kivo/info/reader.h"
+#include "kivo/info/internal/reader.h"
 #include "kivo/objects/conditional_text.h"
 #include "kivo/objects/text_obj.h"
 

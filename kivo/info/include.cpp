@@ -1,9 +1,9 @@
-#include "kivo/info/include.h"
+#include "kivo/info/internal/include.h"
 
 #include <vector>
 
-#include "kivo/info/reader.h"
-#include "kivo/toolkit/strings.h"
+#include "kivo/info/internal/reader.h"
+#include "kivo/toolkit/internal/text_view.h"
 
 void KIVO_INFO::process_include_info(KIVO_XML_ELEMENT& section,
                                      std::vector<KIVO_INCLUDE>& includes) {

@@ -2,15 +2,15 @@
 #include <utility>
 #include <vector>
 
-#include "kivo/info/include.h"
-#include "kivo/info/reader.h"
+#include "kivo/info/internal/include.h"
+#include "kivo/info/internal/reader.h"
 #include "kivo/objects/info.h"
-#include "kivo/objects/loaded.h"
+#include "kivo/objects/internal/loaded.h"
 #include "kivo/toolkit/files.h"
-#include "kivo/toolkit/input_source.h"
-#include "kivo/toolkit/record_pool.h"
+#include "kivo/toolkit/records/internal/record_pool.h"
 #include "kivo/toolkit/strings.h"
-#include "kivo/toolkit/xml_parser.h"
+#include "kivo/toolkit/xml/internal/input_source.h"
+#include "kivo/toolkit/xml/internal/xml_parser.h"
 
 // Loads one file and everything that it includes. The files being loaded form a chain that is kept
 // here and not on the stack: a host may call from a thread with a small one.

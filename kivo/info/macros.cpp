@@ -1,4 +1,4 @@
-#include "kivo/info/reader.h"
+#include "kivo/info/internal/reader.h"
 
 void KIVO_INFO::process_macros(KIVO_XML_ELEMENT& section) {
     for (KIVO_XML_ELEMENT& element : section.sub_elements()) {

@@ -1,6 +1,6 @@
 #include <memory>
 
-#include "kivo/info/reader.h"
+#include "kivo/info/internal/reader.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 #include <memory>
 #include <utility>
 
-#include "kivo/info/reader.h"
+#include "kivo/info/internal/reader.h"
 
 namespace {
 

@@ -4,8 +4,8 @@
 #include <string>
 
 #include "kivo/export.h"
-#include "kivo/toolkit/obj.h"
-#include "kivo/toolkit/obj_list.h"
+#include "kivo/toolkit/records/obj.h"
+#include "kivo/toolkit/records/obj_list.h"
 
 // A sequence of text pieces, or one piece of such a sequence. Of a piece, the host shows then_sub
 // (a sequence) or else then_text when "condition" holds or is empty, and else_sub or else_text

@@ -4,8 +4,8 @@
 #include <vector>
 
 #include "kivo/objects/info.h"
+#include "kivo/objects/vector_obj.h"
 #include "kivo/objects/wizard_map.h"
-#include "kivo/vectors/vector_obj.h"
 
 namespace {
 

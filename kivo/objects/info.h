@@ -11,9 +11,9 @@
 #include "kivo/export.h"
 #include "kivo/objects/obj_info.h"
 #include "kivo/toolkit/less_c_string.h"
-#include "kivo/toolkit/obj_list.h"
-#include "kivo/toolkit/obj_map.h"
 #include "kivo/toolkit/place.h"
+#include "kivo/toolkit/records/obj_list.h"
+#include "kivo/toolkit/records/obj_map.h"
 
 class KIVO_CONDITIONAL_TEXT;
 class KIVO_RULE_ELEMENT;

@@ -6,9 +6,9 @@
 #include "kivo/export.h"
 #include "kivo/objects/rule_element.h"
 #include "kivo/objects/usage_state.h"
-#include "kivo/toolkit/obj.h"
-#include "kivo/toolkit/obj_list.h"
 #include "kivo/toolkit/place.h"
+#include "kivo/toolkit/records/obj.h"
+#include "kivo/toolkit/records/obj_list.h"
 
 enum KIVO_OBJ_TYPE : std::int32_t {
     KIVO_OBJ_HIDDEN_PARAMETER = 0,

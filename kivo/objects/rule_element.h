@@ -5,8 +5,8 @@
 #include <string_view>
 
 #include "kivo/export.h"
-#include "kivo/toolkit/obj.h"
 #include "kivo/toolkit/place.h"
+#include "kivo/toolkit/records/obj.h"
 
 // What rule_kind says of a rule element.
 enum KIVO_RULE_KIND : std::int32_t {

@@ -1,11 +1,11 @@
 #include <utility>
 
 #include "kivo/objects/info.h"
-#include "kivo/objects/loaded.h"
-#include "kivo/objects/message.h"
+#include "kivo/objects/internal/loaded.h"
+#include "kivo/objects/internal/message.h"
 #include "kivo/objects/text_obj.h"
+#include "kivo/objects/vector_obj.h"
 #include "kivo/objects/wizard_map.h"
-#include "kivo/vectors/vector_obj.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include <string>
 
 #include "kivo/export.h"
-#include "kivo/toolkit/obj.h"
+#include "kivo/toolkit/records/obj.h"
 
 class KIVO_CONDITIONAL_TEXT;
 

@@ -5,8 +5,8 @@
 #include "kivo/export.h"
 #include "kivo/objects/obj_info.h"
 #include "kivo/objects/rule_element.h"
-#include "kivo/toolkit/obj.h"
-#include "kivo/toolkit/obj_map.h"
+#include "kivo/toolkit/records/obj.h"
+#include "kivo/toolkit/records/obj_map.h"
 
 // How the parameters and ports of one wizard are mapped onto a module.
 class KIVO_API KIVO_WIZARD_MAP : public KIVO_OBJ {

@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "kivo/objects/rule_element.h"
-#include "kivo/vectors/stimulus_syntax.h"
+#include "kivo/vectors/internal/stimulus_syntax.h"
 
 namespace {
 

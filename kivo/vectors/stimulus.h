@@ -4,7 +4,7 @@
 #include <string>
 
 #include "kivo/export.h"
-#include "kivo/toolkit/obj_list.h"
+#include "kivo/toolkit/records/obj_list.h"
 
 // Evaluates one stimulus command ("force -hex data 0 0,F 10,-repeat 20") at one time, in the time
 // unit of the description. True when the command makes a transition at exactly that time. "signal"

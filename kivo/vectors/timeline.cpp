@@ -9,7 +9,7 @@
 #include <unordered_map>
 #include <utility>
 
-#include "kivo/vectors/stimulus_syntax.h"
+#include "kivo/vectors/internal/stimulus_syntax.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "kivo/info/reader.h"
+#include "kivo/info/internal/reader.h"
 #include "kivo/kivo.h"
 #include "tests/support/description.h"
 #include "tests/support/rules.h"

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "kivo/toolkit/record_pool.h"
+#include "kivo/toolkit/records/internal/record_pool.h"
 #include "tests/support/description.h"
 
 namespace {

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "kivo/toolkit/xml_parser.h"
+#include "kivo/toolkit/xml/internal/xml_parser.h"
 
 // Hands a text in memory to a parser.
 class MemorySource : public KIVO_XML_SAX_INPUT_SOURCE {

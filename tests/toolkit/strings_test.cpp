@@ -1,4 +1,5 @@
 #include "kivo/toolkit/strings.h"
+#include "kivo/toolkit/internal/text_view.h"
 
 #include <gtest/gtest.h>
 

@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "kivo/kivo.h"
-#include "kivo/objects/message.h"
+#include "kivo/objects/internal/message.h"
 #include "tests/tools/program.h"
 #include "tools/text_escape.h"
 

@@ -4,7 +4,7 @@
 #include <limits>
 
 #include "kivo/objects/rule_element.h"
-#include "kivo/toolkit/radix.h"
+#include "kivo/toolkit/radix/radix.h"
 
 namespace stimulus_reference {
 namespace {

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-#include "kivo/toolkit/obj_list.h"
+#include "kivo/toolkit/records/obj_list.h"
 
 // The stimulus functions once more, written as plainly as they can be thought of: one step after
 // the other over copies of strings. What the library's answers and speed are compared with.

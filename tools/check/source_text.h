@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "kivo/toolkit/encoding.h"
+#include "kivo/toolkit/xml/internal/encoding.h"
 #include "tools/check/finding.h"
 
 // A file as the library's places count it: as UTF-8 without a byte-order mark, in lines that LF,

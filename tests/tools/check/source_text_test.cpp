@@ -5,7 +5,7 @@
 #include <string>
 #include <tuple>
 
-#include "kivo/toolkit/line_table.h"
+#include "kivo/toolkit/xml/internal/line_table.h"
 #include "tests/tools/program.h"
 
 namespace {

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "kivo/objects/internal/message.h"
+#include "kivo/toolkit/place.h"
+#include "kivo/toolkit/records/obj.h"
+#include "kivo/toolkit/xml/internal/line_table.h"
+
+// What the store keeps of its loads beside their contents.
+struct KIVO_LOADED {
+    struct File {
+        std::string path;
+        LineTable lines;
+    };
+    struct Origin {
+        KIVO_MESSAGE_ID id = KIVO_MESSAGE_ID::kHostMessage;
+        KIVO_MARK mark;
+    };
+
+    // The offset of a mark that names a file and no place in it, beyond every kivo_mark_offset.
+    static constexpr std::uint32_t kWholeFile = 0xFFFFFFFF;
+
+    std::vector<File> files;      // mark number n is files[n - 1]; the last is the one being read
+    std::vector<Origin> origins;  // of the messages of error_list, at the same positions
+    // Replaced by something later of the same load or a later one. A host may still look at them,
+    // so they go with the store.
+    std::vector<std::unique_ptr<KIVO_OBJ>> retired;
+};
