@@ -4,10 +4,10 @@
 #include <string>
 #include <vector>
 
-#include "tools/commands.h"
-#include "tools/exit_status.h"
-#include "tools/near_word.h"
-#include "tools/terminal.h"
+#include "tools/commands/commands.h"
+#include "tools/commands/exit_status.h"
+#include "tools/terminal/terminal.h"
+#include "tools/text/near_word.h"
 
 namespace {
 

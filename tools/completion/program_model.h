@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "tools/commands.h"
+#include "tools/commands/commands.h"
 
 // What a shell and the manual know of the program, taken from the declarations of its options.
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "tools/text_escape.h"
+#include "tools/text/text_escape.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "tools/text_escape.h"
+#include "tools/text/text_escape.h"
 
 namespace {
 

@@ -7,8 +7,8 @@
 #include "tools/doc/sections.h"
 #include "tools/doc/table.h"
 #include "tools/doc/value_rules.h"
-#include "tools/text_escape.h"
-#include "tools/words.h"
+#include "tools/text/text_escape.h"
+#include "tools/text/words.h"
 
 namespace {
 

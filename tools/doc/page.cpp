@@ -6,7 +6,7 @@
 #include "tools/doc/html.h"
 #include "tools/doc/sections.h"
 #include "tools/doc/style.h"
-#include "tools/text_escape.h"
+#include "tools/text/text_escape.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include "tools/doc/help_text.h"
 #include "tools/doc/sections.h"
 #include "tools/doc/table.h"
-#include "tools/text_escape.h"
+#include "tools/text/text_escape.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 
 #include "tools/doc/html.h"
 #include "tools/doc/table.h"
-#include "tools/text_escape.h"
+#include "tools/text/text_escape.h"
 
 namespace {
 

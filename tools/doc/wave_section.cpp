@@ -7,10 +7,10 @@
 #include "tools/doc/help_text.h"
 #include "tools/doc/sections.h"
 #include "tools/doc/table.h"
-#include "tools/text_escape.h"
+#include "tools/text/text_escape.h"
+#include "tools/text/words.h"
 #include "tools/wave/renderers.h"
 #include "tools/wave/wave_model.h"
-#include "tools/words.h"
 
 namespace {
 

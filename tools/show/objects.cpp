@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "tools/show/parts.h"
-#include "tools/text_escape.h"
-#include "tools/words.h"
+#include "tools/text/text_escape.h"
+#include "tools/text/words.h"
 
 namespace {
 

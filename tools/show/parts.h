@@ -4,7 +4,7 @@
 #include <string>
 
 #include "kivo/kivo.h"
-#include "tools/page.h"
+#include "tools/terminal/page.h"
 
 // The parts of "kivo show", each leaving out what the description does not have.
 

@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "tools/show/parts.h"
-#include "tools/text_escape.h"
+#include "tools/text/text_escape.h"
 
 namespace {
 

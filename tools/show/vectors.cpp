@@ -3,8 +3,8 @@
 #include <string>
 
 #include "tools/show/parts.h"
-#include "tools/text_escape.h"
-#include "tools/words.h"
+#include "tools/text/text_escape.h"
+#include "tools/text/words.h"
 
 namespace {
 

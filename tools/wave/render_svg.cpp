@@ -8,10 +8,10 @@
 #include <utility>
 #include <vector>
 
-#include "tools/text_escape.h"
+#include "tools/text/text_escape.h"
+#include "tools/text/words.h"
 #include "tools/wave/renderers.h"
 #include "tools/wave/time_axis.h"
-#include "tools/words.h"
 
 namespace {
 

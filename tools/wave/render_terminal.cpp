@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "tools/text_escape.h"
+#include "tools/text/text_escape.h"
 #include "tools/wave/renderers.h"
 #include "tools/wave/time_axis.h"
 

@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "tools/terminal.h"
+#include "tools/terminal/terminal.h"
 #include "tools/wave/wave_model.h"
 
 // The forms that a waveform is drawn or written in. Names and texts of the description are escaped

@@ -13,7 +13,7 @@
 #include <tuple>
 #include <utility>
 
-#include "tools/text_escape.h"
+#include "tools/text/text_escape.h"
 #include "tools/wave/wave_values.h"
 
 namespace {

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "tools/text_escape.h"
+#include "tools/text/text_escape.h"
 #include "tools/wave/renderers.h"
 #include "tools/wave/vcd_names.h"
 

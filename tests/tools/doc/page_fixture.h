@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
+#include "tools/description/description.h"
 #include "tools/doc/page.h"
-#include "tools/load.h"
 
 // Pages of descriptions, parsed as the XML that they are.
 class PageTest : public testing::Test {

@@ -1,0 +1,127 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "tests/tools/program.h"
+#include "tools/findings/catalogue.h"
+#include "tools/text/text_escape.h"
+
+namespace {
+
+bool contains(const std::string& text, const std::string& part) {
+    return text.find(part) != std::string::npos;
+}
+
+TEST(ExplainTest, AMessageIsExplainedOnStandardOutput) {
+    const RunResult run = run_kivo({"explain", "unknown-section"});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.err, "");
+    EXPECT_EQ(run.out,
+              "unknown-section (error)\n"
+              "\n"
+              "An element directly in ROOT is no section of a description, so nothing in it is\n"
+              "read. Tags are compared exactly and are written in upper case: correct the tag,\n"
+              "or remove the element. The sections are FUNCTION_INFORMATION, PARAMETERS,\n"
+              "PARAMETER_RULES, PORTS, PORT_RULES, HIDDEN_PARAMETERS, MACROS, RULES, MESSAGES,\n"
+              "MSGS, WAVE_DATA, CUSTOM_VECTORS, WIZARD_DATA, HTML_TEXT and INCLUDE.\n"
+              "\n"
+              "Example:\n"
+              "\n"
+              "  <ROOT>\n"
+              "    <PARAMETRS>\n"
+              "      <PARAMETER NAME=\"WIDTH\" TYPE=\"INTEGER\" VALUE=\"8\"/>\n"
+              "    </PARAMETRS>\n"
+              "  </ROOT>\n");
+}
+
+TEST(ExplainTest, EveryMessageIsExplainedInLinesThatATerminalHolds) {
+    for (const MessageDescription& row : message_catalogue()) {
+        const RunResult run = run_kivo({"explain", std::string(row.id)});
+        EXPECT_EQ(run.status, 0) << row.id;
+        EXPECT_EQ(run.out.rfind(std::string(row.id) + " (", 0), 0U) << run.out;
+        for (const std::string& line : lines_of(run.out)) {
+            EXPECT_LE(line.size(), 100U) << line;
+            EXPECT_EQ(escape_text(line), line) << row.id;
+        }
+    }
+}
+
+TEST(ExplainTest, SeveralMessagesAreExplainedInTheOrderGiven) {
+    const std::string first = run_kivo({"explain", "surplus-else"}).out;
+    const std::string second = run_kivo({"explain", "no-root"}).out;
+    EXPECT_EQ(run_kivo({"explain", "surplus-else", "no-root"}).out, first + "\n" + second);
+}
+
+TEST(ExplainTest, WithoutAnIdAllAreListedInOneLineEach) {
+    const RunResult run = run_kivo({"explain"});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.err, "");
+    const std::vector<std::string> lines = lines_of(run.out);
+    ASSERT_EQ(lines.size(), message_catalogue().size());
+    for (std::size_t index = 0; index < lines.size(); ++index) {
+        const MessageDescription& row = message_catalogue()[index];
+        const std::string kind = row.severity == Severity::kError ? " error " : " warning ";
+        EXPECT_EQ(lines[index].rfind(std::string(row.id) + ' ', 0), 0U) << lines[index];
+        EXPECT_TRUE(contains(lines[index], kind)) << lines[index];
+        EXPECT_EQ(lines[index].back(), '.') << lines[index];
+    }
+    EXPECT_TRUE(contains(run.out,
+                         "error    An element directly in ROOT is no section of a "
+                         "description, so nothing in it is read.\n"));
+    EXPECT_FALSE(contains(run.out, "Tags are compared exactly"));
+}
+
+TEST(ExplainTest, AnUnknownIdIsWrongUsageAndTheNearestIsNamed) {
+    const RunResult run = run_kivo({"explain", "no-root", "unknown-sektion"});
+    EXPECT_EQ(run.status, 2);
+    EXPECT_EQ(run.out, "");
+    EXPECT_EQ(run.err,
+              "kivo: error: ID: no message 'unknown-sektion', perhaps 'unknown-section'; usage: "
+              "kivo explain [--color WHEN] [ID...]\n");
+    EXPECT_TRUE(
+        contains(run_kivo({"explain", "Surplus_Else"}).err, "perhaps 'surplus-else'; usage"));
+}
+
+TEST(ExplainTest, NothingIsNamedForAnIdThatIsLikeNone) {
+    for (const std::string id : {"", "x", "something-else-altogether", "PARAMETRS"}) {
+        const RunResult run = run_kivo({"explain", id});
+        EXPECT_EQ(run.status, 2) << id;
+        EXPECT_EQ(run.out, "") << id;
+        EXPECT_TRUE(contains(run.err, "ID: no message '" + id + "'; usage: ")) << run.err;
+    }
+}
+
+TEST(ExplainTest, ControlCharactersOfAnIdAreEscaped) {
+    const RunResult run = run_kivo({"explain", "a\033[31m\nb"});
+    EXPECT_EQ(run.status, 2);
+    EXPECT_EQ(lines_of(run.err).size(), 1U) << run.err;
+    EXPECT_TRUE(contains(run.err, "'a\\x1B[31m\\nb'")) << run.err;
+}
+
+TEST(ExplainTest, TheIdIsColouredOnRequest) {
+    EXPECT_TRUE(contains(run_kivo({"explain", "--color", "always", "no-root"}).out,
+                         "\033[1mno-root\033[0m (error)\n"));
+    EXPECT_FALSE(contains(run_kivo({"explain", "no-root"}).out, "\033"));
+}
+
+TEST(ExplainTest, AFullDeviceIsAnError) {
+    EXPECT_EQ(run_kivo({"explain"}, {.out_path = "/dev/full"}).status, 3);
+    EXPECT_EQ(run_kivo({"explain", "no-root"}, {.out_path = "/dev/full"}).status, 3);
+}
+
+// What "kivo check" prints can be asked for.
+TEST(ExplainTest, EveryIdThatCheckPrintsIsKnown) {
+    const RunResult run = run_kivo({"check", example("faulty_info.xml")});
+    std::vector<std::string> arguments = {"explain"};
+    for (const std::string& line : messages_in(run.err, example("faulty_info.xml"))) {
+        const std::size_t open = line.rfind('[');
+        ASSERT_NE(open, std::string::npos) << line;
+        arguments.push_back(line.substr(open + 1, line.size() - open - 2));
+    }
+    ASSERT_GT(arguments.size(), 10U);
+    EXPECT_EQ(run_kivo(arguments).status, 0);
+}
+
+}  // namespace

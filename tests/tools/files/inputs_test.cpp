@@ -1,0 +1,108 @@
+#include "tools/files/inputs.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "tests/tools/program.h"
+
+namespace {
+
+using Paths = std::vector<std::string>;
+
+class InputsTest : public testing::Test {
+protected:
+    void make(const std::string& directory) {
+        std::filesystem::create_directories(folder_.path(directory));
+    }
+    void link(const std::string& target, const std::string& name) {
+        std::filesystem::create_symlink(target, folder_.path(name));
+    }
+    // The paths below the folder, of which all can be read.
+    Paths found(const std::string& directory) {
+        Paths paths;
+        for (const Input& input : find_inputs({folder_.path(directory)})) {
+            EXPECT_FALSE(input.failure) << input.path;
+            paths.push_back(input.path.substr(folder_.path("").size()));
+        }
+        return paths;
+    }
+
+    TemporaryFolder folder_;
+};
+
+TEST_F(InputsTest, FilesStayAsTheyAre) {
+    const std::vector<Input> inputs = find_inputs({"b", "-", "a", "b"});
+    ASSERT_EQ(inputs.size(), 4U);
+    EXPECT_EQ(inputs[0].path, "b");
+    EXPECT_EQ(inputs[1].path, "-");
+    EXPECT_EQ(inputs[2].path, "a");
+    EXPECT_EQ(inputs[3].path, "b");
+}
+
+TEST_F(InputsTest, ADirectoryStandsForItsDescriptionsSorted) {
+    make("d/deep/er");
+    for (const char* const name :
+         {"d/b_info.xml", "d/deep/er/a_info.xml", "d/a_info.xml", "d/deep/B_info.xml"}) {
+        folder_.write(name, "");
+    }
+    EXPECT_EQ(found("d"),
+              (Paths{"d/a_info.xml", "d/b_info.xml", "d/deep/B_info.xml", "d/deep/er/a_info.xml"}));
+    EXPECT_EQ(found("d/"), found("d"));
+}
+
+TEST_F(InputsTest, OtherNamesDoNotCount) {
+    make("d/dir_info.xml");
+    for (const char* const name : {"d/_info.xml", "d/a_info.xml.bak", "d/info.xml", "d/a_INFO.xml",
+                                   "d/ainfo.xml", "d/dir_info.xml/x_info.xml"}) {
+        folder_.write(name, "");
+    }
+    EXPECT_EQ(found("d"), Paths{"d/dir_info.xml/x_info.xml"});
+}
+
+TEST_F(InputsTest, LinksInACircleDoNoHarm) {
+    make("d/e");
+    folder_.write("d/e/a_info.xml", "");
+    link("..", "d/e/up");
+    link(".", "d/e/self");
+    link("loop", "d/loop");
+    EXPECT_EQ(found("d"), Paths{"d/e/a_info.xml"});
+}
+
+TEST_F(InputsTest, LinksAreFollowed) {
+    make("d");
+    make("other");
+    folder_.write("other/a_info.xml", "");
+    link("../other", "d/linked");
+    link("../other/a_info.xml", "d/b_info.xml");
+    EXPECT_EQ(found("d"), (Paths{"d/b_info.xml", "d/linked/a_info.xml"}));
+}
+
+TEST_F(InputsTest, ALinkToNothingIsLeftToWhoReadsIt) {
+    make("d");
+    link("none", "d/a_info.xml");
+    EXPECT_EQ(found("d"), Paths{"d/a_info.xml"});
+}
+
+TEST_F(InputsTest, ADirectoryWithoutDescriptionsIsAFailure) {
+    make("d/e");
+    folder_.write("d/e/other.xml", "");
+    const std::vector<Input> inputs = find_inputs({folder_.path("d")});
+    ASSERT_EQ(inputs.size(), 1U);
+    EXPECT_EQ(inputs[0].path, folder_.path("d"));
+    EXPECT_EQ(inputs[0].failure, "no file *_info.xml is below this directory");
+}
+
+TEST_F(InputsTest, DeepDirectoriesAreSearched) {
+    std::string path = "d";
+    for (int i = 0; i < 300; ++i) {
+        path += "/x";
+    }
+    make(path);
+    folder_.write(path + "/a_info.xml", "");
+    EXPECT_EQ(found("d"), Paths{path + "/a_info.xml"});
+}
+
+}  // namespace

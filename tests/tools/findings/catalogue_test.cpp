@@ -1,0 +1,298 @@
+// Every kind of message: its example gives it, and the same text with the fault mended does not.
+#include "tools/findings/catalogue.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <ostream>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "kivo/kivo.h"
+#include "kivo/objects/internal/message.h"
+#include "tests/tools/program.h"
+#include "tools/text/text_escape.h"
+
+// What a failure prints.
+void PrintTo(const MessageDescription& row, std::ostream* out) {
+    *out << row.id;
+}
+
+namespace {
+
+using Ids = std::set<std::string>;
+
+struct Case {
+    std::string id;
+    std::string near_miss;
+    // What the library always posts along with the message.
+    Ids companions = {};
+};
+
+std::string parameters(const std::string& content) {
+    return "<PARAMETERS>" + content + "</PARAMETERS>";
+}
+
+std::string width_with(const std::string& rule) {
+    return parameters(R"(<PARAMETER NAME="WIDTH" TYPE="INTEGER" VALUE="8">)" + rule +
+                      "</PARAMETER>");
+}
+
+std::string ports(const std::string& content) {
+    return "<PORTS>" + content + "</PORTS>";
+}
+
+std::string settings(const std::string& content) {
+    return "<FUNCTION_INFORMATION>" + content + "</FUNCTION_INFORMATION>";
+}
+
+std::string wave(const std::string& content) {
+    return R"(<WAVE_DATA><WAVE NAME="count">)" + content + "</WAVE></WAVE_DATA>";
+}
+
+std::string conditional_wave(const std::string& then_part, const std::string& else_part) {
+    return wave("<IF>HAS_ENABLE == 1</IF><THEN>" + then_part + "</THEN><ELSE>" + else_part +
+                "</ELSE>");
+}
+
+std::string wizard(const std::string& content) {
+    return "<WIZARD_DATA>" + content + "</WIZARD_DATA>";
+}
+
+std::string intro(const std::string& content) {
+    return "<HTML_TEXT><INTRO>" + content + "</INTRO></HTML_TEXT>";
+}
+
+// The sections of a description; "part.xml" is a clean description beside it.
+// clang-format off
+const std::vector<Case> kCases = {
+    {"host-message", ""},
+    {"file-not-found", R"(<INCLUDE FILE="part.xml"/>)"},
+    {"invalid-file", "<PARAMETERS></PARAMETERS>", {"xml-syntax"}},
+    {"xml-syntax", R"(<RULES><RULE ENABLED="ON" REQUIRED_RULE="ON">WIDTH gt 0</RULE></RULES>)"},
+    {"no-root", ""},
+    {"include-cycle", R"(<INCLUDE FILE="part.xml"/><INCLUDE FILE="part.xml"/>)"},
+    {"unknown-section", "<PARAMETERS/>"},
+    {"include-attribute", R"(<INCLUDE FILE="part.xml"/>)"},
+    {"include-sub-tag", "<INCLUDE><FILE>part.xml</FILE></INCLUDE>"},
+    {"function-information-sub-tag", settings(R"(<TIME_SCALE VALUE="ns"/>)")},
+    {"function-information-attribute", settings(R"(<VHDL_LIBRARY NAME="ieee"/>)")},
+    {"function-information-nested-tag", settings(R"(<TIME_DELTA VALUE="10"> </TIME_DELTA>)")},
+    {"type-clash", parameters(R"(<PARAMETER NAME="WIDTH" TYPE="INTEGER"/>)") +
+                   ports(R"(<PORT NAME="width" TYPE="INPUT"/><PORT NAME="WIDTH"/>)")},
+    {"unknown-type", parameters(R"(<PARAMETER NAME="WIDTH" TYPE="INTEGER"/>)") +
+                     R"(<PARAMETER_RULES><PARAMETER NAME="WIDTH"/></PARAMETER_RULES>)"},
+    {"parameter-type", parameters(R"(<PARAMETER NAME="MODE" TYPE="STRING"/>
+                                     <PARAMETER NAME="DEPTH" TYPE="INTEGER"/>)")},
+    {"parameter-name", parameters(R"(<PARAMETER NAME=" " TYPE="INTEGER"/>)")},
+    {"parameter-cnx-type",
+     parameters(R"(<PARAMETER NAME="WIDTH" TYPE="INTEGER" CNX_TYPE="CONSTANT"/>
+                   <PARAMETER NAME="MODE" TYPE="STRING" CNX_TYPE="PRIVATE"/>)")},
+    {"parameter-attribute",
+     parameters(R"(<PARAMETER NAME="WIDTH" TYPE="INTEGER" VALUE="8;9" DEFAULT_VALUE="8"
+                              DEFAULT_VALUE_INDEX="0" LPM_HINT="ON" CNX_TYPE="PRIVATE"/>)")},
+    {"port-type", ports(R"(<PORT NAME="a" TYPE="INPUT"/><PORT NAME="b" TYPE="OUTPUT"/>
+                           <PORT NAME="c" TYPE="BIDIR"/><PORT NAME="d" TYPE="BURIED"/>)")},
+    {"port-name", ports(R"(<PORT NAME="q" TYPE="OUTPUT"/>)")},
+    {"port-cnx-type", ports(R"(<PORT NAME="clock" TYPE="INPUT" CNX_TYPE="USED_PORT"/>)")},
+    {"port-attribute",
+     ports(R"(<PORT NAME="enable" TYPE="INPUT" WIDTH="1" WIDTH2D="1" DEFAULT_VALUE="1"
+                    USAGE="UNUSED" IS_CLOCK_PORT="TRUE" ASYNC="FALSE" CLOCK_PERIOD="20"
+                    INITIAL_VEC_STATE="1" HIGH_PROBABILITY="50" CNX_TYPE="USED_PORT"/>)")},
+    {"high-probability", ports(R"(<PORT NAME="a" TYPE="INPUT" HIGH_PROBABILITY="1"/>
+                                  <PORT NAME="b" TYPE="INPUT" HIGH_PROBABILITY="100"/>)")},
+    {"hidden-parameter-attribute",
+     R"(<HIDDEN_PARAMETERS><PARAMETER NAME="A" VALUE="4"/></HIDDEN_PARAMETERS>)"},
+    {"object-sub-tag", width_with("<VALUE_RULE>WIDTH gt 0</VALUE_RULE>") +
+                       ports(R"(<PORT NAME="enable" TYPE="INPUT"><STATE V="1"/></PORT>)")},
+    {"range-attribute", width_with(R"(<FORCE_VALUE V="8" ELSE="9" WHEN="MODE == 2"/>)")},
+    {"range-sub-tag", width_with("<FORCE_RANGE><MIN>1</MIN><MAX>64</MAX></FORCE_RANGE>")},
+    {"value-rule-sub-tag", width_with("<VALUE_RULE><IF>A</IF><THEN>B</THEN></VALUE_RULE>")},
+    {"rule-without-data", R"(<RULES><RULE ENABLED="ON">WIDTH gt 0</RULE></RULES>)"},
+    {"rules-sub-tag", "<RULES><RULE>A</RULE><CONDITION>B</CONDITION></RULES>"},
+    {"message-type", R"(<MESSAGES><MESSAGE TYPE="WARNING">Slow.</MESSAGE></MESSAGES>)"},
+    {"message-sub-tag",
+     R"(<MSGS><MSG TYPE="INFO"><WHEN>A</WHEN><TEXT>B</TEXT><ELSE>C</ELSE></MSG></MSGS>)"},
+    {"messages-sub-tag", R"(<MESSAGES><MSG TYPE="INFO">Slow.</MSG></MESSAGES>)"},
+    {"macros-sub-tag", R"(<MACROS><MACRO NAME="B" DEFINITION="W quot 8"/></MACROS>)"},
+    {"macro-sub-tag",
+     R"(<MACROS><MACRO NAME="W"><DEFINITION>A</DEFINITION><NOTE/></MACRO></MACROS>)"},
+    {"vector-name", R"(<WAVE_DATA><WAVE NAME="count" MAX_TIME="200"/></WAVE_DATA>)"},
+    {"vector-display-truncation",
+     R"(<WAVE_DATA><WAVE NAME="a" DISPLAY_TRUNCATION="LOW"/>
+                   <WAVE NAME="b" DISPLAY_TRUNCATION="HIGH"/></WAVE_DATA>)"},
+    {"vector-attribute",
+     R"(<CUSTOM_VECTORS><CUSTOM_VECTOR NAME="a" INDEX="1" TIME_STEP="5"/></CUSTOM_VECTORS>)"},
+    {"vector-sub-tag", wave("<CAPTION>Counting up</CAPTION><WAVE_CONDITION>A</WAVE_CONDITION>")},
+    {"then-sub-tag", conditional_wave("<STIM>force a 1 0</STIM>", "")},
+    {"else-sub-tag",
+     conditional_wave("<STIM>force a 1 0</STIM>", "<VECTOR>force a 0 0</VECTOR>")},
+    {"surplus-else",
+     conditional_wave("<STIM>force a 1 0</STIM><STIM>force b 1 0</STIM>",
+                      "<STIM>force a 0 0</STIM><STIM>force b 0 0</STIM>")},
+    {"display-radix", wave("<DISPLAY>add wave -fixed_point(4.4) data</DISPLAY>"),
+     {"display-command"}},
+    {"display-command", wave("<DISPLAY>add wave -bin data</DISPLAY>")},
+    {"wizard-map-name", wizard(R"(<WIZARD_MAP NAME="plain"/>)")},
+    {"wizard-map-attribute",
+     wizard(R"(<WIZARD_MAP NAME="plain" MODULE_NAME="core" WIZARD_NAME="counter"/>)")},
+    {"wizard-map-sub-tag",
+     wizard(R"(<WIZARD_MAP NAME="p"><WIZARD_CONDITION>A</WIZARD_CONDITION></WIZARD_MAP>)")},
+    {"if-with-sub-tags", intro("<IF>A</IF><THEN><T>B</T></THEN>")},
+    {"text-with-sub-tags", intro("<THEN><T>The counter has</T> <T>an enable input.</T></THEN>")},
+    {"xml-raw-ampersand", "<RULES><RULE>A &amp;&amp; B<![CDATA[ & C]]></RULE></RULES>"},
+    {"xml-raw-less-than", R"(<MACROS><MACRO NAME="A" DEFINITION="B &lt; 9"/></MACROS>)"},
+    {"xml-undeclared-entity", "<RULES><RULE>&quot;A&quot; == &#176;</RULE></RULES>"},
+    {"xml-repeated-attribute", R"(<RULES><RULE ENABLED="ON">A</RULE></RULES>)",
+     {"invalid-file", "xml-syntax"}},
+    {"xml-control-character", "<RULES><RULE>A gt\t\r\n0</RULE></RULES>"},
+    {"xml-bad-character-reference", "<RULES><RULE>A gt&#9;&#x20;0</RULE></RULES>"},
+    {"xml-bad-utf8", "<RULES><RULE>A == \xC2\xB0</RULE></RULES>"},
+    {"xml-comment-hyphens", "<!-- Ports - - see the manual -->"},
+    {"xml-entity-expansion", "<RULES><RULE>&amp;&lt;</RULE></RULES>"},
+    {"xml-not-well-formed", "<?xml-stylesheet href='a'?>"},
+};
+// clang-format on
+
+const Case* case_of(std::string_view id) {
+    const auto found =
+        std::find_if(kCases.begin(), kCases.end(), [&](const Case& row) { return row.id == id; });
+    return found == kCases.end() ? nullptr : &*found;
+}
+
+// The last word of a line "FILE:1:2: warning: TEXT [id]".
+std::string id_at_end(const std::string& line) {
+    const std::size_t open = line.rfind('[');
+    return open == std::string::npos || line.back() != ']'
+               ? std::string()
+               : line.substr(open + 1, line.size() - open - 2);
+}
+
+// A folder to work in with a description, named as the catalogue says, and one beside it.
+class CatalogueTest : public testing::TestWithParam<MessageDescription> {
+protected:
+    void SetUp() override { before_ = std::filesystem::current_path(); }
+    void TearDown() override { std::filesystem::current_path(before_); }
+
+    // Each message's id once for each time that it is given.
+    std::multiset<std::string> ids_of(const std::string& description) {
+        folder_.write("part.xml", with_sections(""));
+        folder_.write("counter_info.xml", description);
+        return GetParam().severity == Severity::kError ? ids_of_library() : ids_of_program();
+    }
+
+private:
+    std::multiset<std::string> ids_of_library() {
+        std::filesystem::current_path(folder_.path(""));
+        KIVO_INFO info;
+        info.process_xml_file("counter_info.xml");
+        std::multiset<std::string> ids;
+        for (std::size_t index = 0; index < info.error_list.size(); ++index) {
+            ids.insert(info.get_error_id(index));
+        }
+        info.delete_detached_objects();
+        return ids;
+    }
+
+    std::multiset<std::string> ids_of_program() {
+        const RunResult run =
+            run_kivo({"check", "counter_info.xml"}, {.directory = folder_.path("")});
+        std::multiset<std::string> ids;
+        for (const std::string& line : messages_in(run.err, "counter_info.xml")) {
+            ids.insert(id_at_end(line));
+        }
+        return ids;
+    }
+
+    TemporaryFolder folder_;
+    std::filesystem::path before_;
+};
+
+TEST_P(CatalogueTest, TheExampleGivesTheMessageOnce) {
+    const MessageDescription& row = GetParam();
+    if (row.id == "host-message") {
+        KIVO_INFO info;
+        info.post_error_message("from the host");
+        ASSERT_EQ(info.error_list.size(), 1U);
+        EXPECT_EQ(info.get_error_id(0), row.id);
+        EXPECT_NE(row.example.find("post_error_message"), std::string_view::npos);
+        return;
+    }
+    const Case* const known = case_of(row.id);
+    ASSERT_NE(known, nullptr);
+    std::multiset<std::string> expected(known->companions.begin(), known->companions.end());
+    expected.insert(std::string(row.id));
+    EXPECT_EQ(ids_of(std::string(row.example)), expected) << row.example;
+}
+
+TEST_P(CatalogueTest, TheMendedTextIsClean) {
+    const Case* const known = case_of(GetParam().id);
+    ASSERT_NE(known, nullptr);
+    const std::string text = with_sections(known->near_miss);
+    EXPECT_EQ(ids_of(text), std::multiset<std::string>()) << text;
+}
+
+// What is shown joins the lines of the source, so that a blank at their ends would show.
+TEST_P(CatalogueTest, TheExplanationIsAParagraphOfWholeSentences) {
+    const std::string text = join_lines(GetParam().explanation);
+    EXPECT_GT(text.size(), 80U) << text;
+    EXPECT_EQ(text.back(), '.') << text;
+    EXPECT_EQ(text.find("  "), std::string::npos) << text;
+    EXPECT_EQ(escape_text(text), text);
+}
+
+TEST_P(CatalogueTest, TheExampleEndsWithItsLastLine) {
+    const std::string_view example = GetParam().example;
+    ASSERT_FALSE(example.empty());
+    EXPECT_EQ(example.back(), '\n');
+    for (const std::string& line : lines_of(std::string(example))) {
+        EXPECT_NE(line, "");
+        EXPECT_LE(line.size(), 98U) << line;
+    }
+}
+
+std::string test_name(const testing::TestParamInfo<MessageDescription>& info) {
+    std::string name(info.param.id);
+    std::replace(name.begin(), name.end(), '-', '_');
+    return name;
+}
+
+INSTANTIATE_TEST_SUITE_P(EveryMessage, CatalogueTest, testing::ValuesIn(message_catalogue()),
+                         test_name);
+
+TEST(CatalogueTableTest, EveryMessageOfTheLibraryHasItsRowAndIsAnError) {
+#define KIVO_ID_TEXT(name, id) id,
+    const Ids posted = {KIVO_MESSAGE_IDS(KIVO_ID_TEXT)};
+#undef KIVO_ID_TEXT
+    Ids errors;
+    for (const MessageDescription& row : message_catalogue()) {
+        if (row.severity == Severity::kError) {
+            errors.insert(std::string(row.id));
+        }
+    }
+    EXPECT_EQ(errors, posted);
+}
+
+TEST(CatalogueTableTest, EveryIdHasOneRowInBothTables) {
+    std::multiset<std::string> described;
+    for (const MessageDescription& row : message_catalogue()) {
+        described.insert(std::string(row.id));
+    }
+    std::multiset<std::string> tested;
+    for (const Case& row : kCases) {
+        tested.insert(row.id);
+    }
+    EXPECT_EQ(described, tested);
+    EXPECT_EQ(Ids(described.begin(), described.end()).size(), described.size());
+}
+
+TEST(CatalogueTableTest, MessagesAreFoundByTheirId) {
+    ASSERT_NE(find_message("unknown-section"), nullptr);
+    EXPECT_EQ(find_message("unknown-section")->id, "unknown-section");
+    EXPECT_EQ(find_message("unknown-sectio"), nullptr);
+    EXPECT_EQ(find_message(""), nullptr);
+}
+
+}  // namespace

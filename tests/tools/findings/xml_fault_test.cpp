@@ -1,0 +1,201 @@
+#include "tools/findings/xml_fault.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "tools/findings/catalogue.h"
+
+namespace {
+
+struct Case {
+    std::string text;
+    std::string id;    // empty: well-formed
+    std::string part;  // where the fault is
+};
+
+// clang-format off
+const std::vector<Case> kCases = {
+    {"<R>a & b</R>", "xml-raw-ampersand", "&"},
+    {"<R>a&b c</R>", "xml-raw-ampersand", "&"},
+    {"<R>&1;</R>", "xml-raw-ampersand", "&"},
+    {"<R A='x&&y'/>", "xml-raw-ampersand", "&"},
+    {"<R>&", "xml-not-well-formed", "&"},
+    {"<R>&amp;&lt;&gt;&quot;&apos;</R>", "", ""},
+    {"<R><!-- & --><![CDATA[&]]><?p & ?></R>", "", ""},
+
+    {"<R A='x < y'/>", "xml-raw-less-than", "<"},
+    {"<R A='x<y'/>", "xml-raw-less-than", "<"},
+    {"<R>x < y</R>", "xml-raw-less-than", "<"},
+    {"<R A='x &lt; y'><![CDATA[<]]></R>", "", ""},
+    {"<R A='x' <P/></R>", "xml-not-well-formed", "<"},
+
+    {"<R>&nbsp;</R>", "xml-undeclared-entity", "&nbsp;"},
+    {"<R B='&lt;&amp;&nbsp;'/>", "xml-undeclared-entity", "&nbsp;"},
+    {"<!DOCTYPE R [<!ENTITY nbsp ' '>]><R A='&nbsp;'>&nbsp;</R>", "", ""},
+    {"<!DOCTYPE R [<!ENTITY a ' '>]><R A='&a;&b;'/>", "xml-undeclared-entity", "&b;"},
+    {"<!DOCTYPE R [<!ENTITY % a ' '>]><R A='&a;'/>", "xml-undeclared-entity", "&a;"},
+
+    {"<R A='1' B='2' A='3'/>", "xml-repeated-attribute", "A"},
+    {"<R A='1' B='2' a='3'/>", "", ""},
+
+    {"<R>\x01</R>", "xml-control-character", "\x01"},
+    {"<R A='\x1F'/>", "xml-control-character", "\x1F"},
+    {"<R>\xEF\xBF\xBF</R>", "xml-control-character", "\xEF\xBF\xBF"},
+    {"<R>\t\r\n\x7F\xC2\x85\xEF\xBF\xBD</R>", "", ""},
+
+    {"<R>&#1;</R>", "xml-bad-character-reference", "&#1;"},
+    {"<R A='&#65;&#x1F;'/>", "xml-bad-character-reference", "&#x1F;"},
+    {"<R>&#xD800;</R>", "xml-bad-character-reference", "&#xD800;"},
+    {"<R>&#99999999999999999999;</R>", "xml-bad-character-reference", "&#99999999999999999999;"},
+    {"<R>&#;</R>", "xml-bad-character-reference", "&#"},
+    {"<R>&#xZ;</R>", "xml-bad-character-reference", "&#"},
+    {"<R A='&#9;'>&#65;&#x10FFFF;</R>", "", ""},
+
+    {"<R>\xE9</R>", "xml-bad-utf8", "\xE9"},
+    {"<R A='\xC3'/>", "xml-bad-utf8", "\xC3"},
+    {"<?xml version='1.0' encoding='UTF-8'?><R>\xFF</R>", "xml-bad-utf8", "\xFF"},
+    {"<?xml version='1.0'?><R>\xC0\x80</R>", "xml-bad-utf8", "\xC0"},
+    {"<R>\xC3\xA4\xF0\x9F\x98\x80</R>", "", ""},
+    {"<?xml version='1.0' encoding='ISO-8859-1'?><R>\xE9</R>", "", ""},
+    {"<?xml version='1.0' encoding='windows-1252'?><R>\x80\xE9</R>", "", ""},
+    {"<?xml version='1.0' encoding='Shift_JIS'?><\x83\x65 \x83\x65='\x83\x5C'/>", "", ""},
+
+    {"<R><!-- a -- b --></R>", "xml-comment-hyphens", "--"},
+    {"<!-- a --- b --><R/>", "xml-comment-hyphens", "--"},
+    {"<!-- &x-- b --><R/>", "xml-comment-hyphens", "--"},
+    {"<R A='--'>--<!-- - - -->--</R>", "", ""},
+
+    {"\n<?xml version='1.0'?><R/>", "xml-not-well-formed", "<"},
+    {"<R>]]></R>", "xml-not-well-formed", "]]>"},
+    {"<R>]] ></R>", "", ""},
+    {"<R><P></R>", "xml-not-well-formed", "R"},
+    {"<R/>text", "xml-not-well-formed", "t"},
+    {"<R", "xml-not-well-formed", "<"},
+    {"<R>", "xml-not-well-formed", ""},
+    {"</R>", "xml-not-well-formed", "/"},
+    {"<?xml version='1.0' encoding='UTF-16'?><R/>", "xml-not-well-formed", "U"},
+    {"<!DOCTYPE R [<!ENTITY f SYSTEM '/dev/zero'>]><R A='&f;'/>", "xml-not-well-formed", "&"},
+
+    {"", "", ""},
+    {"<!-- nothing -->", "", ""},
+    {"<R xmlns:a='b' c:d=''><e:f/></R>", "", ""},
+    {"<?xml version='1.0'?>\n<!DOCTYPE R>\n<R/>\n<!-- end -->\n", "", ""},
+};
+// clang-format on
+
+TEST(XmlFaultTest, EachKindIsKnownAtItsPlace) {
+    for (const Case& row : kCases) {
+        const auto fault = find_xml_fault(row.text, false);
+        ASSERT_EQ(fault.has_value(), !row.id.empty()) << row.text << (fault ? fault->text : "");
+        if (fault) {
+            EXPECT_EQ(fault->id, row.id) << row.text;
+            EXPECT_EQ(row.text.substr(fault->begin, fault->end - fault->begin), row.part)
+                << row.text;
+            EXPECT_NE(find_message(fault->id), nullptr) << fault->id;
+        }
+    }
+}
+
+TEST(XmlFaultTest, TheFirstFaultCounts) {
+    const auto fault = find_xml_fault("<R>\n&nbsp;\n& <P></R>", false);
+    ASSERT_TRUE(fault);
+    EXPECT_EQ(fault->id, "xml-undeclared-entity");
+    EXPECT_EQ(fault->begin, 4U);
+}
+
+TEST(XmlFaultTest, ATextThatIsKnownToBeUtf8MayDeclareAnything) {
+    const std::string text = "<?xml version='1.0' encoding='UTF-16'?><R>\xC3\xA4</R>";
+    EXPECT_FALSE(find_xml_fault(text, true));
+    const std::string latin = "<?xml version='1.0' encoding='ISO-8859-1'?><R>\xE4</R>";
+    const auto fault = find_xml_fault(latin, true);
+    ASSERT_TRUE(fault);
+    EXPECT_EQ(fault->id, "xml-bad-utf8");
+}
+
+TEST(XmlFaultTest, TheTextsNameWhatIsMeant) {
+    EXPECT_EQ(find_xml_fault("<R>&deg;</R>", false)->text,
+              "entity \"deg\" is not declared; write the character itself, or \"&amp;deg;\" for "
+              "this text");
+    EXPECT_EQ(find_xml_fault("<R>\xE9</R>", false)->text,
+              "byte 0xE9 is no UTF-8, in which the file has to be; save it as UTF-8");
+    EXPECT_EQ(find_xml_fault("<R>\x01</R>", false)->text,
+              "character U+0001 is not allowed in XML; remove it");
+}
+
+// A document type that declares a chain of entities, each made of the last.
+std::string chain(std::size_t length, std::size_t width) {
+    std::string text = "<!DOCTYPE R [<!ENTITY e0 '0123456789'>";
+    for (std::size_t i = 1; i < length; ++i) {
+        text += "<!ENTITY e" + std::to_string(i) + " '";
+        for (std::size_t k = 0; k < width; ++k) {
+            text += "&e" + std::to_string(i - 1) + ";";
+        }
+        text += "'>";
+    }
+    return text + "]>";
+}
+
+TEST(XmlFaultTest, EntitiesInEntitiesAreNoFault) {
+    EXPECT_FALSE(find_xml_fault(chain(100, 1) + "<R A='&e99;'>&e99;</R>", false));
+    EXPECT_FALSE(find_xml_fault(chain(4, 10) + "<R A='&e3;'>&e3;</R>", false));
+}
+
+TEST(XmlFaultTest, EntitiesThatGrowWithoutBoundsAreNotExpanded) {
+    EXPECT_FALSE(find_xml_fault(chain(20, 10) + "<R>&e19;</R>", false));
+    const auto fault = find_xml_fault(chain(20, 10) + "<R A='&e19;'/>", false);
+    ASSERT_TRUE(fault);
+    EXPECT_EQ(fault->id, "xml-entity-expansion");
+}
+
+TEST(XmlFaultTest, EntitiesThatAreNestedTooDeeplyAreNotExpanded) {
+    for (const std::string use : {"<R A='&e99999;'/>", "<R>&e99999;</R>", "<R/>"}) {
+        const auto fault = find_xml_fault(chain(100000, 1) + use, false);
+        ASSERT_TRUE(fault) << use;
+        EXPECT_EQ(fault->id, "xml-entity-expansion") << use;
+    }
+}
+
+TEST(XmlFaultTest, AnEntityOfItselfIsNotExpanded) {
+    const std::string declaration = "<!DOCTYPE R [<!ENTITY a '&b;'><!ENTITY b '&a;'>]>";
+    EXPECT_FALSE(find_xml_fault(declaration + "<R>&a;</R>", false));
+    const auto fault = find_xml_fault(declaration + "<R A='&a;'/>", false);
+    ASSERT_TRUE(fault);
+    EXPECT_EQ(fault->text, "the entity refers to itself; write the text itself");
+}
+
+TEST(XmlFaultTest, OtherFilesAreNotFetched) {
+    const std::string file = "file:///dev/zero";
+    EXPECT_FALSE(find_xml_fault("<!DOCTYPE R SYSTEM '" + file + "'><R>&a;</R>", false));
+    EXPECT_FALSE(
+        find_xml_fault("<!DOCTYPE R [<!ENTITY % p SYSTEM '" + file + "'>%p;]><R>&a;</R>", false));
+    EXPECT_FALSE(
+        find_xml_fault("<!DOCTYPE R [<!ENTITY a SYSTEM '" + file + "'>]><R>&a;</R>", false));
+}
+
+TEST(XmlFaultTest, DeepElementsNeedNoStack) {
+    std::string text;
+    for (int i = 0; i < 1000000; ++i) {
+        text += "<A>";
+    }
+    const auto fault = find_xml_fault(text, false);
+    ASSERT_TRUE(fault);
+    EXPECT_EQ(fault->begin, text.size());
+}
+
+TEST(XmlFaultTest, EveryExampleOfTheCatalogueGivesItsWarning) {
+    std::size_t warnings = 0;
+    for (const MessageDescription& row : message_catalogue()) {
+        if (row.severity != Severity::kWarning) {
+            continue;
+        }
+        ++warnings;
+        const auto fault = find_xml_fault(row.example, false);
+        ASSERT_TRUE(fault) << row.id;
+        EXPECT_EQ(fault->id, row.id);
+    }
+    EXPECT_EQ(warnings, 10U);
+}
+
+}  // namespace

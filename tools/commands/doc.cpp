@@ -1,0 +1,51 @@
+#include <memory>
+#include <string>
+
+#include "tools/commands/commands.h"
+#include "tools/commands/exit_status.h"
+#include "tools/description/description.h"
+#include "tools/doc/page.h"
+#include "tools/files/file_output.h"
+
+namespace {
+
+struct Options {
+    std::string path;
+    std::string output;
+};
+
+int write_doc(Terminal& terminal, const Options& options) {
+    if (is_same_file(options.path, options.output)) {
+        terminal.report_error("'" + options.output + "' is the description; name another output");
+        return kExitUsage;
+    }
+    Description description(options.path);
+    if (!report_loading(terminal, description)) {
+        return kExitFailed;
+    }
+    if (const auto reason =
+            write_file(options.output, make_page(description.info(), options.path))) {
+        terminal.report_error("cannot write '" + options.output + "': " + *reason);
+        return kExitFailed;
+    }
+    return description.has_messages() ? kExitMessages : kExitDone;
+}
+
+}  // namespace
+
+Command add_doc(CLI::App& program) {
+    CLI::App* const app =
+        program.add_subcommand("doc", "Write a description as a page for people to read");
+    auto options = std::make_shared<Options>();
+    app->add_option("FILE", options->path, "Description file")->required()->type_name("");
+    app->add_option("-o,--output", options->output, "Where the page goes")
+        ->required()
+        ->type_name("OUT.html");
+    app->footer(
+        "The page holds its pictures and its style; it needs neither a network nor scripts.\n"
+        "Exit status: 0 done, 1 done although the description gave messages, 2 wrong usage,\n"
+        "3 the file cannot be read or the page not be written.\n\n"
+        "Example:\n  kivo doc fifo_info.xml -o fifo.html");
+    return {app, "kivo doc [--color WHEN] FILE -o OUT.html",
+            [options](Terminal& terminal) { return write_doc(terminal, *options); }};
+}

@@ -1,0 +1,103 @@
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "tools/commands/commands.h"
+#include "tools/commands/exit_status.h"
+#include "tools/findings/catalogue.h"
+#include "tools/text/near_word.h"
+#include "tools/text/text_escape.h"
+
+namespace {
+
+constexpr std::size_t kTextWidth = 80;
+constexpr std::size_t kMostEdits = 3;
+
+const char* name_of(Severity severity) {
+    return severity == Severity::kError ? "error" : "warning";
+}
+
+std::vector<std::string> known_ids() {
+    std::vector<std::string> ids;
+    for (const MessageDescription& row : message_catalogue()) {
+        ids.emplace_back(row.id);
+    }
+    return ids;
+}
+
+std::string check_id(const std::string& id) {
+    if (find_message(id) != nullptr) {
+        return {};
+    }
+    std::vector<std::string_view> ids;
+    for (const MessageDescription& row : message_catalogue()) {
+        ids.push_back(row.id);
+    }
+    const std::string_view nearest = nearest_word(id, ids, kMostEdits);
+    return nearest.empty() ? fmt::format("no message '{}'", id)
+                           : fmt::format("no message '{}', perhaps '{}'", id, nearest);
+}
+
+std::string first_sentence(std::string_view explanation) {
+    const std::string text = join_lines(explanation);
+    return text.substr(0, text.find(". ") == std::string::npos ? text.size() : text.find(". ") + 1);
+}
+
+void list_messages(Stream& out) {
+    std::size_t width = 0;
+    for (const MessageDescription& row : message_catalogue()) {
+        width = std::max(width, row.id.size());
+    }
+    for (const MessageDescription& row : message_catalogue()) {
+        out.write(fmt::format("{}{:{}}  {:7}  {}\n", out.paint(Style::kBold, row.id), "",
+                              width - row.id.size(), name_of(row.severity),
+                              first_sentence(row.explanation)));
+    }
+}
+
+void explain_message(Stream& out, const MessageDescription& row) {
+    out.write(fmt::format("{} ({})\n\n", out.paint(Style::kBold, row.id), name_of(row.severity)));
+    for (const std::string& line : wrap_text(join_lines(row.explanation), kTextWidth)) {
+        out.write(line + '\n');
+    }
+    out.write("\nExample:\n\n");
+    for (std::string_view rest = row.example; !rest.empty();) {
+        const std::size_t end = rest.find('\n');
+        out.write(fmt::format("  {}\n", escape_text(rest.substr(0, end))));
+        rest.remove_prefix(end + 1);
+    }
+}
+
+int explain(Terminal& terminal, const std::vector<std::string>& ids) {
+    if (ids.empty()) {
+        list_messages(terminal.out);
+    }
+    const char* separator = "";
+    for (const std::string& id : ids) {
+        terminal.out.write(separator);
+        explain_message(terminal.out, *find_message(id));
+        separator = "\n";
+    }
+    return kExitDone;
+}
+
+}  // namespace
+
+Command add_explain(CLI::App& program) {
+    CLI::App* const app =
+        program.add_subcommand("explain", "Explain messages and show what gives them");
+    auto ids = std::make_shared<std::vector<std::string>>();
+    app->add_option("ID", *ids, "Ids of messages, as 'kivo check' prints them; else all are listed")
+        ->type_name("")
+        ->check(CLI::Validator(check_id, "").name(joined_words(known_ids())));
+    app->footer(
+        "Every example is a whole description that gives the message, if any does.\n"
+        "Exit status: 0 done, 2 wrong usage or no message of that id.\n\n"
+        "Example:\n  kivo explain unknown-section surplus-else");
+    return {app, "kivo explain [--color WHEN] [ID...]",
+            [ids](Terminal& terminal) { return explain(terminal, *ids); }};
+}

@@ -1,0 +1,132 @@
+#include <fmt/format.h>
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "kivo/kivo.h"
+#include "tools/commands/commands.h"
+#include "tools/commands/exit_status.h"
+#include "tools/description/description.h"
+#include "tools/show/parts.h"
+#include "tools/text/text_escape.h"
+#include "tools/text/words.h"
+
+namespace {
+
+void show_function_information(Page& page, const KIVO_INFO& info) {
+    const bool is_given = !info.vhdl_library.empty() || !info.time_scale.empty() ||
+                          !info.time_delta.empty() || info.start_time != 0;
+    if (!is_given) {
+        return;
+    }
+    Facts facts;
+    facts.add("VHDL library", info.vhdl_library);
+    facts.add("Simulation library", info.get_simulation_library());
+    facts.add("Start time", with_unit(info.start_time, info.time_scale));
+    facts.add("Time scale", info.time_scale);
+    facts.add("Time delta", info.time_delta);
+    page.heading("Function information");
+    page.table(facts.table(), 2);
+}
+
+void show_rules(Page& page, KIVO_INFO& info) {
+    Table table({"Kind", "Rule"});
+    info.reset_fn_rule_list();
+    while (const KIVO_RULE_ELEMENT* rule = info.get_next_fn_rule_element()) {
+        const bool is_required = rule->rule_kind == KIVO_RULE_REQUIRED;
+        table.add_row({is_required ? "required" : "optional", join_lines(rule->text3)});
+    }
+    if (!table.empty()) {
+        page.heading("Rules");
+        page.table(table, 2);
+    }
+}
+
+std::string severity_of(std::int32_t kind) {
+    switch (kind) {
+        case KIVO_RULE_CRITICAL_WARNING:
+            return "critical warning";
+        case KIVO_RULE_WARNING:
+            return "warning";
+        case KIVO_RULE_ERROR:
+            return "error";
+        case KIVO_RULE_INFO:
+            return "info";
+        default:
+            return fmt::format("kind {}", kind);
+    }
+}
+
+void show_messages(Page& page, KIVO_INFO& info) {
+    Table table({"Severity", "Message"});
+    info.reset_message_list();
+    while (const KIVO_RULE_ELEMENT* message = info.get_next_msg()) {
+        table.add_row({severity_of(message->rule_kind), join_lines(message->text1)});
+        if (!message->text3.empty()) {
+            table.add_note("if " + join_lines(message->text3));
+        }
+        if (!message->text2.empty()) {
+            table.add_note("else: " + join_lines(message->text2));
+        }
+    }
+    if (!table.empty()) {
+        page.heading("Messages");
+        page.table(table, 2);
+    }
+}
+
+std::string show_text(const Stream& stream, KIVO_INFO& info, const std::string& path) {
+    Page page(stream);
+    page.heading(info.function_name.empty() ? path : info.function_name);
+    show_function_information(page, info);
+    show_parameters(page, info);
+    show_ports(page, info);
+    show_hidden_parameters(page, info);
+    show_macros(page, info);
+    show_rules(page, info);
+    show_messages(page, info);
+    show_vectors(page, info);
+    show_wizard_maps(page, info);
+    show_help_text(page, info);
+    return page.text();
+}
+
+struct Options {
+    std::string path;
+    std::string format = "text";
+};
+
+int show(Terminal& terminal, const Options& options) {
+    Description description(options.path);
+    if (!report_loading(terminal, description)) {
+        return kExitFailed;
+    }
+    KIVO_INFO& info = description.info();
+    terminal.out.write(options.format == "json" ? show_json(info, options.path)
+                                                : show_text(terminal.out, info, options.path));
+    return description.has_messages() ? kExitMessages : kExitDone;
+}
+
+}  // namespace
+
+Command add_show(CLI::App& program) {
+    CLI::App* const app =
+        program.add_subcommand("show", "Show all that a description holds as tables");
+    auto options = std::make_shared<Options>();
+    app->add_option("FILE", options->path, "Description file")->required()->type_name("");
+    app->add_option("--format", options->format, "What to write: text (the default) or json")
+        ->type_name("FORMAT")
+        ->check(one_of({"text", "json"}));
+    app->footer(
+        "Sections that the description does not have are left out. Messages go to standard\n"
+        "error, as 'kivo check' writes them; what was read is shown all the same.\n"
+        "JSON holds everything, messages too, in one object whose keys are always there;\n"
+        "docs/show.schema.json describes each of them.\n"
+        "Exit status: 0 no messages, 1 messages, 2 wrong usage, 3 the file cannot be read.\n\n"
+        "Example:\n"
+        "  kivo show fifo_info.xml\n"
+        "  kivo show --format json fifo_info.xml | jq -r '.object_map[].name'");
+    return {app, "kivo show [--format text|json] [--color WHEN] FILE",
+            [options](Terminal& terminal) { return show(terminal, *options); }};
+}

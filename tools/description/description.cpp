@@ -1,0 +1,71 @@
+#include "tools/description/description.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+#include <string_view>
+
+#include "tools/findings/library_findings.h"
+#include "tools/findings/text_report.h"
+
+namespace {
+
+// "fifo" for "somewhere/fifo_info.xml": maps without a module name stand for the function's module.
+std::string function_of(const std::string& path) {
+    constexpr std::string_view kEnding = "_info.xml";
+    const std::string name = path.substr(path.find_last_of('/') + 1);
+    const bool is_usual = name.size() > kEnding.size() &&
+                          name.compare(name.size() - kEnding.size(), kEnding.size(), kEnding) == 0;
+    return is_usual ? name.substr(0, name.size() - kEnding.size()) : std::string();
+}
+
+}  // namespace
+
+std::optional<std::string> why_unreadable(const std::string& path) {
+    struct stat state = {};
+    if (stat(path.c_str(), &state) != 0) {
+        return std::strerror(errno);
+    }
+    if (S_ISDIR(state.st_mode)) {
+        return "it is a directory";
+    }
+    if (!S_ISREG(state.st_mode)) {
+        return "it is not a regular file";
+    }
+    const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (file < 0) {
+        return std::strerror(errno);
+    }
+    close(file);
+    return std::nullopt;
+}
+
+Description::Description(const std::string& path) : Description(path, path) {}
+
+Description::Description(const std::string& name, const std::string& path)
+    : name_(name), path_(path), failure_(why_unreadable(path)) {
+    if (!failure_) {
+        info_.function_name = function_of(path);
+        info_.process_xml_file(path);
+    }
+}
+
+Description::~Description() {
+    info_.delete_detached_objects();
+}
+
+bool report_loading(Terminal& terminal, const Description& description) {
+    if (description.failure()) {
+        terminal.report_error("cannot read '" + description.path() +
+                              "': " + *description.failure());
+        return false;
+    }
+    Sources sources;
+    for (const Finding& finding : library_findings(description, sources)) {
+        write_finding(terminal.err, description.name(), finding);
+    }
+    return true;
+}

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "kivo/kivo.h"
+#include "tools/terminal/terminal.h"
+
+// Why the file cannot be read ("No such file or directory"); nothing when it can.
+std::optional<std::string> why_unreadable(const std::string& path);
+
+// One description file, loaded, with all that it holds.
+class Description {
+public:
+    // Loads nothing when the file is not there: the library would look for it elsewhere, and a user
+    // who misspelt a path wants to know.
+    explicit Description(const std::string& path);
+    // The same for a file that is called "name" wherever it is shown.
+    Description(const std::string& name, const std::string& path);
+    Description(const Description&) = delete;
+    Description& operator=(const Description&) = delete;
+    ~Description();
+
+    // Why the file could not be read; nothing when it was.
+    const std::optional<std::string>& failure() const { return failure_; }
+    const std::string& name() const { return name_; }
+    const std::string& path() const { return path_; }
+    KIVO_INFO& info() { return info_; }
+    const KIVO_INFO& info() const { return info_; }
+    bool has_messages() const { return !info_.error_list.empty(); }
+
+private:
+    std::string name_;
+    std::string path_;
+    std::optional<std::string> failure_;
+    KIVO_INFO info_;
+};
+
+// What a command does before its own work: false, with the reason reported, when the file cannot
+// be read; else its messages are reported.
+bool report_loading(Terminal& terminal, const Description& description);

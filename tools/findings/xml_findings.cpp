@@ -1,0 +1,85 @@
+#include "tools/findings/xml_findings.h"
+
+#include <algorithm>
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+
+#include "tools/findings/library_findings.h"
+#include "tools/findings/notes.h"
+#include "tools/findings/xml_fault.h"
+#include "tools/text/text_steps.h"
+
+namespace {
+
+bool has_only_blanks(std::string_view text, std::size_t first, std::size_t second) {
+    const auto [begin, end] = std::minmax(first, second);
+    const std::string_view between = text.substr(begin, end - begin);
+    return between.find_first_not_of(kBlanks) == std::string_view::npos;
+}
+
+// Where the library has found faults of the XML itself, by file.
+using KnownFaults = std::multimap<std::string, Position>;
+
+KnownFaults known_faults(const std::vector<Finding>& findings) {
+    KnownFaults known;
+    for (const Finding& finding : findings) {
+        if (finding.id == "xml-syntax" && finding.place.start) {
+            known.emplace(finding.place.file, *finding.place.start);
+        }
+    }
+    return known;
+}
+
+// Whether the library has found the same: in the same line, or with nothing but blanks between the
+// two places, as at the end of a file.
+bool is_known(const KnownFaults& known, const std::string& file, const XmlFault& fault,
+              const Position& at, const SourceText& source) {
+    const auto [first, last] = known.equal_range(file);
+    return std::any_of(first, last, [&](const auto& entry) {
+        const Position& start = entry.second;
+        const auto offset = source.offset(start.line, start.column);
+        return start.line == at.line ||
+               (offset && has_only_blanks(source.text(), *offset, fault.begin));
+    });
+}
+
+// The files that the library has read, in the order of their marks.
+std::vector<std::string> files_of(const KIVO_INFO& info) {
+    std::vector<std::string> files;
+    std::set<std::string> known;
+    for (KIVO_MARK mark{1, 0}; !info.get_place(mark).file.empty(); ++mark.file) {
+        const std::string file = info.get_place(mark).file;
+        if (known.insert(file).second) {
+            files.push_back(file);
+        }
+    }
+    return files;
+}
+
+}  // namespace
+
+void append_xml_findings(std::vector<Finding>& findings, const Description& description,
+                         Sources& sources) {
+    const KnownFaults known = known_faults(findings);
+    for (const std::string& path : files_of(description.info())) {
+        const SourceText& source = sources.at(path);
+        const std::optional<XmlFault> fault = find_xml_fault(source.text(), source.is_known_utf8());
+        if (!fault) {
+            continue;
+        }
+        Finding finding;
+        finding.severity = Severity::kWarning;
+        finding.id = fault->id;
+        finding.text = fault->text;
+        const std::string name = path == description.path() ? description.name() : path;
+        finding.place = source.place(name, fault->begin, fault->end);
+        const Position& start = *finding.place.start;
+        if (!is_known(known, name, *fault, start, source)) {
+            Notes(description, sources).add_to(finding, {path, start.line, start.column});
+            findings.push_back(std::move(finding));
+        }
+    }
+}

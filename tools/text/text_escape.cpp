@@ -1,0 +1,166 @@
+#include "tools/text/text_escape.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <iterator>
+
+namespace {
+
+bool is_continuation(char letter) {
+    return (static_cast<unsigned char>(letter) & 0xC0) == 0x80;
+}
+
+std::uint32_t decode(std::string_view sequence) {
+    const auto first = static_cast<unsigned char>(sequence[0]);
+    if (sequence.size() == 1) {
+        return first;
+    }
+    std::uint32_t code = first & (0xFFU >> (sequence.size() + 1));
+    for (const char letter : sequence.substr(1)) {
+        code = (code << 6) | (static_cast<unsigned char>(letter) & 0x3FU);
+    }
+    return code;
+}
+
+struct CodeRange {
+    std::uint32_t first;
+    std::uint32_t last;
+};
+
+// Control characters, those that reorder or hide the text around them, and those that no XML may
+// hold.
+// clang-format off
+constexpr CodeRange kHarmful[] = {
+    { 0x0000, 0x001F },
+    { 0x007F, 0x009F },
+    { 0x061C, 0x061C },
+    { 0x200B, 0x200F },
+    { 0x2028, 0x202E },
+    { 0x2060, 0x2069 },
+    { 0xFEFF, 0xFEFF },
+    { 0xFFF9, 0xFFFB },
+    { 0xFFFE, 0xFFFF },
+    { 0xE0000, 0xE007F },
+};
+// clang-format on
+
+bool is_harmful(std::uint32_t code) {
+    return std::any_of(std::begin(kHarmful), std::end(kHarmful), [code](const CodeRange& range) {
+        return range.first <= code && code <= range.last;
+    });
+}
+
+void append_escape(std::string& out, std::uint32_t code) {
+    switch (code) {
+        case '\n':
+            out += "\\n";
+            return;
+        case '\r':
+            out += "\\r";
+            return;
+        case '\t':
+            out += "\\t";
+            return;
+        default:
+            out += code < 0x80 ? fmt::format("\\x{:02X}", code) : fmt::format("\\u{:04X}", code);
+    }
+}
+
+bool is_blank(char letter) {
+    return letter == ' ' || letter == '\t' || letter == '\n' || letter == '\r';
+}
+
+}  // namespace
+
+std::size_t utf8_length(std::string_view text) {
+    const auto first = static_cast<unsigned char>(text[0]);
+    if (first < 0x80) {
+        return 1;
+    }
+    const std::size_t length = first >= 0xF5   ? 0
+                               : first >= 0xF0 ? 4
+                               : first >= 0xE0 ? 3
+                               : first >= 0xC2 ? 2
+                                               : 0;
+    if (length == 0 || text.size() < length) {
+        return 0;
+    }
+    const std::string_view rest = text.substr(1, length - 1);
+    if (!std::all_of(rest.begin(), rest.end(), is_continuation)) {
+        return 0;
+    }
+    const std::uint32_t code = decode(text.substr(0, length));
+    const bool is_overlong = (length == 3 && code < 0x800) || (length == 4 && code < 0x10000);
+    const bool is_surrogate = code >= 0xD800 && code <= 0xDFFF;
+    return is_overlong || is_surrogate || code > 0x10FFFF ? 0 : length;
+}
+
+std::string escape_text(std::string_view text) {
+    std::string out;
+    out.reserve(text.size());
+    while (!text.empty()) {
+        const std::size_t length = utf8_length(text);
+        if (length == 0) {
+            fmt::format_to(std::back_inserter(out), "\\x{:02X}",
+                           static_cast<unsigned char>(text[0]));
+            text.remove_prefix(1);
+            continue;
+        }
+        const std::string_view sequence = text.substr(0, length);
+        const std::uint32_t code = decode(sequence);
+        if (is_harmful(code)) {
+            append_escape(out, code);
+        } else {
+            out += sequence;
+        }
+        text.remove_prefix(length);
+    }
+    return out;
+}
+
+std::string join_lines(std::string_view text) {
+    std::string out;
+    out.reserve(text.size());
+    while (!text.empty()) {
+        const auto run_end = std::find_if_not(text.begin(), text.end(), is_blank);
+        const auto run = text.substr(0, static_cast<std::size_t>(run_end - text.begin()));
+        text.remove_prefix(run.size());
+        const bool is_at_end = out.empty() || text.empty();
+        if (!run.empty() && !is_at_end) {
+            out += run.find('\n') == std::string_view::npos ? run : std::string_view(" ");
+        }
+        const auto word_end = std::find_if(text.begin(), text.end(), is_blank);
+        const auto length = static_cast<std::size_t>(word_end - text.begin());
+        out += text.substr(0, length);
+        text.remove_prefix(length);
+    }
+    return out;
+}
+
+std::size_t text_width(std::string_view text) {
+    return static_cast<std::size_t>(std::count_if(
+        text.begin(), text.end(), [](char letter) { return !is_continuation(letter); }));
+}
+
+std::vector<std::string> wrap_text(std::string_view text, std::size_t width) {
+    std::vector<std::string> lines(1);
+    std::size_t used = 0;
+    while (!text.empty()) {
+        // A word with the blanks before it, which go when the line is broken there.
+        const std::size_t start = std::min(text.find_first_not_of(' '), text.size());
+        const std::size_t end = std::min(text.find(' ', start), text.size());
+        const std::string_view word = text.substr(start, end - start);
+        const std::size_t wide = text_width(word);
+        if (used > 0 && !word.empty() && used + start + wide > width) {
+            lines.emplace_back(word);
+            used = wide;
+        } else {
+            lines.back() += text.substr(0, end);
+            used += start + wide;
+        }
+        text.remove_prefix(end);
+    }
+    return lines;
+}

@@ -1,0 +1,41 @@
+#include "tools/text/words.h"
+
+#include <fmt/format.h>
+
+std::string with_unit(std::int64_t time, const std::string& scale) {
+    const bool is_unit = !scale.empty() && scale.find_first_of("0123456789") == std::string::npos;
+    return fmt::format("{}{}", time, is_unit ? ' ' + scale : std::string());
+}
+
+std::string radix_name(DRO_MEMORY_RADIXES radix) {
+    switch (radix) {
+        case DRO_RADIX_BINARY:
+            return "binary";
+        case DRO_RADIX_SIGNED:
+            return "signed";
+        case DRO_RADIX_UNSIGNED:
+            return "unsigned";
+        case DRO_RADIX_HEX:
+            return "hexadecimal";
+        case DRO_RADIX_OCTAL:
+            return "octal";
+        case DRO_RADIX_FIXED_POINT:
+            return "fixed point";
+        case DRO_RADIX_NONE:
+            break;
+    }
+    return "as written";
+}
+
+std::string connection_name(std::int32_t cnx_type) {
+    switch (cnx_type) {
+        case 0:
+            return "private";
+        case 1:
+            return "constant";
+        case 2:
+            return "used port";
+        default:
+            return "";
+    }
+}
