@@ -2,13 +2,12 @@
 // that the page shows.
 
 #include <gtest/gtest.h>
-#include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <string>
 #include <vector>
 
-#include "kivo/kivo.h"
+#include "tests/support/description.h"
 
 namespace {
 
@@ -56,37 +55,22 @@ std::string as_document(const std::string& text) {
     return is_whole ? text : "<ROOT>\n" + text + "</ROOT>\n";
 }
 
-class DescriptionFormat : public testing::Test {
-protected:
-    void SetUp() override {
-        path_ = testing::TempDir() + "description_format_XXXXXX";
-        ASSERT_NE(mkdtemp(path_.data()), nullptr);
-    }
-    void TearDown() override { std::filesystem::remove_all(path_); }
+std::vector<std::string> messages_of_document(const std::string& document) {
+    Loaded loaded("");
+    loaded.load_document(document);
+    return loaded.messages();
+}
 
-    std::vector<std::string> load(const std::string& document) {
-        const std::string file = path_ + "/example.xml";
-        std::ofstream(file) << document;
-        KIVO_INFO info;
-        info.process_xml_file(file);
-        info.delete_detached_objects();
-        return info.error_list;
-    }
-
-private:
-    std::string path_;
-};
-
-TEST_F(DescriptionFormat, every_example_gives_exactly_the_messages_shown) {
+TEST(DescriptionFormat, every_example_gives_exactly_the_messages_shown) {
     const std::vector<Example> examples = read_examples();
     ASSERT_GT(examples.size(), 20u);
     for (const Example& example : examples) {
-        EXPECT_EQ(load(as_document(example.text)), example.messages)
+        EXPECT_EQ(messages_of_document(as_document(example.text)), example.messages)
             << "example at line " << example.line;
     }
 }
 
-TEST_F(DescriptionFormat, the_page_shows_messages_of_every_section) {
+TEST(DescriptionFormat, the_page_shows_messages_of_every_section) {
     std::size_t messages = 0;
     for (const Example& example : read_examples()) {
         messages += example.messages.size();

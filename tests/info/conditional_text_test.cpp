@@ -5,6 +5,7 @@
 #include "kivo/kivo.h"
 #include "tests/support/conditional_text.h"
 #include "tests/support/description.h"
+#include "tests/support/extent.h"
 #include "tests/support/rules.h"
 
 namespace {
@@ -223,40 +224,46 @@ std::size_t depth_of(KIVO_CONDITIONAL_TEXT* sequence) {
     return depth;
 }
 
-constexpr std::size_t kManyLevels = 1000000;
-
 }  // namespace
 
-TEST(ConditionalTextDepth, million_levels_of_then_are_read_and_released) {
-    Loaded store("<HTML_TEXT><INTRO>" + nested("<THEN>", "</THEN>", kManyLevels, "<T>x</T>") +
-                 "</INTRO></HTML_TEXT>");
-    EXPECT_TRUE(store.clean);
-    ASSERT_NE(store.info.html_text, nullptr);
-    EXPECT_EQ(depth_of(store.info.html_text->intro), kManyLevels + 1);
+TEST(ConditionalTextDepth, very_many_levels_of_then_are_read_and_released) {
+    on_small_stack([] {
+        Loaded store("<HTML_TEXT><INTRO>" + nested("<THEN>", "</THEN>", kVeryMany, "<T>x</T>") +
+                     "</INTRO></HTML_TEXT>");
+        EXPECT_TRUE(store.clean);
+        ASSERT_NE(store.info.html_text, nullptr);
+        EXPECT_EQ(depth_of(store.info.html_text->intro), kVeryMany + 1);
+    });
 }
 
-TEST(ConditionalTextDepth, million_levels_of_conditional_else_are_read_and_released) {
-    Loaded store("<WAVE_DATA><WAVE NAME='w'><DESCRIPTION>" +
-                 nested("<IF>p</IF><THEN>x</THEN><ELSE>", "</ELSE>", kManyLevels, "<IF>q</IF>") +
-                 "</DESCRIPTION></WAVE></WAVE_DATA>");
-    EXPECT_TRUE(store.clean);
-    const KIVO_VECTOR_OBJ* vector = store.info.get_vector_obj("w");
-    ASSERT_NE(vector, nullptr);
-    EXPECT_EQ(depth_of(vector->description), kManyLevels + 1);
+TEST(ConditionalTextDepth, very_many_levels_of_conditional_else_are_read_and_released) {
+    on_small_stack([] {
+        Loaded store("<WAVE_DATA><WAVE NAME='w'><DESCRIPTION>" +
+                     nested("<IF>p</IF><THEN>x</THEN><ELSE>", "</ELSE>", kVeryMany, "<IF>q</IF>") +
+                     "</DESCRIPTION></WAVE></WAVE_DATA>");
+        EXPECT_TRUE(store.clean);
+        const KIVO_VECTOR_OBJ* vector = store.info.get_vector_obj("w");
+        ASSERT_NE(vector, nullptr);
+        EXPECT_EQ(depth_of(vector->description), kVeryMany + 1);
+    });
 }
 
-TEST(ConditionalTextDepth, million_levels_of_unknown_tags_are_dropped) {
-    Loaded store("<HTML_TEXT><INTRO>" + nested("<B>", "</B>", kManyLevels, "<T>x</T>") +
-                 "</INTRO></HTML_TEXT>");
-    EXPECT_TRUE(store.clean);
-    EXPECT_EQ(written(store.info.html_text->intro), "[?]");
+TEST(ConditionalTextDepth, very_many_levels_of_unknown_tags_are_dropped) {
+    on_small_stack([] {
+        Loaded store("<HTML_TEXT><INTRO>" + nested("<B>", "</B>", kVeryMany, "<T>x</T>") +
+                     "</INTRO></HTML_TEXT>");
+        EXPECT_TRUE(store.clean);
+        EXPECT_EQ(written(store.info.html_text->intro), "[?]");
+    });
 }
 
 TEST(ConditionalTextDepth, deep_sequence_is_released_when_it_is_replaced) {
-    const std::string deep = nested("<THEN>", "</THEN>", 100000, "<T>x</T>");
-    Loaded store("<HTML_TEXT><INTRO><IF>p</IF><THEN>" + deep + "</THEN><THEN>y</THEN></INTRO>" +
-                 "<END>" + deep + "</END><END><T>z</T></END></HTML_TEXT>");
-    EXPECT_TRUE(store.clean);
-    EXPECT_EQ(written(store.info.html_text->intro), "[p?y]");
-    EXPECT_EQ(written(store.info.html_text->end), "[?z]");
+    on_small_stack([] {
+        const std::string deep = nested("<THEN>", "</THEN>", kVeryMany, "<T>x</T>");
+        Loaded store("<HTML_TEXT><INTRO><IF>p</IF><THEN>" + deep + "</THEN><THEN>y</THEN></INTRO>" +
+                     "<END>" + deep + "</END><END><T>z</T></END></HTML_TEXT>");
+        EXPECT_TRUE(store.clean);
+        EXPECT_EQ(written(store.info.html_text->intro), "[p?y]");
+        EXPECT_EQ(written(store.info.html_text->end), "[?z]");
+    });
 }

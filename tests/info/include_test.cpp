@@ -1,5 +1,4 @@
 #include <gtest/gtest.h>
-#include <pthread.h>
 #include <sys/resource.h>
 
 #include <filesystem>
@@ -7,6 +6,7 @@
 #include <vector>
 
 #include "tests/support/description.h"
+#include "tests/support/extent.h"
 
 namespace {
 
@@ -240,35 +240,19 @@ TEST(Include, cycle_is_over_with_its_load) {
 
 TEST(Include, chain_of_ten_thousand_files_loads_with_a_small_stack_and_few_descriptors) {
     constexpr int kCount = 10000;
-    struct Load {
-        TemporaryFolder folder;
-        LoadedStore store;
-        bool clean = false;
-    } load;
-    write_chain(load.folder, kCount);
+    const TemporaryFolder folder;
+    write_chain(folder, kCount);
+    LoadedStore store;
+    bool clean = false;
 
     rlimit before{};
     ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &before), 0);
     rlimit few = before;
     few.rlim_cur = 32;
     ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &few), 0);
-    pthread_attr_t small_stack;
-    pthread_attr_init(&small_stack);
-    pthread_attr_setstacksize(&small_stack, 256 * 1024);
-    const auto run = [](void* argument) -> void* {
-        auto* job = static_cast<Load*>(argument);
-        job->clean = job->store.info.process_xml_file(job->folder.path("0"));
-        return nullptr;
-    };
-    pthread_t thread;
-    const int created = pthread_create(&thread, &small_stack, run, &load);
-    if (created == 0) {
-        pthread_join(thread, nullptr);
-    }
-    pthread_attr_destroy(&small_stack);
+    on_small_stack([&] { clean = store.info.process_xml_file(folder.path("0")); });
     setrlimit(RLIMIT_NOFILE, &before);
-    ASSERT_EQ(created, 0);
-    EXPECT_TRUE(load.clean);
-    EXPECT_EQ(load.store.messages(), Messages());
-    EXPECT_EQ(count_rules(load.store.info), static_cast<std::size_t>(kCount));
+    EXPECT_TRUE(clean);
+    EXPECT_EQ(store.messages(), Messages());
+    EXPECT_EQ(count_rules(store.info), static_cast<std::size_t>(kCount));
 }

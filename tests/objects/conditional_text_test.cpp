@@ -4,6 +4,7 @@
 
 #include "kivo/objects/rule_element.h"
 #include "kivo/objects/text_obj.h"
+#include "tests/support/extent.h"
 
 TEST(ConditionalTextObject, everything_is_empty_at_first) {
     KIVO_CONDITIONAL_TEXT text;
@@ -88,9 +89,9 @@ TEST(ConditionalTextObject, deletes_the_pieces_that_it_owns_and_no_others) {
 }
 
 TEST(ConditionalTextObject, chain_of_nested_sequences_is_released_whatever_its_length) {
-    constexpr int kLength = 1000000;
+    constexpr int kLength = static_cast<int>(kVeryMany);
     int destructions = 0;
-    {
+    on_small_stack([&] {
         KIVO_CONDITIONAL_TEXT top;
         KIVO_CONDITIONAL_TEXT* last = &top;
         for (int i = 0; i < kLength; ++i) {
@@ -98,7 +99,7 @@ TEST(ConditionalTextObject, chain_of_nested_sequences_is_released_whatever_its_l
             sub = new Piece(destructions);
             last = sub;
         }
-    }
+    });
     EXPECT_EQ(destructions, kLength);
 }
 

@@ -105,24 +105,6 @@ std::string example(const std::string& name) {
     return std::string(KIVO_EXAMPLES) + '/' + name;
 }
 
-TemporaryFolder::TemporaryFolder() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "kivo-XXXXXX").string();
-    if (mkdtemp(pattern.data()) == nullptr) {
-        throw std::runtime_error("cannot make a temporary folder");
-    }
-    folder_ = pattern;
-}
-
-TemporaryFolder::~TemporaryFolder() {
-    std::error_code ignored;
-    std::filesystem::remove_all(folder_, ignored);
-}
-
-std::string TemporaryFolder::write(const std::string& name, const std::string& content) const {
-    std::ofstream(folder_ / name, std::ios::binary) << content;
-    return path(name);
-}
-
 std::string with_sections(const std::string& sections) {
     return "<ROOT>\n" + sections + "\n</ROOT>\n";
 }

@@ -1,9 +1,10 @@
 #pragma once
 
-#include <filesystem>
 #include <map>
 #include <string>
 #include <vector>
+
+#include "tests/support/temporary_folder.h"
 
 // The exit status of a run that was to obey permissions and could not be made to.
 constexpr int kCannotGiveUp = 125;
@@ -29,22 +30,6 @@ RunResult run_kivo(const std::vector<std::string>& arguments, const RunOptions& 
 
 // The path of one of the project's example descriptions.
 std::string example(const std::string& name);
-
-// A folder of its own for one test, removed with all that is in it.
-class TemporaryFolder {
-public:
-    TemporaryFolder();
-    ~TemporaryFolder();
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-
-    // Writes a file and returns its path.
-    std::string write(const std::string& name, const std::string& content) const;
-    std::string path(const std::string& name) const { return (folder_ / name).string(); }
-
-private:
-    std::filesystem::path folder_;
-};
 
 // A description with these sections.
 std::string with_sections(const std::string& sections);

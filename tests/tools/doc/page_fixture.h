@@ -2,26 +2,18 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
 #include <pugixml.hpp>
 #include <sstream>
 #include <string>
 #include <vector>
 
+#include "tests/support/temporary_folder.h"
 #include "tools/description/description.h"
 #include "tools/doc/page.h"
 
 // Pages of descriptions, parsed as the XML that they are.
 class PageTest : public testing::Test {
 protected:
-    PageTest() {
-        std::string name = testing::TempDir() + "kivo-page-XXXXXX";
-        folder_ = mkdtemp(name.data());
-    }
-
-    ~PageTest() override { std::filesystem::remove_all(folder_); }
-
     // The page of the file, which "document" is then parsed from.
     void make(const std::string& path) {
         Description description(path);
@@ -35,9 +27,7 @@ protected:
 
     // The page of a description with these sections.
     void make_from(const std::string& sections) {
-        const std::string path = folder_ + "/sample_info.xml";
-        std::ofstream(path, std::ios::binary) << "<ROOT>" << sections << "</ROOT>";
-        make(path);
+        make(folder_.write("sample_info.xml", "<ROOT>" + sections + "</ROOT>"));
     }
 
     pugi::xml_node section(const char* id) const {
@@ -84,7 +74,7 @@ protected:
     pugi::xml_document document;
 
 private:
-    std::string folder_;
+    TemporaryFolder folder_;
 };
 
 using Texts = std::vector<std::string>;

@@ -9,19 +9,14 @@
 #include <fstream>
 #include <iterator>
 
+#include "tests/support/temporary_folder.h"
+
 namespace fs = std::filesystem;
 
 namespace {
 
 class FileOutputTest : public testing::Test {
 protected:
-    FileOutputTest() {
-        std::string name = testing::TempDir() + "kivo-output-XXXXXX";
-        folder = mkdtemp(name.data());
-    }
-
-    ~FileOutputTest() override { fs::remove_all(folder); }
-
     static std::string content_of(const fs::path& path) {
         std::ifstream stream(path, std::ios::binary);
         return {std::istreambuf_iterator<char>(stream), {}};
@@ -32,7 +27,8 @@ protected:
             std::distance(fs::directory_iterator(folder), fs::directory_iterator()));
     }
 
-    fs::path folder;
+    TemporaryFolder temporary;
+    fs::path folder = temporary.path("");
 };
 
 // Lets no file grow beyond some bytes, as a disk does that is full.

@@ -37,7 +37,7 @@ std::string_view view_to_nul(const char* begin) {
 
 // A node's name or value stands in the buffer of the document when it has one, else anywhere.
 std::string_view view_of(const char* parsed) {
-    return *parsed == '\0' ? std::string_view(parsed, 0) : view_to_nul(parsed);
+    return *parsed == '\0' ? std::string_view(parsed, parsed) : view_to_nul(parsed);
 }
 
 bool is_blank(std::string_view text) {
