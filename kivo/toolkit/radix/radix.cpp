@@ -35,8 +35,9 @@ struct FixedPoint {
     std::size_t size() const { return integer_bits + fraction_bits; }
 };
 
-// A description comes from a file, where a few digits would otherwise ask for gigabytes.
-constexpr std::size_t kMaxFixedPointBits = std::size_t{1} << 20;
+// A description comes from a file, where a few digits would otherwise ask for gigabytes, and each
+// value of a wave for a part of a second.
+constexpr std::size_t kMaxFixedPointBits = 65536;
 
 bool is_decimal(DRO_MEMORY_RADIXES radix) {
     return radix == DRO_RADIX_SIGNED || radix == DRO_RADIX_UNSIGNED;

@@ -25,9 +25,8 @@ bool dro_radix_conversion(const std::string& in, std::string* out, DRO_MEMORY_RA
 
 // The same where one side is fixed point. "description" is "I.F", the bits before and after the
 // point, unsigned unless it begins with "s", where the sign bit is counted in I. Reading a number
-// rounds to the nearest step, ties away from zero. A description of no bits, or of more than 2^20,
-// is malformed and fails.
-// REQUIRES: out != nullptr
+// rounds to the nearest step, ties away from zero. A description of no bits, or of more than
+// 65,536, is malformed and fails. REQUIRES: out != nullptr
 bool dro_radix_conversion_fixed_point(const std::string& in, std::string* out,
                                       DRO_MEMORY_RADIXES in_radix, DRO_MEMORY_RADIXES out_radix,
                                       const std::string& description);

@@ -515,6 +515,28 @@ TEST(RadixNumbers, LongNumbersComeBack) {
     }
 }
 
+// What is left of a number of these digits when it is divided by a prime.
+std::uint64_t rest_of(const std::string& digits, unsigned radix, std::uint64_t prime) {
+    std::uint64_t rest = 0;
+    for (const char digit : digits) {
+        const auto value = static_cast<unsigned>(digit <= '9' ? digit - '0' : digit - 'A' + 10);
+        rest = (rest * radix + value) % prime;
+    }
+    return rest;
+}
+
+TEST(RadixNumbers, LongNumbersAreTheSameNumberInEachRadix) {
+    for (const std::string& number :
+         {long_digits(77'000, 10), long_digits(80'000, 10), long_digits(200'003, 10),
+          std::string(100'000, '9'), "1" + std::string(100'000, '0')}) {
+        const std::string hex = convert(number, kUnsigned, kHex);
+        for (const std::uint64_t prime : {4294967291U, 4294967279U, 998244353U}) {
+            EXPECT_EQ(rest_of(hex, 16, prime), rest_of(number, 10, prime)) << number.size();
+        }
+        EXPECT_TRUE(number == convert(hex, kHex, kUnsigned)) << number.size();
+    }
+}
+
 TEST(RadixNumbers, LongPatternsComeBack) {
     for (const std::size_t size : {63, 64, 65, 1000, 1000000}) {
         const std::string bits = long_digits(size * 12, 2);
@@ -680,6 +702,15 @@ TEST(RadixFixedPoint, RejectsMalformedDescriptions) {
         EXPECT_EQ(kFails, convert_fixed("1", kBinary, kFixed, description)) << description;
         EXPECT_EQ(kFails, convert_fixed("0", kFixed, kBinary, description)) << description;
         EXPECT_EQ(kFails, convert_fixed("0", kFixed, kFixed, description)) << description;
+    }
+}
+
+TEST(RadixFixedPoint, DescriptionsUpTo65536BitsAreRead) {
+    for (const char* const description : {"65535.0", "65536.0", "s65536.0", "32768.32768", "0.65536"}) {
+        EXPECT_EQ("0", convert_fixed("0", kBinary, kFixed, description)) << description;
+    }
+    for (const char* const description : {"65537.0", "s65537.0", "65536.1", "32768.32769", "0.65537"}) {
+        EXPECT_EQ(kFails, convert_fixed("0", kBinary, kFixed, description)) << description;
     }
 }
 

@@ -6,46 +6,12 @@
 
 namespace {
 
-__extension__ typedef unsigned __int128 Wide;
-
-constexpr std::size_t kLimbBits = 64;
-
-// Decimals are cut into the largest chunks that fit a limb.
-constexpr std::size_t kChunkDigits = 19;
-constexpr std::uint64_t kChunk = 10'000'000'000'000'000'000U;
-
-// The division below needs a divisor whose top bit is set.
-static_assert(kChunk >> (kLimbBits - 1) == 1);
-constexpr auto kReciprocal = static_cast<std::uint64_t>(~Wide{0} / kChunk);
+// From so many limbs on the conversion that splits its number is the cheaper one.
+constexpr std::size_t kManyLimbs = 4096;
 
 // A division waits for the one before it in the same walk over a number, but not for the ones of
 // other walks: several walks in one keep the processor busy.
 constexpr std::size_t kStepsAtOnce = 4;
-
-struct Division {
-    std::uint64_t quotient;
-    std::uint64_t rest;
-};
-
-// Divides high * 2^64 + low by kChunk. Multiplying by the reciprocal and correcting the estimate
-// takes a fraction of the time of the compiler's 128-bit division, which is a function call.
-// REQUIRES: high < kChunk
-inline Division divide_by_chunk(std::uint64_t high, std::uint64_t low) {
-    const Wide number = (Wide{high} << kLimbBits) | low;
-    const Wide estimate = Wide{kReciprocal} * high + number;
-    std::uint64_t quotient = static_cast<std::uint64_t>(estimate >> kLimbBits) + 1;
-    std::uint64_t rest = low - quotient * kChunk;
-    // Half of all estimates are too high, which a branch would guess wrong as often.
-    const std::uint64_t too_high =
-        rest > static_cast<std::uint64_t>(estimate) ? ~std::uint64_t{0} : 0;
-    quotient += too_high;
-    rest += too_high & kChunk;
-    if (rest >= kChunk) {
-        ++quotient;
-        rest -= kChunk;
-    }
-    return {quotient, rest};
-}
 
 std::uint64_t read_chunk(std::string_view digits) {
     std::uint64_t chunk = 0;
@@ -64,6 +30,18 @@ void write_chunk(std::string& text, std::uint64_t chunk) {
     text.append(digits, kChunkDigits);
 }
 
+// Most significant first; the first chunk takes what is short of a whole one.
+Limbs read_chunks(std::string_view digits) {
+    Limbs chunks;
+    chunks.reserve(digits.size() / kChunkDigits + 1);
+    std::size_t size = digits.size() % kChunkDigits;
+    chunks.push_back(read_chunk(digits.substr(0, size)));
+    for (; size < digits.size(); size += kChunkDigits) {
+        chunks.push_back(read_chunk(digits.substr(size, kChunkDigits)));
+    }
+    return chunks;
+}
+
 std::uint64_t read_limb(std::string_view bits) {
     std::uint64_t limb = 0;
     for (const char bit : bits) {
@@ -78,6 +56,29 @@ void write_limb(std::uint64_t limb, char* begin, char* end) {
         *--end = static_cast<char>('0' + (limb & 1));
         limb >>= 1;
     }
+}
+
+// The chunks of the number, least significant first.
+Limbs divided_into_chunks(Limbs rest) {
+    Limbs chunks;
+    chunks.reserve(rest.size() + rest.size() / 64 + kStepsAtOnce);
+    while (!rest.empty()) {
+        std::array<std::uint64_t, kStepsAtOnce> remainders{};
+        for (std::size_t i = rest.size(); i-- > 0;) {
+            std::uint64_t limb = rest[i];
+            for (std::uint64_t& remainder : remainders) {
+                const Division division = divide_by_chunk(remainder, limb);
+                limb = division.quotient;
+                remainder = division.rest;
+            }
+            rest[i] = limb;
+        }
+        chunks.insert(chunks.end(), remainders.begin(), remainders.end());
+        while (!rest.empty() && rest.back() == 0) {
+            rest.pop_back();
+        }
+    }
+    return chunks;
 }
 
 }  // namespace
@@ -95,12 +96,16 @@ BigNumber BigNumber::from_bits(std::string_view bits) {
 }
 
 BigNumber BigNumber::from_decimal(std::string_view digits) {
+    Limbs chunks = read_chunks(digits);
     BigNumber number;
-    number.limbs_.reserve(digits.size() / kChunkDigits + 1);
-    std::size_t size = digits.size() % kChunkDigits;
-    number.append_chunk(read_chunk(digits.substr(0, size)));
-    for (; size < digits.size(); size += kChunkDigits) {
-        number.append_chunk(read_chunk(digits.substr(size, kChunkDigits)));
+    if (chunks.size() >= kManyLimbs) {
+        std::reverse(chunks.begin(), chunks.end());
+        number.limbs_ = decimal_to_binary(chunks);
+        return number;
+    }
+    number.limbs_.reserve(chunks.size());
+    for (const std::uint64_t chunk : chunks) {
+        number.append_chunk(chunk);
     }
     return number;
 }
@@ -129,25 +134,8 @@ std::string BigNumber::to_bits(std::size_t size) const {
 }
 
 std::string BigNumber::to_decimal() const {
-    std::vector<std::uint64_t> rest = limbs_;
-    std::vector<std::uint64_t> chunks;
-    chunks.reserve(rest.size() + rest.size() / 64 + kStepsAtOnce);
-    while (!rest.empty()) {
-        std::array<std::uint64_t, kStepsAtOnce> remainders{};
-        for (std::size_t i = rest.size(); i-- > 0;) {
-            std::uint64_t limb = rest[i];
-            for (std::uint64_t& remainder : remainders) {
-                const Division division = divide_by_chunk(remainder, limb);
-                limb = division.quotient;
-                remainder = division.rest;
-            }
-            rest[i] = limb;
-        }
-        chunks.insert(chunks.end(), remainders.begin(), remainders.end());
-        while (!rest.empty() && rest.back() == 0) {
-            rest.pop_back();
-        }
-    }
+    const Limbs chunks =
+        limbs_.size() >= kManyLimbs ? binary_to_decimal(limbs_) : divided_into_chunks(limbs_);
     std::string digits;
     digits.reserve(chunks.size() * kChunkDigits + 1);
     std::for_each(chunks.rbegin(), chunks.rend(),
@@ -194,7 +182,7 @@ void BigNumber::drop_leading_zeros() {
 }
 
 std::string decimal_fraction_to_bits(std::string_view digits, std::size_t size) {
-    std::vector<std::uint64_t> chunks;
+    Limbs chunks;
     chunks.reserve(digits.size() / kChunkDigits + 1);
     std::string padded;
     for (std::size_t i = 0; i < digits.size(); i += kChunkDigits) {
@@ -230,7 +218,7 @@ std::string bit_fraction_to_decimal(std::string_view bits) {
     bits = bits.substr(0, bits.find_last_of('1') + 1);
     std::string padded(bits);
     padded.resize((bits.size() + kLimbBits - 1) / kLimbBits * kLimbBits, '0');
-    std::vector<std::uint64_t> limbs;
+    Limbs limbs;
     limbs.reserve(padded.size() / kLimbBits);
     for (std::size_t i = 0; i < padded.size(); i += kLimbBits) {
         limbs.push_back(read_limb(std::string_view(padded).substr(i, kLimbBits)));

@@ -4,7 +4,8 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <vector>
+
+#include "kivo/toolkit/radix/internal/limbs.h"
 
 // A natural number of any length. Texts of bits are made of "0" and "1", texts of digits of "0" to
 // "9", both with the most significant first; other characters are the caller's error.
@@ -36,7 +37,7 @@ private:
     void drop_leading_zeros();
 
     // Least significant first; the last one is not 0.
-    std::vector<std::uint64_t> limbs_;
+    Limbs limbs_;
 };
 
 // The first "size" bits behind the binary point of the fraction that has "digits" behind its
