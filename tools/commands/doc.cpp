@@ -3,7 +3,7 @@
 
 #include "tools/commands/commands.h"
 #include "tools/commands/exit_status.h"
-#include "tools/description/description.h"
+#include "tools/commands/loading.h"
 #include "tools/doc/page.h"
 #include "tools/files/file_output.h"
 

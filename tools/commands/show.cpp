@@ -7,7 +7,7 @@
 #include "kivo/kivo.h"
 #include "tools/commands/commands.h"
 #include "tools/commands/exit_status.h"
-#include "tools/description/description.h"
+#include "tools/commands/loading.h"
 #include "tools/show/parts.h"
 #include "tools/text/text_escape.h"
 #include "tools/text/words.h"

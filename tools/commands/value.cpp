@@ -10,7 +10,7 @@
 #include "kivo/kivo.h"
 #include "tools/commands/commands.h"
 #include "tools/commands/exit_status.h"
-#include "tools/description/description.h"
+#include "tools/commands/loading.h"
 #include "tools/text/text_escape.h"
 
 namespace {

@@ -9,7 +9,7 @@
 #include "kivo/kivo.h"
 #include "tools/commands/commands.h"
 #include "tools/commands/exit_status.h"
-#include "tools/description/description.h"
+#include "tools/commands/loading.h"
 #include "tools/files/file_output.h"
 #include "tools/terminal/table.h"
 #include "tools/text/text_escape.h"

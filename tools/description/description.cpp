@@ -8,9 +8,6 @@
 #include <cstring>
 #include <string_view>
 
-#include "tools/findings/library_findings.h"
-#include "tools/findings/text_report.h"
-
 namespace {
 
 // "fifo" for "somewhere/fifo_info.xml": maps without a module name stand for the function's module.
@@ -55,17 +52,4 @@ Description::Description(const std::string& name, const std::string& path)
 
 Description::~Description() {
     info_.delete_detached_objects();
-}
-
-bool report_loading(Terminal& terminal, const Description& description) {
-    if (description.failure()) {
-        terminal.report_error("cannot read '" + description.path() +
-                              "': " + *description.failure());
-        return false;
-    }
-    Sources sources;
-    for (const Finding& finding : library_findings(description, sources)) {
-        write_finding(terminal.err, description.name(), finding);
-    }
-    return true;
 }

@@ -4,7 +4,6 @@
 #include <string>
 
 #include "kivo/kivo.h"
-#include "tools/terminal/terminal.h"
 
 // Why the file cannot be read ("No such file or directory"); nothing when it can.
 std::optional<std::string> why_unreadable(const std::string& path);
@@ -35,7 +34,3 @@ private:
     std::optional<std::string> failure_;
     KIVO_INFO info_;
 };
-
-// What a command does before its own work: false, with the reason reported, when the file cannot
-// be read; else its messages are reported.
-bool report_loading(Terminal& terminal, const Description& description);

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "kivo/toolkit/xml/internal/encoding.h"
-#include "tools/findings/finding.h"
+#include "tools/description/place.h"
 
 // A file as the library's places count it: as UTF-8 without a byte-order mark, in lines that LF,
 // CR LF or a lone CR ends. Empty when it cannot be read.

@@ -1,0 +1,17 @@
+#include "tools/commands/loading.h"
+
+#include "tools/findings/library_findings.h"
+#include "tools/findings/text_report.h"
+
+bool report_loading(Terminal& terminal, const Description& description) {
+    if (description.failure()) {
+        terminal.report_error("cannot read '" + description.path() +
+                              "': " + *description.failure());
+        return false;
+    }
+    Sources sources;
+    for (const Finding& finding : library_findings(description, sources)) {
+        write_finding(terminal.err, description.name(), finding);
+    }
+    return true;
+}

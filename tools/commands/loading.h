@@ -1,0 +1,8 @@
+#pragma once
+
+#include "tools/description/description.h"
+#include "tools/terminal/terminal.h"
+
+// What a command does before its own work: false, with the reason reported, when the file cannot
+// be read; else its messages are reported.
+bool report_loading(Terminal& terminal, const Description& description);
