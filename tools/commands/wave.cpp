@@ -13,6 +13,7 @@
 #include "tools/files/file_output.h"
 #include "tools/terminal/table.h"
 #include "tools/text/text_escape.h"
+#include "tools/wave/drivers.h"
 #include "tools/wave/renderers.h"
 #include "tools/wave/wave_model.h"
 

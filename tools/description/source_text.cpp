@@ -7,7 +7,7 @@
 #include <new>
 #include <utility>
 
-#include "tools/text/text_escape.h"
+#include "tools/text/utf8.h"
 
 namespace {
 
@@ -33,10 +33,6 @@ std::size_t at_character(std::string_view line, std::size_t cut) {
     return cut;
 }
 
-std::size_t length_of_character(std::string_view text) {
-    return std::max<std::size_t>(utf8_length(text), 1);
-}
-
 // The end of what begins at "begin", as a place names it.
 std::size_t end_of_part(std::string_view text, std::size_t begin) {
     if (begin >= text.size() || is_line_end(text[begin])) {
@@ -48,7 +44,7 @@ std::size_t end_of_part(std::string_view text, std::size_t begin) {
         return end_of_name(text, begin + (is_marked ? 2 : 1));
     }
     return is_name_letter(text[begin]) ? end_of_name(text, begin)
-                                       : begin + length_of_character(text.substr(begin));
+                                       : begin + utf8_step(text.substr(begin));
 }
 
 TextBuffer read_file(const std::string& path) {
@@ -110,7 +106,7 @@ void SourceText::count_characters() const {
     }
     character_counts_.push_back({0, 0});
     std::size_t characters = 0;
-    for (std::size_t at = 0; at < text_.size(); at += length_of_character(text_.substr(at))) {
+    for (std::size_t at = 0; at < text_.size(); at += utf8_step(text_.substr(at))) {
         if (at >= character_counts_.size() * kCountedBytes) {
             character_counts_.push_back({at, characters});
         }
@@ -125,7 +121,7 @@ std::size_t SourceText::characters_before(std::size_t offset) const {
     // A character that lies across the border is counted with those before it.
     from -= from->offset > offset ? 1 : 0;
     std::size_t characters = from->characters;
-    for (std::size_t at = from->offset; at < offset; at += length_of_character(text_.substr(at))) {
+    for (std::size_t at = from->offset; at < offset; at += utf8_step(text_.substr(at))) {
         ++characters;
     }
     return characters;

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "tools/text/text_escape.h"
+#include "tools/text/utf8.h"
 
 namespace {
 
@@ -43,7 +44,7 @@ std::string shortened(const std::string& text) {
     }
     std::size_t end = 0;
     for (std::size_t count = 1; count < kLongest; ++count) {
-        end += utf8_length(std::string_view(shown).substr(end));
+        end += utf8_step(std::string_view(shown).substr(end));
     }
     return shown.substr(0, end) + "\u2026";
 }

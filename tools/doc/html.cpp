@@ -4,7 +4,7 @@
 #include <array>
 #include <cassert>
 
-#include "tools/text/text_escape.h"
+#include "tools/text/xml_escape.h"
 
 namespace {
 
@@ -16,30 +16,6 @@ bool is_inline(std::string_view tag) {
     return std::find(kInline.begin(), kInline.end(), tag) != kInline.end();
 }
 
-void append_markup_free(std::string& out, std::string_view text) {
-    for (const char letter : text) {
-        switch (letter) {
-            case '&':
-                out += "&amp;";
-                break;
-            case '<':
-                out += "&lt;";
-                break;
-            case '>':
-                out += "&gt;";
-                break;
-            case '"':
-                out += "&quot;";
-                break;
-            case '\'':
-                out += "&#39;";
-                break;
-            default:
-                out += letter;
-        }
-    }
-}
-
 }  // namespace
 
 std::string escape_html(std::string_view text) {
@@ -48,7 +24,7 @@ std::string escape_html(std::string_view text) {
     out.reserve(text.size());
     while (!text.empty()) {
         const std::size_t end = std::min(text.find_first_of(kWhiteSpace), text.size());
-        append_markup_free(out, escape_text(text.substr(0, end)));
+        out += escape_xml(text.substr(0, end));
         text.remove_prefix(end);
         const std::size_t next = std::min(text.find_first_not_of(kWhiteSpace), text.size());
         // A page shows any run of white space as one blank.

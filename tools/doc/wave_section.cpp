@@ -9,6 +9,7 @@
 #include "tools/doc/table.h"
 #include "tools/text/text_escape.h"
 #include "tools/text/words.h"
+#include "tools/wave/drivers.h"
 #include "tools/wave/renderers.h"
 #include "tools/wave/wave_model.h"
 

@@ -3,12 +3,9 @@
 #include <fmt/format.h>
 
 #include "tools/findings/text_report.h"
+#include "tools/text/words.h"
 
 namespace {
-
-std::string counted(std::size_t count, const char* noun) {
-    return fmt::format("{} {}{}", count, noun, count == 1 ? "" : "s");
-}
 
 std::string found_in(const Tally& tally) {
     if (tally.files_with_findings == 0) {

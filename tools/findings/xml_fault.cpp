@@ -12,7 +12,7 @@
 
 #include "kivo/kivo.h"
 #include "tools/description/source_text.h"
-#include "tools/text/text_escape.h"
+#include "tools/text/utf8.h"
 
 namespace {
 

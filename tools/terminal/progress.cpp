@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "tools/text/text_escape.h"
+#include "tools/text/utf8.h"
 
 namespace {
 
@@ -23,7 +24,7 @@ std::size_t terminal_width() {
 std::string cut_to(std::string line, std::size_t width) {
     std::size_t at = 0;
     for (std::size_t count = 0; at < line.size() && count < width; ++count) {
-        at += std::max<std::size_t>(utf8_length(std::string_view(line).substr(at)), 1);
+        at += utf8_step(std::string_view(line).substr(at));
     }
     line.resize(std::min(at, line.size()));
     return line;

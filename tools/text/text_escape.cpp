@@ -6,22 +6,12 @@
 #include <cstdint>
 #include <iterator>
 
+#include "tools/text/utf8.h"
+
 namespace {
 
 bool is_continuation(char letter) {
     return (static_cast<unsigned char>(letter) & 0xC0) == 0x80;
-}
-
-std::uint32_t decode(std::string_view sequence) {
-    const auto first = static_cast<unsigned char>(sequence[0]);
-    if (sequence.size() == 1) {
-        return first;
-    }
-    std::uint32_t code = first & (0xFFU >> (sequence.size() + 1));
-    for (const char letter : sequence.substr(1)) {
-        code = (code << 6) | (static_cast<unsigned char>(letter) & 0x3FU);
-    }
-    return code;
 }
 
 struct CodeRange {
@@ -74,29 +64,6 @@ bool is_blank(char letter) {
 
 }  // namespace
 
-std::size_t utf8_length(std::string_view text) {
-    const auto first = static_cast<unsigned char>(text[0]);
-    if (first < 0x80) {
-        return 1;
-    }
-    const std::size_t length = first >= 0xF5   ? 0
-                               : first >= 0xF0 ? 4
-                               : first >= 0xE0 ? 3
-                               : first >= 0xC2 ? 2
-                                               : 0;
-    if (length == 0 || text.size() < length) {
-        return 0;
-    }
-    const std::string_view rest = text.substr(1, length - 1);
-    if (!std::all_of(rest.begin(), rest.end(), is_continuation)) {
-        return 0;
-    }
-    const std::uint32_t code = decode(text.substr(0, length));
-    const bool is_overlong = (length == 3 && code < 0x800) || (length == 4 && code < 0x10000);
-    const bool is_surrogate = code >= 0xD800 && code <= 0xDFFF;
-    return is_overlong || is_surrogate || code > 0x10FFFF ? 0 : length;
-}
-
 std::string escape_text(std::string_view text) {
     std::string out;
     out.reserve(text.size());
@@ -109,7 +76,7 @@ std::string escape_text(std::string_view text) {
             continue;
         }
         const std::string_view sequence = text.substr(0, length);
-        const std::uint32_t code = decode(sequence);
+        const std::uint32_t code = utf8_code(sequence);
         if (is_harmful(code)) {
             append_escape(out, code);
         } else {

@@ -19,7 +19,3 @@ std::size_t text_width(std::string_view text);
 // Breaks a text at blanks into lines of at most "width", where its words allow it; at least one
 // line.
 std::vector<std::string> wrap_text(std::string_view text, std::size_t width);
-
-// The length of the well-formed UTF-8 sequence at the start of a non-empty text, 0 when there is
-// none.
-std::size_t utf8_length(std::string_view text);

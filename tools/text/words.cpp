@@ -7,6 +7,10 @@ std::string with_unit(std::int64_t time, const std::string& scale) {
     return fmt::format("{}{}", time, is_unit ? ' ' + scale : std::string());
 }
 
+std::string counted(std::size_t count, const std::string& noun) {
+    return fmt::format("{} {}{}", count, noun, count == 1 ? "" : "s");
+}
+
 std::string radix_name(DRO_MEMORY_RADIXES radix) {
     switch (radix) {
         case DRO_RADIX_BINARY:

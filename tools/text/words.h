@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -10,6 +11,9 @@
 // "10 ns" for 10 in the scale "ns"; the number alone in a scale that is empty or has a number
 // itself.
 std::string with_unit(std::int64_t time, const std::string& scale);
+
+// "1 error", "2 errors".
+std::string counted(std::size_t count, const std::string& noun);
 
 // "hexadecimal" and so on.
 std::string radix_name(DRO_MEMORY_RADIXES radix);

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "tools/text/text_escape.h"
+#include "tools/text/utf8.h"
 #include "tools/wave/renderers.h"
 #include "tools/wave/time_axis.h"
 
@@ -38,10 +39,8 @@ constexpr Glyphs kAscii   = { "_", "~", "/", "\\", "|", "=", "z", ".", "#", "~",
 // The characters of a UTF-8 text, one each.
 std::vector<std::string> characters_of(std::string_view text) {
     std::vector<std::string> characters;
-    while (!text.empty()) {
-        const std::size_t length = std::max<std::size_t>(1, utf8_length(text));
-        characters.emplace_back(text.substr(0, length));
-        text.remove_prefix(length);
+    for (const std::string_view character : utf8_characters(text)) {
+        characters.emplace_back(character);
     }
     return characters;
 }

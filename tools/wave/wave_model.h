@@ -68,6 +68,3 @@ constexpr std::size_t kMaxTransitions = 4'000'000;
 WaveModel make_wave_model(const KIVO_INFO& info, KIVO_VECTOR_OBJ& vector,
                           const std::vector<std::string>& otherwise,
                           std::size_t max_transitions = kMaxTransitions);
-
-// The conditions of a vector's commands, each once, in order.
-std::vector<std::string> wave_conditions(KIVO_VECTOR_OBJ& vector);

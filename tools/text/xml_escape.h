@@ -1,0 +1,8 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+// The text as it stands in an element or attribute of XML or HTML: markup stands for itself, and
+// what cannot stand there comes as escape_text writes it ("\x1B").
+std::string escape_xml(std::string_view text);

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "kivo/kivo.h"
+
+// The commands of a vector, evaluated.
+
+struct Driver {
+    std::string command;
+    KIVO_TIMELINE timeline;
+};
+
+// The commands that count, not evaluated yet: of a conditional one the THEN part, and the ELSE part
+// under the conditions of "otherwise".
+std::vector<Driver> find_drivers(KIVO_VECTOR_OBJ& vector,
+                                 const std::vector<std::string>& otherwise);
+
+// The conditions of a vector's commands, each once, in order.
+std::vector<std::string> wave_conditions(KIVO_VECTOR_OBJ& vector);
+
+// The last time of a vector that begins at "start". One without MAX_TIME ends a step after the last
+// time that its commands name.
+std::int32_t end_of_vector(const std::vector<Driver>& drivers, const KIVO_VECTOR_OBJ& vector,
+                           std::int32_t start);
+
+// Evaluates all commands from "start" to "end", up to so many transitions together. The last time
+// up to which all of them are told: below "end" when there are too many.
+std::int64_t evaluate_drivers(std::vector<Driver>& drivers, std::int32_t start, std::int32_t end,
+                              std::size_t limit);

@@ -1,0 +1,45 @@
+#include "tools/wave/svg_words.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+#include "tools/text/text_escape.h"
+#include "tools/text/words.h"
+
+namespace {
+
+constexpr std::size_t kMaxToldLetters = 64;
+constexpr std::size_t kMaxToldChanges = 24;
+
+std::string state_text(const SvgFrame& frame, const WaveSignal& signal, const WaveChange& change) {
+    switch (change.state) {
+        case WaveState::kUndriven:
+            return "not driven";
+        case WaveState::kReleased:
+            return "released";
+        case WaveState::kValue:
+            break;
+    }
+    return svg_value(frame, signal, change);
+}
+
+}  // namespace
+
+std::string svg_words(const SvgFrame& frame, const WaveSignal& signal) {
+    std::string text = signal.label() + ":";
+    const std::size_t told = std::min(signal.changes.size(), kMaxToldChanges);
+    for (std::size_t i = 0; i < told; ++i) {
+        text += fmt::format("{} {} at {}", i == 0 ? "" : ",",
+                            state_text(frame, signal, signal.changes[i]), signal.changes[i].time);
+    }
+    const std::size_t rest = signal.changes.size() - told;
+    return text + (rest == 0 ? "." : ", and " + counted(rest, "more change") + ".");
+}
+
+std::string svg_value(const SvgFrame& frame, const WaveSignal& signal, const WaveChange& change) {
+    const std::string& shown = signal.values[change.value].shown;
+    return frame.is_embedded
+               ? cut_text(escape_text(shown), kMaxToldLetters, frame.model.truncate_low)
+               : shown;
+}
