@@ -1,8 +1,10 @@
 #include <fmt/format.h>
 
-#include <algorithm>
-#include <string_view>
+#include <optional>
+#include <string>
+#include <vector>
 
+#include "tools/description/default_value.h"
 #include "tools/doc/block_symbol.h"
 #include "tools/doc/sections.h"
 #include "tools/doc/table.h"
@@ -12,28 +14,14 @@
 
 namespace {
 
-std::vector<std::string> split_values(const std::string& text) {
-    std::vector<std::string> values;
-    std::size_t start = 0;
-    while (start <= text.size()) {
-        const std::size_t end = std::min(text.find(';', start), text.size());
-        values.push_back(text.substr(start, end - start));
-        start = end + 1;
-    }
-    return values;
-}
-
-// The value that a parameter has when nobody sets it: one of its values where an index says so.
-std::string default_of(const KIVO_OBJ_INFO& parameter) {
-    const std::vector<std::string> values = split_values(parameter.value_array);
-    const auto index = static_cast<std::size_t>(parameter.default_index);
-    return parameter.default_index >= 0 && index < values.size() ? values[index]
-                                                                 : parameter.default_value;
+std::string default_cell(const KIVO_OBJ_INFO& object) {
+    const std::optional<std::string> value = default_of(object);
+    return value ? code_cell(*value) : text_cell(missing_default(object));
 }
 
 // The values to choose from; none when there is no choice.
 std::string value_list(const KIVO_OBJ_INFO& parameter) {
-    const std::vector<std::string> values = split_values(parameter.value_array);
+    const std::vector<std::string> values = list_items(parameter.value_array);
     std::string markup;
     for (const std::string& value : values) {
         markup += (markup.empty() ? "" : ", ") + code_cell(value);
@@ -115,9 +103,8 @@ void write_map_objects(HtmlWriter& html, KIVO_WIZARD_MAP& map) {
                        is_port      ? direction_of(*object) + " port"
                        : is_integer ? "integer parameter"
                                     : "string parameter",
-                       code_cell(default_of(*object)), value_list(*object),
-                       is_port ? width_of(*object) : "", is_port ? usage_of(*object) : "",
-                       value_rule_list(*object)});
+                       default_cell(*object), value_list(*object), is_port ? width_of(*object) : "",
+                       is_port ? usage_of(*object) : "", value_rule_list(*object)});
     }
     table.write(html);
 }
@@ -148,7 +135,7 @@ void write_parameters(HtmlWriter& html, DocSource& source) {
     for (KIVO_OBJ_INFO* parameter : source.parameters) {
         const bool is_integer = parameter->obj_type == KIVO_OBJ_INTEGER_PARAMETER;
         table.add_row({code_cell(parameter->name), is_integer ? "integer" : "string",
-                       code_cell(default_of(*parameter)), value_list(*parameter),
+                       default_cell(*parameter), value_list(*parameter),
                        connection_name(parameter->cnx_type), parameter->is_lpm_hint() ? "yes" : "",
                        value_rule_list(*parameter)});
     }

@@ -1,9 +1,11 @@
 #include <cstdint>
 #include <nlohmann/json.hpp>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "tools/description/default_value.h"
 #include "tools/show/parts.h"
 
 namespace {
@@ -11,7 +13,7 @@ namespace {
 using Json = nlohmann::ordered_json;
 
 // Grows when a key is added, renamed or taken away.
-constexpr int kVersion = 1;
+constexpr int kVersion = 2;
 
 const char* type_word(KIVO_OBJ_TYPE type) {
     switch (type) {
@@ -87,6 +89,10 @@ const char* radix_word(DRO_MEMORY_RADIXES radix) {
             break;
     }
     return "none";
+}
+
+Json text_or_null(const std::optional<std::string>& text) {
+    return text ? Json(*text) : Json();
 }
 
 Json place_json(const KIVO_PLACE& place) {
@@ -203,6 +209,7 @@ private:
         json["default_value"] = object.default_value;
         json["value_array"] = object.value_array;
         json["default_index"] = object.default_index;
+        json["default"] = text_or_null(default_of(object));
         json["is_lpm_hint"] = object.is_lpm_hint();
         json["is_async"] = object.is_async();
         json["is_clock"] = object.is_clock();

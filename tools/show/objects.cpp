@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "tools/description/default_value.h"
 #include "tools/show/parts.h"
 #include "tools/text/text_escape.h"
 #include "tools/text/words.h"
@@ -45,9 +46,8 @@ std::string kind_of(KIVO_OBJ_TYPE type) {
     return "unknown";
 }
 
-std::string default_of(const KIVO_OBJ_INFO& object) {
-    return object.default_index < 0 ? object.default_value
-                                    : fmt::format("index {}", object.default_index);
+std::string shown_default(const KIVO_OBJ_INFO& object) {
+    return default_of(object).value_or(missing_default(object));
 }
 
 // A single value is the default too and need not stand twice.
@@ -145,7 +145,7 @@ void show_objects(Page& page, KIVO_INFO& info, const char* title, Filter filter,
 }
 
 std::vector<std::string> parameter_cells(const KIVO_OBJ_INFO& object) {
-    return {object.name,       kind_of(object.obj_type),         default_of(object),
+    return {object.name,       kind_of(object.obj_type),         shown_default(object),
             values_of(object), connection_name(object.cnx_type), object.is_lpm_hint() ? "yes" : ""};
 }
 
@@ -178,7 +178,7 @@ std::vector<std::string> mapped_cells(const KIVO_OBJ_INFO& object) {
             is_port ? width_of(object) : std::string(),
             is_port ? kivo_get_usage_state_as_string(object.usage_state) : std::string(),
             timing_of(object),
-            default_of(object),
+            shown_default(object),
             values_of(object),
             connection_name(object.cnx_type)};
 }

@@ -3,6 +3,7 @@
 #include <charconv>
 #include <string_view>
 
+#include "tools/description/default_value.h"
 #include "tools/text/text_escape.h"
 
 namespace {
@@ -18,18 +19,6 @@ std::optional<std::size_t> read_width(std::string_view text) {
     return is_number && width >= 1 && width <= kMaxWidth ? std::optional(width) : std::nullopt;
 }
 
-std::string default_of(const KIVO_OBJ_INFO& parameter) {
-    if (parameter.default_index < 0) {
-        return parameter.default_value;
-    }
-    std::string_view rest = parameter.value_array;
-    for (std::int32_t i = 0; i < parameter.default_index && !rest.empty(); ++i) {
-        const std::size_t end = rest.find(';');
-        rest = end == std::string_view::npos ? std::string_view() : rest.substr(end + 1);
-    }
-    return std::string(rest.substr(0, rest.find(';')));
-}
-
 }  // namespace
 
 std::optional<std::size_t> declared_width(const KIVO_INFO& info, const std::string& port) {
@@ -42,7 +31,9 @@ std::optional<std::size_t> declared_width(const KIVO_INFO& info, const std::stri
         return number;
     }
     const KIVO_OBJ_INFO* const parameter = info.get_kivo_obj(width);
-    return parameter != nullptr && kivo_is_parameter(parameter->obj_type)
-               ? read_width(join_lines(default_of(*parameter)))
-               : std::nullopt;
+    if (parameter == nullptr || !kivo_is_parameter(parameter->obj_type)) {
+        return std::nullopt;
+    }
+    const std::optional<std::string> value = default_of(*parameter);
+    return value ? read_width(join_lines(*value)) : std::nullopt;
 }

@@ -1,6 +1,7 @@
 #include "tools/doc/page.h"
 
 #include <algorithm>
+#include <map>
 #include <set>
 
 #include "tests/tools/doc/page_fixture.h"
@@ -109,12 +110,17 @@ TEST_F(PageTest, ParametersShowTheirDefaultChoicesAndValueRules) {
                      "value UP when W gt 4, otherwise DOWN requires W lt 9"}}));
 }
 
-TEST_F(PageTest, AnIndexBeyondTheValuesLeavesTheDefaultAsWritten) {
-    for (const char* index : {"2", "-1", "2147483647", "-2147483648"}) {
+TEST_F(PageTest, ADefaultThatTheListDoesNotHaveIsItsIndex) {
+    const std::map<std::string, std::string> defaults = {
+        {"2", "index 2 (the list has no such item)"},
+        {"2147483647", "index 2147483647 (the list has no such item)"},
+        {"-1", "A;B"},
+        {"-2147483648", "A;B"}};
+    for (const auto& [index, shown] : defaults) {
         make_from(
             "<PARAMETERS><PARAMETER NAME='M' TYPE='STRING' VALUE='A;B' DEFAULT_VALUE_INDEX='" +
-            std::string(index) + "'/></PARAMETERS>");
-        EXPECT_EQ(rows_of(section("parameters"))[1], (Texts{"M", "string", "A;B", "A, B"}))
+            index + "'/></PARAMETERS>");
+        EXPECT_EQ(rows_of(section("parameters"))[1], (Texts{"M", "string", shown, "A, B"}))
             << index;
     }
 }
