@@ -11,6 +11,7 @@
 #include "tools/findings/catalogue.h"
 #include "tools/text/near_word.h"
 #include "tools/text/text_escape.h"
+#include "tools/text/text_width.h"
 
 namespace {
 

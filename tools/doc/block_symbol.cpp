@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "tools/text/text_escape.h"
-#include "tools/text/utf8.h"
+#include "tools/text/text_width.h"
 
 namespace {
 
@@ -38,15 +38,7 @@ struct Pin {
 
 // A text that leaves room for the rest of the picture.
 std::string shortened(const std::string& text) {
-    const std::string shown = escape_text(text);
-    if (text_width(shown) <= kLongest) {
-        return shown;
-    }
-    std::size_t end = 0;
-    for (std::size_t count = 1; count < kLongest; ++count) {
-        end += utf8_step(std::string_view(shown).substr(end));
-    }
-    return shown.substr(0, end) + "\u2026";
+    return shortened_to(escape_text(text), kLongest);
 }
 
 std::string width_label(const KIVO_OBJ_INFO& port) {

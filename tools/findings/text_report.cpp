@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "tools/text/text_escape.h"
+#include "tools/text/text_width.h"
 
 namespace {
 
@@ -24,8 +25,8 @@ std::string pointer_at(const std::string& from, const std::optional<WrongAttribu
         from.compare(attribute->distance, attribute->text.size(), attribute->text) != 0) {
         return "^";
     }
-    const std::size_t gap = text_width(as_shown(from.substr(0, attribute->distance))) - 1;
-    return '^' + std::string(gap, ' ') + std::string(text_width(as_shown(attribute->text)), '~');
+    const std::size_t before = text_width(as_shown(from.substr(0, attribute->distance)));
+    return '^' + std::string(std::max<std::size_t>(before, 1) - 1, ' ') + std::string(text_width(as_shown(attribute->text)), '~');
 }
 
 std::string excerpt_of(const Stream& stream, const Place& place,

@@ -7,7 +7,7 @@
 #include <algorithm>
 
 #include "tools/text/text_escape.h"
-#include "tools/text/utf8.h"
+#include "tools/text/text_width.h"
 
 namespace {
 
@@ -18,16 +18,6 @@ std::size_t terminal_width() {
     winsize size = {};
     const bool is_known = ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
     return is_known ? size.ws_col : 80;
-}
-
-// The first characters of a line of well-formed UTF-8, so many that the terminal does not break it.
-std::string cut_to(std::string line, std::size_t width) {
-    std::size_t at = 0;
-    for (std::size_t count = 0; at < line.size() && count < width; ++count) {
-        at += utf8_step(std::string_view(line).substr(at));
-    }
-    line.resize(std::min(at, line.size()));
-    return line;
 }
 
 }  // namespace
@@ -64,7 +54,8 @@ void Progress::draw() {
     if (line_.empty()) {
         return;
     }
-    const std::string line = cut_to(line_, terminal_width() - 1);
+    // So much that the terminal does not break it.
+    const std::string line(start_within(line_, terminal_width() - 1));
     const std::size_t width = text_width(line);
     const std::size_t surplus = drawn_width_ > width ? drawn_width_ - width : 0;
     stream_.write('\r' + line + std::string(surplus, ' '));

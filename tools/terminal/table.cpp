@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "tools/text/text_escape.h"
+#include "tools/text/text_width.h"
 
 namespace {
 
@@ -12,38 +13,52 @@ constexpr std::size_t kNoteIndent = 4;
 constexpr std::size_t kHangingIndent = 4;
 // Narrower columns read worse than lines that are too long.
 constexpr std::size_t kNarrowest = 16;
+// Of words that cannot be broken, a column is as wide as this at most.
+constexpr std::size_t kWidestWord = kPageWidth / 2;
 
-std::size_t width_of_line(const std::vector<std::size_t>& widths, std::size_t indent) {
+struct Column {
+    std::size_t width = 0;
+    std::size_t least = kNarrowest;
+};
+
+// The widest part of a text that stays whole wherever it is wrapped.
+std::size_t widest_word(std::string_view text) {
+    std::size_t widest = 0;
+    for (const std::string& part : wrap_text(text, 1)) {
+        widest = std::max(widest, text_width(part));
+    }
+    return widest;
+}
+
+std::size_t width_of_line(const std::vector<Column>& columns, std::size_t indent) {
     std::size_t total = indent;
-    for (const std::size_t width : widths) {
-        total += width == 0 ? 0 : width + kGap;
+    for (const Column& column : columns) {
+        total += column.width == 0 ? 0 : column.width + kGap;
     }
     return total - std::min(total, kGap);
 }
 
-// Takes from the widest column, down to the next narrower one at most, until the line fits.
-void fit_to_page(std::vector<std::size_t>& widths, std::size_t indent) {
-    for (;;) {
-        const std::size_t total = width_of_line(widths, indent);
-        const auto widest = std::max_element(widths.begin(), widths.end());
-        if (total <= kPageWidth || widest == widths.end() || *widest <= kNarrowest) {
+// Takes from the widest column that can be narrower, a step at a time, until the line fits.
+void fit_to_page(std::vector<Column>& columns, std::size_t indent) {
+    const auto spare_width = [](const Column& column) {
+        return column.width > column.least ? column.width : 0;
+    };
+    while (width_of_line(columns, indent) > kPageWidth) {
+        const auto widest = std::max_element(columns.begin(), columns.end(),
+                                             [&](const Column& left, const Column& right) {
+                                                 return spare_width(left) < spare_width(right);
+                                             });
+        if (widest == columns.end() || spare_width(*widest) == 0) {
             return;
         }
-        std::size_t runner_up = kNarrowest;
-        for (auto at = widths.begin(); at != widths.end(); ++at) {
-            if (at != widest) {
-                runner_up = std::max(runner_up, *at);
-            }
-        }
-        const std::size_t wanted = *widest - std::min(*widest, total - kPageWidth);
-        const std::size_t least = std::max(std::min(runner_up, *widest - 1), kNarrowest);
-        *widest = std::max(wanted, least);
+        --widest->width;
     }
 }
 
-void append_padded(std::string& out, std::string_view text, std::size_t width) {
+// A cell that is too wide moves those after it to the right.
+void append_cell(std::string& out, std::string_view text, std::size_t width) {
     out += text;
-    out.append(width - std::min(width, text_width(text)), ' ');
+    out.append(width - std::min(width, text_width(text)) + kGap, ' ');
 }
 
 void drop_trailing_blanks(std::string& out) {
@@ -74,19 +89,28 @@ void Table::add_note(std::string_view text) {
 }
 
 std::vector<std::size_t> Table::column_widths(std::size_t indent) const {
-    std::vector<std::size_t> widths;
+    std::vector<Column> columns;
     for (const Row& row : rows_) {
-        widths.resize(std::max(widths.size(), row.cells.size()));
-        for (std::size_t column = 0; column < row.cells.size(); ++column) {
-            widths[column] = std::max(widths[column], text_width(row.cells[column]));
+        columns.resize(std::max(columns.size(), row.cells.size()));
+        for (std::size_t i = 0; i < row.cells.size(); ++i) {
+            const std::size_t width = text_width(row.cells[i]);
+            columns[i].width = std::max(columns[i].width, width);
+            if (width > columns[i].least) {
+                const std::size_t word = std::min(widest_word(row.cells[i]), kWidestWord);
+                columns[i].least = std::max(columns[i].least, word);
+            }
         }
     }
-    for (std::size_t column = 0; column < std::min(widths.size(), headings_.size()); ++column) {
-        if (widths[column] > 0) {
-            widths[column] = std::max(widths[column], text_width(headings_[column]));
+    for (std::size_t i = 0; i < std::min(columns.size(), headings_.size()); ++i) {
+        if (columns[i].width > 0) {
+            columns[i].width = std::max(columns[i].width, text_width(headings_[i]));
         }
     }
-    fit_to_page(widths, indent);
+    fit_to_page(columns, indent);
+    std::vector<std::size_t> widths;
+    for (const Column& column : columns) {
+        widths.push_back(column.width);
+    }
     return widths;
 }
 
@@ -107,7 +131,7 @@ void Table::render_row(std::string& out, const Row& row, std::size_t indent,
             const bool has_line = line < cells[column].size();
             const std::string_view part = has_line ? cells[column][line] : std::string_view();
             const std::size_t before = text.size();
-            append_padded(text, part, widths[column] + kGap);
+            append_cell(text, part, widths[column]);
             if (column == 0 && headings_.empty()) {
                 text.replace(before, part.size(), stream.paint(Style::kDim, part));
             }
@@ -125,7 +149,7 @@ std::string Table::render(std::size_t indent, const Stream& stream) const {
         std::string line;
         for (std::size_t column = 0; column < widths.size(); ++column) {
             if (widths[column] > 0) {
-                append_padded(line, headings_[column], widths[column] + kGap);
+                append_cell(line, headings_[column], widths[column]);
             }
         }
         drop_trailing_blanks(line);

@@ -10,10 +10,6 @@
 
 namespace {
 
-bool is_continuation(char letter) {
-    return (static_cast<unsigned char>(letter) & 0xC0) == 0x80;
-}
-
 struct CodeRange {
     std::uint32_t first;
     std::uint32_t last;
@@ -104,30 +100,4 @@ std::string join_lines(std::string_view text) {
         text.remove_prefix(length);
     }
     return out;
-}
-
-std::size_t text_width(std::string_view text) {
-    return static_cast<std::size_t>(std::count_if(
-        text.begin(), text.end(), [](char letter) { return !is_continuation(letter); }));
-}
-
-std::vector<std::string> wrap_text(std::string_view text, std::size_t width) {
-    std::vector<std::string> lines(1);
-    std::size_t used = 0;
-    while (!text.empty()) {
-        // A word with the blanks before it, which go when the line is broken there.
-        const std::size_t start = std::min(text.find_first_not_of(' '), text.size());
-        const std::size_t end = std::min(text.find(' ', start), text.size());
-        const std::string_view word = text.substr(start, end - start);
-        const std::size_t wide = text_width(word);
-        if (used > 0 && !word.empty() && used + start + wide > width) {
-            lines.emplace_back(word);
-            used = wide;
-        } else {
-            lines.back() += text.substr(0, end);
-            used += start + wide;
-        }
-        text.remove_prefix(end);
-    }
-    return lines;
 }

@@ -51,12 +51,3 @@ std::uint32_t utf8_code(std::string_view sequence) {
     }
     return code;
 }
-
-std::vector<std::string_view> utf8_characters(std::string_view text) {
-    std::vector<std::string_view> characters;
-    while (!text.empty()) {
-        characters.push_back(text.substr(0, utf8_step(text)));
-        text.remove_prefix(characters.back().size());
-    }
-    return characters;
-}

@@ -3,7 +3,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
-#include <vector>
 
 // Steps through texts that are meant to be UTF-8.
 
@@ -18,6 +17,3 @@ std::size_t utf8_step(std::string_view text);
 
 // The code point of a well-formed sequence.
 std::uint32_t utf8_code(std::string_view sequence);
-
-// The characters of a text, as utf8_step finds them.
-std::vector<std::string_view> utf8_characters(std::string_view text);

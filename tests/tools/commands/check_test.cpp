@@ -125,6 +125,13 @@ TEST(CheckTest, TheAttributeOfAMessageIsUnderlined) {
               "            ^     ~~~~~~~~");
 }
 
+TEST(CheckTest, ThePointerStandsBelowItsPlaceAfterTabsWideAndCombiningCharacters) {
+    EXPECT_EQ(
+        excerpt_of("<PORTS><!--\u5E45e\u0301\t--><PORT NAME='\u5E45' TYPE='IN\u5E45'/></PORTS>"),
+        "<PORTS><!--\u5E45e\u0301 --><PORT NAME='\u5E45' TYPE='IN\u5E45'/></PORTS>\n" +
+            std::string(18, ' ') + '^' + std::string(15, ' ') + std::string(11, '~'));
+}
+
 TEST(CheckTest, AnAttributeThatIsNotShownIsNotUnderlined) {
     EXPECT_EQ(excerpt_of("<PORTS><PORT NAME='a'\n TYPE='IN'/></PORTS>"),
               "<PORTS><PORT NAME='a'\n       ^");

@@ -68,7 +68,55 @@ TEST(ShowTest, ParametersHaveTheirRulesBelowThem) {
         "      value 4 if B, else 5\n"
         "      on command C: 6\n"
         "      rule WIDTH gt 0\n"
-        "  M      string   index 1  X;Y                 yes\n");
+        "  M      string   Y        X;Y                 yes\n");
+}
+
+constexpr const char* kBeyondItsList =
+    "<PARAMETERS><PARAMETER NAME='M' TYPE='STRING' VALUE='A;B' DEFAULT_VALUE_INDEX='7'/>"
+    "</PARAMETERS>";
+
+TEST(ShowTest, ADefaultThatTheListDoesNotHaveIsItsIndex) {
+    expect_shown(kBeyondItsList,
+                 "\nParameters\n"
+                 "  Name  Type    Default                              Values\n"
+                 "  M     string  index 7 (the list has no such item)  A;B\n");
+}
+
+TEST(ShowTest, AListThatIsWiderThanItsColumnIsBrokenBetweenItsItems) {
+    const std::string name(40, 'n');
+    std::string list = "first";
+    for (int item = 2; item < 9; ++item) {
+        list += ";item_" + std::to_string(item);
+    }
+    expect_shown("<PARAMETERS><PARAMETER NAME='" + name + "' TYPE='STRING' VALUE='" + list +
+                     "' DEFAULT_VALUE_INDEX='0' CNX_TYPE='CONSTANT'/></PARAMETERS>",
+                 "\nParameters\n"
+                 "  Name                                      Type    Default  Values              "
+                 "         Connection\n"
+                 "  " +
+                     name + "  string  first    first;item_2;item_3;item_4;  constant\n" +
+                     std::string(61, ' ') + "item_5;item_6;item_7;item_8\n");
+}
+
+TEST(ShowTest, ACellThatCannotBeBrokenMovesTheNextOne) {
+    const std::string name(60, 'n');
+    const std::string value(60, 'v');
+    const RunResult run =
+        show_sections("<PARAMETERS><PARAMETER NAME='" + name + "' TYPE='STRING' VALUE='" + value +
+                      "' CNX_TYPE='CONSTANT'/></PARAMETERS>");
+    EXPECT_TRUE(contains(run.out, "  " + name + "  string  " + value + "  constant\n")) << run.out;
+}
+
+TEST(ShowTest, ColumnsAreAlignedByWhatATerminalShows) {
+    expect_shown(
+        "<PARAMETERS><PARAMETER NAME='\u5E45' TYPE='STRING' VALUE='\u5E7F\u6771'/>"
+        "<PARAMETER NAME='e\u0301te\u0301' TYPE='STRING' VALUE='\U0001F600'/>"
+        "<PARAMETER NAME='plain' TYPE='INTEGER' VALUE='1'/></PARAMETERS>",
+        "\nParameters\n"
+        "  Name   Type     Default\n"
+        "  \u5E45     string   \u5E7F\u6771\n"
+        "  e\u0301te\u0301    string   \U0001F600\n"
+        "  plain  integer  1\n");
 }
 
 TEST(ShowTest, PortsHaveTheirRulesBelowThem) {
@@ -326,7 +374,7 @@ Json place(int line, int column) {
 
 TEST(ShowTest, JsonOfAnEmptyDescriptionHasEveryKey) {
     EXPECT_EQ(json_of("").dump(),
-              R"({"version":1,"file":"some_info.xml","function_name":"some","vhdl_library":"",)"
+              R"({"version":2,"file":"some_info.xml","function_name":"some","vhdl_library":"",)"
               R"("simulation_library":"","time_scale":"","time_delta":"","start_time":0,)"
               R"("object_map":[],"fn_rule_list":[],"message_list":[],"vector_map":[],)"
               R"("wizard_map_map":[],"html_text":null,"error_list":[]})");
@@ -358,6 +406,7 @@ TEST(ShowTest, JsonHoldsEveryFieldOfAnObject) {
                        {"default_value", "7"},
                        {"value_array", ""},
                        {"default_index", -1},
+                       {"default", "7"},
                        {"is_lpm_hint", false},
                        {"is_async", false},
                        {"is_clock", false},
@@ -394,7 +443,14 @@ TEST(ShowTest, JsonKeepsTheOrderOfTheFile) {
                                                  "c integer_parameter", "o output_port"}));
     EXPECT_EQ(json["object_map"][4]["default_index"], 1);
     EXPECT_EQ(json["object_map"][4]["value_array"], "U;V");
+    EXPECT_EQ(json["object_map"][4]["default"], "V");
     EXPECT_EQ(json["object_map"][5]["is_lpm_hint"], true);
+}
+
+TEST(ShowTest, JsonHasNoDefaultWhereTheListDoesNotHaveIt) {
+    const Json json = json_of(kBeyondItsList);
+    EXPECT_EQ(json["object_map"][0]["default_index"], 7);
+    EXPECT_TRUE(json["object_map"][0]["default"].is_null());
 }
 
 std::vector<std::string> kinds_of(const Json& rules) {

@@ -3,11 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <vector>
 
 namespace {
-
-using Lines = std::vector<std::string>;
 
 TEST(TextEscapeTest, PlainTextAndUtf8StayAsTheyAre) {
     for (const std::string text : {"", "a b", "\xC3\xA4", "\xE2\x82\xAC", "\xF0\x9F\x98\x80"}) {
@@ -42,25 +39,11 @@ TEST(TextEscapeTest, BytesThatAreNotUtf8BecomeVisible) {
     EXPECT_EQ(escape_text("\xE2\x82"), "\\xE2\\x82");
 }
 
-TEST(TextEscapeTest, WidthCountsCodePoints) {
-    EXPECT_EQ(text_width(""), 0U);
-    EXPECT_EQ(text_width("abc"), 3U);
-    EXPECT_EQ(text_width("\xC3\xA4\xE2\x82\xAC"), 2U);
-}
-
 TEST(TextEscapeTest, LineBreaksAreJoinedAndOtherBlanksKept) {
     EXPECT_EQ(join_lines("\n  a  b \n\t c\n"), "a  b c");
     EXPECT_EQ(join_lines("a"), "a");
     EXPECT_EQ(join_lines(" \n "), "");
     EXPECT_EQ(join_lines(""), "");
-}
-
-TEST(TextEscapeTest, TextIsBrokenAtBlanks) {
-    EXPECT_EQ(wrap_text("", 5), (Lines{""}));
-    EXPECT_EQ(wrap_text("ab cd ef", 5), (Lines{"ab cd", "ef"}));
-    EXPECT_EQ(wrap_text("ab cd ef", 2), (Lines{"ab", "cd", "ef"}));
-    EXPECT_EQ(wrap_text("longer than", 5), (Lines{"longer", "than"}));
-    EXPECT_EQ(wrap_text("a  b", 9), (Lines{"a  b"}));
 }
 
 }  // namespace
