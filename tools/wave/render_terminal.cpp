@@ -5,7 +5,8 @@
 #include <vector>
 
 #include "tools/text/text_escape.h"
-#include "tools/text/utf8.h"
+#include "tools/text/text_width.h"
+#include "tools/wave/fit_value.h"
 #include "tools/wave/renderers.h"
 #include "tools/wave/time_axis.h"
 
@@ -13,8 +14,8 @@ namespace {
 
 constexpr std::size_t kMaxNameColumns = 28;
 constexpr std::size_t kMinPlotColumns = 20;
-// A longer stretch of one step looks empty.
-constexpr std::int64_t kMaxColumnsPerStep = 6;
+// A longer stretch of one step looks empty, unless a value needs it.
+constexpr std::size_t kMaxColumnsPerStep = 6;
 
 struct Glyphs {
     const char* low;
@@ -36,15 +37,6 @@ constexpr Glyphs kUnicode = { "▁", "▔", "╱", "╲", "╳", "═", "╌", "
 constexpr Glyphs kAscii   = { "_", "~", "/", "\\", "|", "=", "z", ".", "#", "~", "-", "+" };
 // clang-format on
 
-// The characters of a UTF-8 text, one each.
-std::vector<std::string> characters_of(std::string_view text) {
-    std::vector<std::string> characters;
-    for (const std::string_view character : utf8_characters(text)) {
-        characters.emplace_back(character);
-    }
-    return characters;
-}
-
 std::string joined(const std::vector<std::string>& characters) {
     std::string text;
     for (const std::string& character : characters) {
@@ -53,40 +45,33 @@ std::string joined(const std::vector<std::string>& characters) {
     return text;
 }
 
-// Whole steps of the vector in a column, or whole columns for a step, so that a clock looks
-// regular.
+// Where times stand. The drawing takes the columns there are, so steps may differ by one column;
+// it is narrower where that makes no step longer than needed.
 class TimeScaleOfColumns {
 public:
-    TimeScaleOfColumns(const WaveModel& model, std::size_t available) : start_(model.start) {
-        const std::int64_t range = model.end - model.start;
-        const std::int64_t step = model.common_step();
-        const std::int64_t steps = range / step;
-        const auto columns = static_cast<std::int64_t>(available);
-        if (steps <= columns) {
-            columns_ = std::min(kMaxColumnsPerStep, columns / steps);
-            time_ = step;
-        } else {
-            columns_ = 1;
-            time_ = step * ((steps + columns - 1) / columns);
-        }
-        count_ = (range * columns_ + time_ - 1) / time_;
+    TimeScaleOfColumns(const WaveModel& model, std::size_t available, std::size_t per_step)
+        : start_(model.start), range_(model.end - model.start) {
+        const std::int64_t steps = range_ / model.common_step();
+        const auto most = static_cast<std::int64_t>(available);
+        count_ = std::min(most, std::min(steps, most) * static_cast<std::int64_t>(per_step));
+        has_room_for_edges_ = count_ >= 2 * steps;
     }
 
     std::size_t column_of(std::int64_t time) const {
-        return static_cast<std::size_t>((time - start_) * columns_ / time_);
+        return static_cast<std::size_t>((time - start_) * count_ / range_);
     }
     std::size_t count() const { return static_cast<std::size_t>(count_); }
-    bool has_room_for_edges() const { return columns_ > 1; }
+    bool has_room_for_edges() const { return has_room_for_edges_; }
     // The shortest time that has so many columns.
     std::int64_t time_of(std::int64_t columns) const {
-        return std::max<std::int64_t>(1, (columns * time_ + columns_ - 1) / columns_);
+        return std::max<std::int64_t>(1, (columns * range_ + count_ - 1) / count_);
     }
 
 private:
     std::int64_t start_;
-    std::int64_t columns_ = 1;  // for each time_
-    std::int64_t time_ = 1;
+    std::int64_t range_;
     std::int64_t count_ = 1;
+    bool has_room_for_edges_ = false;
 };
 
 class Drawing {
@@ -97,7 +82,7 @@ public:
           is_ascii_(look.is_ascii),
           stream_(stream),
           name_columns_(widest_name()),
-          scale_(model, plot_columns(look.columns)) {}
+          scale_(model, plot_columns(look.columns), columns_per_step()) {}
 
     std::string draw() {
         add_heading();
@@ -115,24 +100,35 @@ public:
 
 private:
     std::string name_of(const WaveSignal& signal) const {
-        std::vector<std::string> letters = characters_of(visible(signal.label()));
-        if (letters.size() > kMaxNameColumns) {
-            letters.resize(kMaxNameColumns - 1);
-            letters.emplace_back(glyphs_.cut);
-        }
-        return joined(letters);
+        return shortened_to(visible(signal.label()), kMaxNameColumns, glyphs_.cut);
+    }
+
+    std::string shown_unit() const {
+        return shortened_to(visible(model_.time_scale), kMaxNameColumns, glyphs_.cut);
     }
 
     std::size_t widest_name() const {
-        std::size_t widest = text_width(visible(model_.time_scale));
+        std::size_t widest = text_width(shown_unit());
         for (const WaveSignal& signal : model_.signals) {
             widest = std::max(widest, text_width(name_of(signal)));
         }
-        return std::min(widest, kMaxNameColumns);
+        return widest;
     }
 
+    // The border of the widest value, the value and what sets it off from the next one.
+    std::size_t columns_per_step() const {
+        std::size_t widest = 0;
+        for (const WaveSignal& signal : model_.signals) {
+            for (const WaveValue& value : signal.values) {
+                widest = std::max(widest, text_width(value.shown));
+            }
+        }
+        return std::max(kMaxColumnsPerStep, widest + 2);
+    }
+
+    // The last number of the axis begins where the waves end.
     std::size_t plot_columns(std::size_t columns) const {
-        const std::size_t taken = name_columns_ + 2;
+        const std::size_t taken = name_columns_ + 2 + std::to_string(model_.end).size();
         return std::max(kMinPlotColumns, columns > taken ? columns - taken : 0);
     }
 
@@ -143,8 +139,8 @@ private:
             return escaped;
         }
         std::string ascii;
-        for (const std::string& character : characters_of(escaped)) {
-            ascii += character.size() == 1 ? character : "?";
+        for (const TextCell& cell : text_cells(escaped)) {
+            ascii += cell.text.size() == 1 ? cell.text : "?";
         }
         return ascii;
     }
@@ -217,7 +213,8 @@ private:
                 has_undriven_ = true;
                 break;
             default:
-                draw_value(signal.values[signal.changes[index].value].shown, first, end);
+                draw_value(signal.values[signal.changes[index].value].shown, signal.radix, first,
+                           end);
         }
     }
 
@@ -229,30 +226,23 @@ private:
         }
     }
 
-    void draw_value(const std::string& value, std::size_t first, std::size_t end) {
+    void draw_value(const std::string& value, DRO_MEMORY_RADIXES radix, std::size_t first,
+                    std::size_t end) {
         fill(first, end, glyphs_.value);
         cells_[first] = glyphs_.border;
-        std::vector<std::string> letters = characters_of(visible(value));
         const std::size_t room = end - first - 1;
-        if (letters.size() > room) {
-            if (room < 2) {
-                return;
+        const std::string shown =
+            fit_value(visible(value), radix, model_.truncate_low, room, glyphs_.cut);
+        std::size_t at = first + 1 + (room - text_width(shown)) / 2;
+        for (const TextCell& cell : text_cells(shown)) {
+            if (cell.width == 0) {
+                // A combining character that begins the value has no column of its own.
+                continue;
             }
-            cut(letters, room);
-        }
-        const std::size_t at = first + 1 + (room - letters.size()) / 2;
-        std::copy(letters.begin(), letters.end(), cells_.begin() + static_cast<std::ptrdiff_t>(at));
-    }
-
-    // At the end that the vector says.
-    void cut(std::vector<std::string>& letters, std::size_t room) const {
-        const auto surplus = static_cast<std::ptrdiff_t>(letters.size() - room);
-        if (model_.truncate_low) {
-            letters.erase(letters.end() - surplus, letters.end());
-            letters.back() = glyphs_.cut;
-        } else {
-            letters.erase(letters.begin(), letters.begin() + surplus);
-            letters.front() = glyphs_.cut;
+            cells_[at] = cell.text;
+            // A wide character stands in the next column too.
+            fill(at + 1, at + cell.width, "");
+            at += cell.width;
         }
     }
 
@@ -276,7 +266,7 @@ private:
         }
         add_label("");
         out_ += stream_.paint(Style::kDim, joined(line)) + '\n';
-        add_label(visible(model_.time_scale));
+        add_label(shown_unit());
         out_ += labels + '\n';
     }
 

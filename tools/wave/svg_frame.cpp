@@ -1,11 +1,9 @@
 #include "tools/wave/svg_frame.h"
 
 #include <algorithm>
-#include <string_view>
-#include <vector>
 
 #include "tools/text/text_escape.h"
-#include "tools/text/utf8.h"
+#include "tools/text/text_width.h"
 #include "tools/text/words.h"
 
 namespace {
@@ -28,14 +26,6 @@ std::size_t letters_of_names(const WaveModel& model) {
 
 double height_of_heading(const WaveModel& model) {
     return 20 + (model.caption.empty() ? 0 : 20) + (model.condition.empty() ? 0 : 18) + 6;
-}
-
-std::string joined(const std::string_view* first, const std::string_view* last) {
-    std::string text;
-    for (; first != last; ++first) {
-        text += *first;
-    }
-    return text;
 }
 
 }  // namespace
@@ -67,20 +57,9 @@ SvgFrame make_svg_frame(const WaveModel& model, bool is_embedded) {
 }
 
 std::string svg_name(const WaveSignal& signal) {
-    return cut_text(escape_text(signal.label()), kMaxNameLetters, true);
+    return shortened_to(escape_text(signal.label()), kMaxNameLetters);
 }
 
 std::string svg_unit(const WaveModel& model) {
-    return cut_text(escape_text(model.time_scale), kMaxNameLetters, true);
-}
-
-std::string cut_text(const std::string& text, std::size_t letters, bool at_low_end) {
-    const std::vector<std::string_view> all = utf8_characters(text);
-    if (all.size() <= letters) {
-        return text;
-    }
-    const std::string_view* const first = all.data();
-    const std::string_view* const last = first + all.size();
-    return at_low_end ? joined(first, first + letters - 1) + "…"
-                      : "…" + joined(last - letters + 1, last);
+    return shortened_to(escape_text(model.time_scale), kMaxNameLetters);
 }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -30,6 +29,3 @@ SvgFrame make_svg_frame(const WaveModel& model, bool is_embedded);
 // As shown beside the rows: escaped, and cut when they are long.
 std::string svg_name(const WaveSignal& signal);
 std::string svg_unit(const WaveModel& model);
-
-// At most so many letters of a text, cut at its low (right) end or at its high one.
-std::string cut_text(const std::string& text, std::size_t letters, bool at_low_end);

@@ -6,6 +6,7 @@
 
 #include "tools/text/text_escape.h"
 #include "tools/text/xml_escape.h"
+#include "tools/wave/fit_value.h"
 #include "tools/wave/svg_words.h"
 
 namespace {
@@ -126,7 +127,7 @@ void SvgRows::add_value(const WaveSignal& signal, const Span& span) {
                         escape_xml(svg_value(frame_, signal, *span.change)),
                         escape_xml(frame_.time_text(span.change->time)));
     add_value_shape(span);
-    add_value_text(escape_text(signal.values[span.change->value].shown), span);
+    add_value_text(signal, span);
     out_ += "</g>";
 }
 
@@ -151,14 +152,15 @@ void SvgRows::add_value_shape(const Span& span) {
                         is_first ? "" : left);
 }
 
-void SvgRows::add_value_text(const std::string& shown, const Span& span) {
+void SvgRows::add_value_text(const WaveSignal& signal, const Span& span) {
     // In the narrower picture of a page a letter more counts.
     const double pad = frame_.is_embedded ? kSlant : 2 * kSlant;
     const auto room =
         static_cast<std::size_t>(std::max(span.right - span.left - pad, 0.0) / kSvgLetterWidth);
-    if (room >= text_width(shown) || room >= 3) {
+    const std::string shown = fit_value(escape_text(signal.values[span.change->value].shown),
+                                        signal.radix, frame_.model.truncate_low, room);
+    if (!shown.empty()) {
         out_ += fmt::format("<text class=\"value\" x=\"{:.1f}\" y=\"{:.1f}\">{}</text>",
-                            (span.left + span.right) / 2, middle_ + 4,
-                            escape_xml(cut_text(shown, room, frame_.model.truncate_low)));
+                            (span.left + span.right) / 2, middle_ + 4, escape_xml(shown));
     }
 }

@@ -37,7 +37,7 @@ private:
     void end_level();
     void add_value(const WaveSignal& signal, const Span& span);
     void add_value_shape(const Span& span);
-    void add_value_text(const std::string& shown, const Span& span);
+    void add_value_text(const WaveSignal& signal, const Span& span);
     void add_crowd(double left, double right);
     void note_states(const WaveSignal& signal);
 

@@ -6,6 +6,7 @@
 
 #include "tools/text/text_escape.h"
 #include "tools/text/words.h"
+#include "tools/wave/fit_value.h"
 
 namespace {
 
@@ -39,7 +40,7 @@ std::string svg_words(const SvgFrame& frame, const WaveSignal& signal) {
 
 std::string svg_value(const SvgFrame& frame, const WaveSignal& signal, const WaveChange& change) {
     const std::string& shown = signal.values[change.value].shown;
-    return frame.is_embedded
-               ? cut_text(escape_text(shown), kMaxToldLetters, frame.model.truncate_low)
-               : shown;
+    return frame.is_embedded ? fit_value(escape_text(shown), signal.radix, frame.model.truncate_low,
+                                         kMaxToldLetters)
+                             : shown;
 }

@@ -8,11 +8,13 @@
 #include <map>
 #include <nlohmann/json.hpp>
 #include <pugixml.hpp>
+#include <set>
 #include <sstream>
 #include <string>
 #include <vector>
 
 #include "tests/tools/program.h"
+#include "tools/text/text_width.h"
 
 namespace {
 
@@ -52,6 +54,14 @@ std::string draw(const std::string& elements, const std::vector<std::string>& op
     return run.out;
 }
 
+std::string draw_in_utf8(const std::string& elements) {
+    const TemporaryFolder folder;
+    const RunResult run =
+        run_kivo({"wave", folder.write("a_info.xml", with_wave(elements))}, in_utf8());
+    EXPECT_EQ(run.status, 0) << run.err;
+    return run.out;
+}
+
 // What the program writes for the vector "w" with one output option.
 std::string written(const std::string& elements, const std::string& option) {
     const TemporaryFolder folder;
@@ -77,10 +87,137 @@ TEST(WaveTest, DrawsLevelsValuesAndReleases) {
 TEST(WaveTest, DrawsInUnicodeUnderAUtf8Locale) {
     const RunResult run = run_kivo({"wave", example("ram_info.xml"), "shared_bus"}, in_utf8());
     EXPECT_EQ(run.status, 0) << run.err;
-    EXPECT_TRUE(has(run.out, "dq[15:0]  ╳═CAFE══╳═1234══╌╌╌╌")) << run.out;
+    EXPECT_TRUE(has(run.out, "dq[15:0]  ╳══CAFE═══╳═══1234═══╌╌╌╌")) << run.out;
     const RunResult ascii =
         run_kivo({"wave", "--ascii", example("ram_info.xml"), "shared_bus"}, in_utf8());
-    EXPECT_TRUE(has(ascii.out, "dq[15:0]  |=CAFE==|=1234==zzzz")) << ascii.out;
+    EXPECT_TRUE(has(ascii.out, "dq[15:0]  |==CAFE===|===1234===zzzz")) << ascii.out;
+}
+
+// The longest line of a drawing, in columns.
+std::size_t columns_of(const std::string& drawing) {
+    std::size_t columns = 0;
+    for (const std::string& line : lines_of(drawing)) {
+        columns = std::max(columns, text_width(line));
+    }
+    return columns;
+}
+
+// A clock that changes in each of so many steps of one.
+std::string clock_of(int steps) {
+    return with_sections("<WAVE_DATA><WAVE NAME='w' MAX_TIME='" + std::to_string(steps) +
+                         "'><STIM>force c 0 0,1 1,-r 2</STIM></WAVE></WAVE_DATA>");
+}
+
+TEST(WaveTest, TheDrawingTakesTheColumnsThereAre) {
+    const TemporaryFolder folder;
+    for (const int steps : {20, 30, 33, 47, 48, 49, 60, 99, 1000, 12345}) {
+        const std::string description = folder.write("a_info.xml", clock_of(steps));
+        for (const char* columns : {"40", "76", "99", "100", "131"}) {
+            const RunResult run = run_kivo({"wave", description, "--width", columns});
+            // The row, in front of the column where the last number of the axis may begin.
+            const std::size_t taken = text_width(lines_of(run.out)[1]);
+            const std::size_t room = std::stoul(columns) - std::to_string(steps).size();
+            EXPECT_EQ(taken, std::min<std::size_t>(room, 3 + 6 * steps)) << steps << run.out;
+            EXPECT_LE(columns_of(run.out), std::stoul(columns)) << steps << run.out;
+        }
+    }
+}
+
+TEST(WaveTest, StepsDifferByAColumnAtMost) {
+    const TemporaryFolder folder;
+    const RunResult run = run_kivo({"wave", folder.write("a_info.xml", clock_of(36))});
+    // 95 columns of 36 steps, two or three each; edges are drawn in the first one.
+    std::size_t narrow = 0;
+    std::size_t wide = 0;
+    std::string row = lines_of(run.out)[1].substr(3);
+    for (std::size_t edge = row.find_first_of("/\\"); edge != std::string::npos;) {
+        const std::size_t next = row.find_first_of("/\\", edge + 1);
+        const std::size_t columns = std::min(next, row.size()) - edge;
+        EXPECT_TRUE(columns == 2 || columns == 3) << columns << '\n' << run.out;
+        narrow += columns == 2 ? 1 : 0;
+        wide += columns == 3 ? 1 : 0;
+        edge = next;
+    }
+    EXPECT_EQ(narrow + wide, 35U);
+    EXPECT_GT(narrow, 0U);
+    EXPECT_GT(wide, narrow);
+}
+
+TEST(WaveTest, AStepIsAsLongAsItsValueNeeds) {
+    const std::string drawing =
+        draw("<STIM>force d -1234567 0,1 10</STIM><DISPLAY>add wave -signed d</DISPLAY>");
+    EXPECT_TRUE(has(drawing, "d[21:0]  |-1234567=|==============1==============\n")) << drawing;
+}
+
+TEST(WaveTest, WideAndCombiningCharactersKeepTheRowsAligned) {
+    const std::string drawing = draw_in_utf8(
+        "<STIM>force \u5E45 0 0,1 20</STIM><STIM>force e\u0301t \u503C 0,x\u0301 20</STIM>"
+        "<STIM>force plain 1 0</STIM>");
+    EXPECT_EQ(drawing,
+              "w\n"
+              "   \u5E45  ▁▁▁▁▁▁╱▔▔▔▔▔\n"
+              "   e\u0301t  ╳═\u503C══╳══x\u0301══\n"
+              "plain  ▔▔▔▔▔▔▔▔▔▔▔▔\n"
+              "       ┬───────────\n"
+              "   ns  0\n");
+}
+
+TEST(WaveTest, InAsciiACharacterOfAnotherSetIsOneMark) {
+    const std::string drawing = draw("<STIM>force \u5E45e\u0301 0 0</STIM>");
+    EXPECT_TRUE(has(drawing, "??  ")) << drawing;
+    EXPECT_FALSE(has(drawing, "???")) << drawing;
+}
+
+TEST(WaveTest, ALongNameIsCutByItsColumns) {
+    std::string name;
+    for (int i = 0; i < 20; ++i) {
+        name += "\u5E45";
+    }
+    const std::string row = lines_of(draw_in_utf8("<STIM>force " + name + " 0 0</STIM>"))[1];
+    EXPECT_EQ(row.substr(0, row.find("  ")), name.substr(0, 13 * 3) + "…");
+}
+
+// Two signals that change every four units, which is less than their values need.
+std::string cramped(const std::string& cut_end, int max_time) {
+    return with_sections("<WAVE_DATA><WAVE NAME='w' MAX_TIME='" + std::to_string(max_time) +
+                         "' DISPLAY_TRUNCATION='" + cut_end +
+                         "'><STIM>force -hex h CAFE 0,BEEF 4,-r 8</STIM>"
+                         "<STIM>force s -128 0,64 4,-r 8</STIM><STIM>force t 0 0,1 1</STIM>"
+                         "<DISPLAY>add wave -signed s</DISPLAY></WAVE></WAVE_DATA>");
+}
+
+TEST(WaveTest, AValueIsCutWhereNoWrongNumberCanBeRead) {
+    const TemporaryFolder folder;
+    const auto rows = [&](const char* cut_end) {
+        // A column for each unit.
+        const RunResult run =
+            run_kivo({"wave", folder.write("a_info.xml", cramped(cut_end, 32)), "--width", "43"});
+        EXPECT_EQ(run.status, 0) << run.err;
+        return lines_of(run.out);
+    };
+    EXPECT_EQ(rows("HIGH")[1], "h[15:0]  |~FE|~EF|~FE|~EF|~FE|~EF|~FE|~EF");
+    EXPECT_EQ(rows("LOW")[1], "h[15:0]  |CA~|BE~|CA~|BE~|CA~|BE~|CA~|BE~");
+    EXPECT_EQ(rows("HIGH")[2], " s[7:0]  |=~=|64=|=~=|64=|=~=|64=|=~=|64=");
+    EXPECT_EQ(rows("LOW")[2], " s[7:0]  |=~=|64=|=~=|64=|=~=|64=|=~=|64=");
+}
+
+TEST(WaveTest, APictureCutsValuesAsATerminalDoes) {
+    const TemporaryFolder folder;
+    const std::string out = folder.path("a.svg");
+    const auto values = [&](const char* cut_end) {
+        const RunResult run = run_kivo(
+            {"wave", folder.write("a_info.xml", cramped(cut_end, 200)), "w", "--svg", out});
+        EXPECT_EQ(run.status, 0) << run.err;
+        pugi::xml_document document;
+        EXPECT_TRUE(document.load_string(content_of(out).c_str()));
+        std::set<std::string> texts;
+        for (const pugi::xpath_node& text : document.select_nodes("//text[@class='value']")) {
+            texts.insert(text.node().child_value());
+        }
+        return texts;
+    };
+    EXPECT_EQ(values("HIGH"), (std::set<std::string>{"…FE", "…EF", "…", "64"}));
+    EXPECT_EQ(values("LOW"), (std::set<std::string>{"CA…", "BE…", "…", "64"}));
 }
 
 TEST(WaveTest, WithoutAVectorDrawsAllOfThem) {
