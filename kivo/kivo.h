@@ -4,6 +4,7 @@
 #include "kivo/hdl/hdl_translator.h"
 #include "kivo/objects/conditional_text.h"
 #include "kivo/objects/info.h"
+#include "kivo/objects/message_facts.h"
 #include "kivo/objects/obj_info.h"
 #include "kivo/objects/rule_element.h"
 #include "kivo/objects/text_obj.h"

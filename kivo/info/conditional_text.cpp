@@ -8,6 +8,15 @@
 
 namespace {
 
+// clang-format off
+constexpr KIVO_MESSAGE_TEXT kIfWithSubTags = {
+    KIVO_MESSAGE_ID::kIfWithSubTags,
+    "IF tag in conditional text sequences cannot have sub-tags"};
+constexpr KIVO_MESSAGE_TEXT kTextWithSubTags = {
+    KIVO_MESSAGE_ID::kTextWithSubTags,
+    "Can't have conditional text as well as sub-tags at the same level {element}"};
+// clang-format on
+
 using Text = std::unique_ptr<KIVO_CONDITIONAL_TEXT>;
 
 // Takes the place of what a piece held, which nobody has seen yet.
@@ -86,7 +95,7 @@ private:
 
 // Reads one sub-element but for its own sub-elements; true when those are to be read as a nested
 // sequence.
-bool begin_sub_element(Sequence& sequence, KIVO_XML_ELEMENT& sub, KIVO_MESSAGE_LIST& messages) {
+bool begin_sub_element(Sequence& sequence, KIVO_XML_ELEMENT& sub, const MessagePoster& poster) {
     const std::string_view tag = sub.tag_name();
     const std::string_view text = sub.text();
     if (tag == "T" || tag == "TEXT" || tag == "IF") {
@@ -98,15 +107,10 @@ bool begin_sub_element(Sequence& sequence, KIVO_XML_ELEMENT& sub, KIVO_MESSAGE_L
         }
         return false;
     }
-    MessageCollector collector(messages, sub.mark());
-    if (tag == "IF") {
-        collector.add(KIVO_MESSAGE_ID::kIfWithSubTags,
-                      "IF tag in conditional text sequences cannot have sub-tags");
-        return false;
-    }
-    if (!text.empty()) {
-        collector.add(KIVO_MESSAGE_ID::kTextWithSubTags,
-                      "Can't have conditional text as well as sub-tags at the same level ", tag);
+    if (tag == "IF" || !text.empty()) {
+        poster.post({.says = tag == "IF" ? kIfWithSubTags : kTextWithSubTags,
+                     .mark = sub.mark(),
+                     .element = tag});
         return false;
     }
     return true;
@@ -118,14 +122,14 @@ KIVO_CONDITIONAL_TEXT* KIVO_INFO::process_conditional_text(KIVO_XML_ELEMENT& ele
     if (!element.has_sub_elements()) {
         return nullptr;
     }
-    KIVO_MESSAGE_LIST messages;
+    const MessagePoster poster(this);
     // The sequences that are being read, each nested in the one before: their depth is the
     // description's, so they are kept here and not on the stack.
     std::vector<Sequence> open;
     open.emplace_back(&element);
     for (;;) {
         if (KIVO_XML_ELEMENT* sub = open.back().advance()) {
-            if (begin_sub_element(open.back(), *sub, messages)) {
+            if (begin_sub_element(open.back(), *sub, poster)) {
                 open.emplace_back(sub);
             }
             continue;
@@ -133,7 +137,6 @@ KIVO_CONDITIONAL_TEXT* KIVO_INFO::process_conditional_text(KIVO_XML_ELEMENT& ele
         Text finished = open.back().finish();
         open.pop_back();
         if (open.empty()) {
-            copy_messages(std::move(messages));
             return finished.release();
         }
         open.back().take_nested(open.back().current().tag_name(), std::move(finished));

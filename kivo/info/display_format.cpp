@@ -7,63 +7,110 @@
 
 namespace {
 
+// clang-format off
+// No blank stands before "used": hosts match on the text.
+constexpr KIVO_MESSAGE_TEXT kUnknownRadix = {
+    KIVO_MESSAGE_ID::kDisplayRadix,
+    "Unknown radix {detail}used to specify display format for port {object}"};
+constexpr KIVO_MESSAGE_TEXT kInvalidCommand = {
+    KIVO_MESSAGE_ID::kDisplayCommand,
+    "Invalid display format specification string {detail}"};
+// clang-format on
+
+constexpr WordRow kVerbs[] = {{"add"}};
+constexpr WordRow kObjects[] = {{"wave"}};
+
 struct RadixRow {
-    std::string_view option;
+    std::string_view word;
     DRO_MEMORY_RADIXES radix;
 };
 
 // clang-format off
 constexpr RadixRow kRadixes[] = {
-    { "-bin",      DRO_RADIX_BINARY   },
-    { "-hex",      DRO_RADIX_HEX      },
-    { "-signed",   DRO_RADIX_SIGNED   },
-    { "-unsigned", DRO_RADIX_UNSIGNED },
+    { "-bin",         DRO_RADIX_BINARY      },
+    { "-fixed_point", DRO_RADIX_FIXED_POINT },  // with a description in parentheses
+    { "-hex",         DRO_RADIX_HEX         },
+    { "-signed",      DRO_RADIX_SIGNED      },
+    { "-unsigned",    DRO_RADIX_UNSIGNED    },
 };
 // clang-format on
 
-// The radix that the option names, none for an unknown option. A fixed-point option is split at
-// its parentheses: "description" gets what stands between them. "option" keeps what is left of it,
-// which the message about an unknown radix shows.
-std::optional<DRO_MEMORY_RADIXES> take_radix(std::string_view& option,
-                                             std::string_view& description) {
-    for (const RadixRow& row : kRadixes) {
-        if (option == row.option) {
-            return row.radix;
+// One option and what it says.
+struct RadixOption {
+    std::string_view word;  // what stands before a parenthesis
+    std::string_view description;
+    std::string_view rest;  // what is left of the option, which a message about it shows
+    std::optional<DRO_MEMORY_RADIXES> radix;
+};
+
+RadixOption read_radix(std::string_view option) {
+    RadixOption read;
+    read.rest = option;
+    const RadixRow* row = find_row(kRadixes, option);
+    if (row != nullptr && row->radix != DRO_RADIX_FIXED_POINT) {
+        read.word = option;
+        read.radix = row->radix;
+        return read;
+    }
+    read.word = next_token(read.rest, '(');
+    row = find_row(kRadixes, read.word);
+    if (row != nullptr && row->radix == DRO_RADIX_FIXED_POINT) {
+        read.description = next_token(read.rest, ')');
+        if (!read.description.empty()) {
+            read.radix = DRO_RADIX_FIXED_POINT;
         }
     }
-    if (next_token(option, '(') != "-fixed_point") {
-        return std::nullopt;
+    return read;
+}
+
+// About a command of which neither verb nor object may be missing; what else is wrong with it is
+// more than one word.
+KIVO_MESSAGE invalid_command(std::string_view command, std::string_view verb,
+                             std::string_view object) {
+    KIVO_MESSAGE message = {.says = kInvalidCommand, .detail = command};
+    if (find_row(kVerbs, verb) == nullptr) {
+        message.word = verb;
+        message.known = kWordsOf<kVerbs>;
+    } else if (find_row(kObjects, object) == nullptr) {
+        message.word = object;
+        message.known = kWordsOf<kObjects>;
     }
-    description = next_token(option, ')');
-    if (description.empty()) {
-        return std::nullopt;
-    }
-    return DRO_RADIX_FIXED_POINT;
+    return message;
 }
 
 }  // namespace
 
 void KIVO_INFO::process_display_format_string(KIVO_VECTOR_OBJ* vector, const std::string& text) {
-    process_display_format_at(vector, text, {});
+    process_display_format_at(vector, text, {}, {});
 }
 
 void KIVO_INFO::process_display_format_at(KIVO_VECTOR_OBJ* vector, std::string_view text,
-                                          KIVO_MARK mark) {
+                                          std::string_view element, KIVO_MARK mark) {
     std::string_view rest = text;
     const std::string_view verb = next_token(rest, ' ');
     const std::string_view object = next_token(rest, ' ');
-    std::string_view option = next_token(rest, ' ');
+    const std::string_view option = next_token(rest, ' ');
     const std::string_view port = next_token(rest, ' ');
-    if (verb == "add" && object == "wave" && !option.empty() && !port.empty()) {
-        std::string_view description;
-        if (const auto radix = take_radix(option, description)) {
-            vector->add_vector_display_format(std::string(port), *radix, std::string(description));
+    const bool is_command = find_row(kVerbs, verb) != nullptr &&
+                            find_row(kObjects, object) != nullptr && !option.empty() &&
+                            !port.empty();
+    if (is_command) {
+        const RadixOption read = read_radix(option);
+        if (read.radix) {
+            vector->add_vector_display_format(std::string(port), *read.radix,
+                                              std::string(read.description));
             return;
         }
-        // No blank stands before "used": hosts match on the text.
-        post({KIVO_MESSAGE_ID::kDisplayRadix, mark,
-              compose("Unknown radix ", option, "used to specify display format for port ", port)});
+        post({.says = kUnknownRadix,
+              .mark = mark,
+              .element = element,
+              .word = read.word,
+              .object = port,
+              .detail = read.rest,
+              .known = kWordsOf<kRadixes>});
     }
-    post({KIVO_MESSAGE_ID::kDisplayCommand, mark,
-          compose("Invalid display format specification string ", text)});
+    KIVO_MESSAGE message = invalid_command(text, verb, object);
+    message.mark = mark;
+    message.element = element;
+    post(message);
 }

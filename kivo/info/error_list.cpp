@@ -1,39 +1,18 @@
-#include <algorithm>
 #include <utility>
 
 #include "kivo/objects/info.h"
 #include "kivo/objects/internal/loaded.h"
 #include "kivo/objects/internal/message.h"
 
-namespace {
-
-#define KIVO_MESSAGE_TEXT(name, id) id,
-constexpr const char* kIds[] = {KIVO_MESSAGE_IDS(KIVO_MESSAGE_TEXT)};
-#undef KIVO_MESSAGE_TEXT
-
-// Of message number "index" of "count"; nowhere for one that a host put in or has taken away.
-KIVO_LOADED::Origin origin_of(const KIVO_LOADED& loaded, std::size_t count, std::size_t index) {
-    const std::size_t known = std::min(count, loaded.origins.size());
-    return index < known ? loaded.origins[index] : KIVO_LOADED::Origin();
-}
-
-}  // namespace
-
 void KIVO_INFO::post_error_message(const std::string& message) {
-    post({KIVO_MESSAGE_ID::kHostMessage, {}, message});
+    post({.detail = message});
 }
 
-void KIVO_INFO::post(KIVO_MESSAGE message) {
-    // A host that writes to error_list itself leaves messages without an origin behind.
-    loaded_->origins.resize(error_list.size());
-    loaded_->origins.push_back({message.id, message.mark});
-    error_list.push_back(std::move(message.text));
-}
-
-void KIVO_INFO::copy_messages(KIVO_MESSAGE_LIST messages) {
-    for (KIVO_MESSAGE& message : messages) {
-        post(std::move(message));
-    }
+void KIVO_INFO::post(const KIVO_MESSAGE& message) {
+    std::string text = fill_in(message);
+    // An origin without its message, should memory run short now, is noticed and dropped.
+    loaded_->origins.add(error_list, message, text);
+    error_list.push_back(std::move(text));
 }
 
 void KIVO_INFO::reset_error_message_list() {
@@ -51,11 +30,15 @@ std::string KIVO_INFO::get_next_error_message() {
 }
 
 KIVO_PLACE KIVO_INFO::get_error_place(std::size_t index) const {
-    return get_place(origin_of(*loaded_, error_list.size(), index).mark);
+    return get_place(loaded_->origins.find(error_list, index).mark);
 }
 
 std::string KIVO_INFO::get_error_id(std::size_t index) const {
-    return kIds[static_cast<std::size_t>(origin_of(*loaded_, error_list.size(), index).id)];
+    return kivo_message_id_name(loaded_->origins.find(error_list, index).id);
+}
+
+KIVO_MESSAGE_FACTS KIVO_INFO::get_error_facts(std::size_t index) const {
+    return loaded_->origins.facts(loaded_->origins.find(error_list, index));
 }
 
 KIVO_PLACE KIVO_INFO::get_place(const KIVO_MARK& mark) const {

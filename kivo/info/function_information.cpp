@@ -3,25 +3,45 @@
 
 namespace {
 
-// The one attribute that a sub-element of FUNCTION_INFORMATION has; empty for an unknown tag.
-std::string_view attribute_of(std::string_view tag) {
-    if (tag == "VHDL_LIBRARY") {
-        return "NAME";
-    }
-    const bool has_value = tag == "START_TIME" || tag == "TIME_SCALE" || tag == "TIME_DELTA";
-    return has_value ? "VALUE" : std::string_view();
+// clang-format off
+constexpr KIVO_MESSAGE_TEXT kUnknownSetting = {
+    KIVO_MESSAGE_ID::kFunctionInfoSubTag,
+    "Sub element tag {word} is not a valid sub tag of the main tag FUNCTION_INFORMATION"};
+// The same words for attributes and children, without a blank after "tag": hosts match on them.
+constexpr std::string_view kNotKnownHere = "Sub tag{word} is not a recognized sub-tag for {element} ";
+constexpr KIVO_MESSAGE_TEXT kUnknownAttribute = {
+    KIVO_MESSAGE_ID::kFunctionInfoAttribute, kNotKnownHere};
+constexpr KIVO_MESSAGE_TEXT kNestedTag = {
+    KIVO_MESSAGE_ID::kFunctionInfoNested, kNotKnownHere};
+// clang-format on
+
+void set_start_time(KIVO_INFO& info, std::string_view value) {
+    info.start_time = to_int32(value);
 }
 
-void store_setting(KIVO_INFO& info, std::string_view tag, std::string_view value) {
-    if (tag == "VHDL_LIBRARY") {
-        info.vhdl_library = value;
-    } else if (tag == "START_TIME") {
-        info.start_time = to_int32(value);
-    } else if (tag == "TIME_SCALE") {
-        info.time_scale = value;
-    } else {
-        info.time_delta = value;
-    }
+template <std::string KIVO_INFO::*kField>
+void set_text(KIVO_INFO& info, std::string_view value) {
+    info.*kField = value;
+}
+
+struct SettingRow {
+    std::string_view word;
+    std::string_view attribute;  // the one that it has
+    void (*set)(KIVO_INFO& info, std::string_view value);
+};
+
+// clang-format off
+constexpr SettingRow kSettings[] = {
+    { "START_TIME",   "VALUE", set_start_time                     },
+    { "TIME_DELTA",   "VALUE", set_text<&KIVO_INFO::time_delta>   },
+    { "TIME_SCALE",   "VALUE", set_text<&KIVO_INFO::time_scale>   },
+    { "VHDL_LIBRARY", "NAME",  set_text<&KIVO_INFO::vhdl_library> },
+};
+// clang-format on
+
+// The attribute of row number "row".
+void gather_attribute(std::uint32_t row, std::vector<std::string>& words) {
+    words.emplace_back(kSettings[row].attribute);
 }
 
 // The name of the library in one entry of the list.
@@ -33,33 +53,25 @@ std::string_view library_name(std::string_view entry) {
 
 void KIVO_INFO::process_function_info(KIVO_XML_ELEMENT& section) {
     for (KIVO_XML_ELEMENT& sub : section.sub_elements()) {
-        const std::string_view tag = sub.tag_name();
-        const std::string_view known = attribute_of(tag);
-        if (known.empty()) {
-            post({KIVO_MESSAGE_ID::kFunctionInfoSubTag, sub.mark(),
-                  compose("Sub element tag ", tag,
-                          " is not a valid sub tag of the main tag FUNCTION_INFORMATION")});
+        const SettingRow* const row = find_row(kSettings, sub.tag_name());
+        if (row == nullptr) {
+            post(unknown_sub_tag(kUnknownSetting, section, sub, kWordsOf<kSettings>));
             continue;
         }
-        // The same words for attributes and children, without a blank behind "tag": hosts match
-        // on them.
-        const auto report = [&](KIVO_MESSAGE_ID id, KIVO_MARK mark, std::string_view name) {
-            post({id, mark,
-                  compose("Sub tag", name, " is not a recognized sub-tag for ", tag, " ")});
-        };
         std::string_view value;
         for (const auto& [name, text] : sub.attributes()) {
-            if (name == known) {
+            if (name == row->attribute) {
                 value = text;
             } else {
-                report(KIVO_MESSAGE_ID::kFunctionInfoAttribute, sub.mark(), name);
+                const auto number = static_cast<std::uint32_t>(row - kSettings);
+                post(unknown_attribute(kUnknownAttribute, sub, name, {gather_attribute, number}));
             }
         }
-        if (KIVO_XML_ELEMENT* child = sub.get_first_sub_element()) {
-            report(KIVO_MESSAGE_ID::kFunctionInfoNested, child->mark(), child->tag_name());
+        if (const KIVO_XML_ELEMENT* child = sub.get_first_sub_element()) {
+            post(unknown_sub_tag(kNestedTag, sub, *child, {}));
         }
         if (!value.empty()) {
-            store_setting(*this, tag, value);
+            row->set(*this, value);
         }
     }
 }

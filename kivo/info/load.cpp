@@ -26,21 +26,23 @@ private:
         FileIdentity identity;
         std::vector<KIVO_INCLUDE> includes;
         std::size_t next_include = 0;
-        KIVO_MESSAGE_LIST parser_messages;  // posted behind those of the includes
+        std::uint32_t file_number = 0;
+        // Posted after those of the includes.
+        std::vector<KIVO_XML_SAX_ERROR_HANDLER::Message> parser_messages;
     };
 
     using SectionReader = void (KIVO_INFO::*)(KIVO_XML_ELEMENT&);
     struct SectionRow {
-        std::string_view tag;
-        SectionReader reader;
+        std::string_view word;
+        SectionReader reader;  // null for INCLUDE: its reader works on the list of the file at hand
     };
     static const SectionRow kSections[];
 
     void read_file(const KIVO_INCLUDE& file);
-    void parse_and_read(KIVO_XML_FILE_INPUT_SOURCE& source, const std::string& file_name,
-                        Link& link);
+    void parse_and_read(KIVO_XML_FILE_INPUT_SOURCE& source, const KIVO_INCLUDE& named, Link& link);
     void read_sections(KIVO_XML_ELEMENT& root, Link& link);
-    void read_section(KIVO_XML_ELEMENT& section, Link& link);
+    void read_section(const KIVO_XML_ELEMENT& root, KIVO_XML_ELEMENT& section, Link& link);
+    void post_parser_messages(const Link& link);
     KIVO_MARK number_file(const std::string& path);
 
     KIVO_INFO& info_;
@@ -49,13 +51,13 @@ private:
     std::set<FileIdentity> in_chain_;
 };
 
-// INCLUDE is not among them: its reader works on the list of the file at hand.
 // clang-format off
 constexpr FileLoader::SectionRow FileLoader::kSections[] = {
     { "CUSTOM_VECTORS",       &KIVO_INFO::process_vector_stimulus   },
     { "FUNCTION_INFORMATION", &KIVO_INFO::process_function_info     },
     { "HIDDEN_PARAMETERS",    &KIVO_INFO::process_hidden_parameters },
     { "HTML_TEXT",            &KIVO_INFO::process_html_text         },
+    { "INCLUDE",              nullptr                               },
     { "MACROS",               &KIVO_INFO::process_macros            },
     { "MESSAGES",             &KIVO_INFO::process_messages          },
     { "MSGS",                 &KIVO_INFO::process_messages          },
@@ -69,6 +71,40 @@ constexpr FileLoader::SectionRow FileLoader::kSections[] = {
 };
 // clang-format on
 
+namespace {
+
+// clang-format off
+constexpr KIVO_MESSAGE_TEXT kFileNotFound = {
+    KIVO_MESSAGE_ID::kFileNotFound,
+    "XML source file {word} not found"};
+constexpr KIVO_MESSAGE_TEXT kIncludeCycle = {
+    KIVO_MESSAGE_ID::kIncludeCycle,
+    "XML source file {word} includes itself"};
+constexpr KIVO_MESSAGE_TEXT kInvalidFile = {
+    KIVO_MESSAGE_ID::kInvalidFile,
+    "Invalid XML source file {word}"};
+constexpr KIVO_MESSAGE_TEXT kNoRoot = {
+    KIVO_MESSAGE_ID::kNoRoot,
+    "Root tag in XML rules file should be ROOT"};
+constexpr KIVO_MESSAGE_TEXT kUnknownSection = {
+    KIVO_MESSAGE_ID::kUnknownSection,
+    "Main element tag {word} is not a valid recognized tag"};
+constexpr KIVO_MESSAGE_TEXT kParserFinding = {
+    KIVO_MESSAGE_ID::kParserFinding,
+    "{detail}"};
+// clang-format on
+
+// About a file that is not read and, when it is included, the element that names it.
+KIVO_MESSAGE about_file(const KIVO_MESSAGE_TEXT& says, const KIVO_INCLUDE& file, KIVO_MARK mark) {
+    return {.says = says,
+            .mark = mark,
+            .element = file.element,
+            .attribute = file.attribute,
+            .word = file.file_name};
+}
+
+}  // namespace
+
 void FileLoader::load(const std::string& file_name) {
     read_file({file_name, {}});
     while (!chain_.empty()) {
@@ -77,7 +113,7 @@ void FileLoader::load(const std::string& file_name) {
             read_file(KIVO_INCLUDE(last.includes[last.next_include++]));
             continue;
         }
-        info_.copy_messages(std::move(last.parser_messages));
+        post_parser_messages(last);
         in_chain_.erase(last.identity);
         chain_.pop_back();
     }
@@ -103,23 +139,21 @@ void FileLoader::read_file(const KIVO_INCLUDE& named) {
         }
     }
     if (!source.is_open) {
-        info_.post({KIVO_MESSAGE_ID::kFileNotFound, is_included ? named.mark : number_file(path),
-                    compose("XML source file ", name, " not found")});
+        info_.post(about_file(kFileNotFound, named, is_included ? named.mark : number_file(path)));
         return;
     }
     Link link;
     link.identity = file.identity();
     if (!in_chain_.insert(link.identity).second) {
-        info_.post({KIVO_MESSAGE_ID::kIncludeCycle, named.mark,
-                    compose("XML source file ", name, " includes itself")});
+        info_.post(about_file(kIncludeCycle, named, named.mark));
         return;
     }
     source.name = path;
-    parse_and_read(source, name, link);
+    parse_and_read(source, named, link);
     chain_.push_back(std::move(link));
 }
 
-void FileLoader::parse_and_read(KIVO_XML_FILE_INPUT_SOURCE& source, const std::string& file_name,
+void FileLoader::parse_and_read(KIVO_XML_FILE_INPUT_SOURCE& source, const KIVO_INCLUDE& named,
                                 Link& link) {
     const KIVO_MARK whole_file = number_file(source.name);
     source.file_number = whole_file.file;
@@ -129,43 +163,47 @@ void FileLoader::parse_and_read(KIVO_XML_FILE_INPUT_SOURCE& source, const std::s
     // A chain of includes must not hold a descriptor for each of its files.
     source.close_xml_file();
     if (!parsed) {
-        info_.post({KIVO_MESSAGE_ID::kInvalidFile, whole_file,
-                    compose("Invalid XML source file ", file_name)});
+        info_.post({.says = kInvalidFile, .mark = whole_file, .word = named.file_name});
     } else if (parser.root_element() == nullptr) {
-        info_.post(
-            {KIVO_MESSAGE_ID::kNoRoot, whole_file, "Root tag in XML rules file should be ROOT"});
+        info_.post({.says = kNoRoot, .mark = whole_file});
     } else if (parser.root_element()->tag_name() == "ROOT") {
         read_sections(*parser.root_element(), link);
     }
     parser.end_walk();
     info_.loaded_->files[whole_file.file - 1].lines = parser.take_line_table();
-    for (const auto& message : parser.error_handler().messages()) {
-        link.parser_messages.push_back({KIVO_MESSAGE_ID::kParserFinding,
-                                        {whole_file.file, kivo_mark_offset(message.offset)},
-                                        message.text});
+    link.file_number = whole_file.file;
+    link.parser_messages = parser.error_handler().messages();
+}
+
+void FileLoader::post_parser_messages(const Link& link) {
+    const auto mark_of = [&link](std::size_t offset) -> KIVO_MARK {
+        return {link.file_number, kivo_mark_offset(offset)};
+    };
+    for (const auto& message : link.parser_messages) {
+        info_.post({.says = kParserFinding,
+                    .mark = mark_of(message.offset),
+                    .attribute = message.attribute,
+                    .word = message.attribute,
+                    .detail = message.text,
+                    .related = message.first ? mark_of(*message.first) : KIVO_MARK()});
     }
 }
 
 void FileLoader::read_sections(KIVO_XML_ELEMENT& root, Link& link) {
     for (KIVO_XML_ELEMENT& section : root.sub_elements()) {
-        read_section(section, link);
+        read_section(root, section, link);
     }
 }
 
-void FileLoader::read_section(KIVO_XML_ELEMENT& section, Link& link) {
-    if (section.tag_name() == "INCLUDE") {
+void FileLoader::read_section(const KIVO_XML_ELEMENT& root, KIVO_XML_ELEMENT& section, Link& link) {
+    const SectionRow* const row = find_row(kSections, section.tag_name());
+    if (row == nullptr) {
+        info_.post(unknown_sub_tag(kUnknownSection, root, section, kWordsOf<kSections>));
+    } else if (row->reader == nullptr) {
         info_.process_include_info(section, link.includes);
-        return;
+    } else {
+        (info_.*row->reader)(section);
     }
-    for (const SectionRow& row : kSections) {
-        if (section.tag_name() == row.tag) {
-            (info_.*row.reader)(section);
-            return;
-        }
-    }
-    info_.post(
-        {KIVO_MESSAGE_ID::kUnknownSection, section.mark(),
-         compose("Main element tag ", section.tag_name(), " is not a valid recognized tag")});
 }
 
 bool KIVO_INFO::set_function_name(const std::string& name, const std::string& directory) {

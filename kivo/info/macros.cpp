@@ -1,11 +1,26 @@
 #include "kivo/info/internal/reader.h"
 
+namespace {
+
+// clang-format off
+constexpr KIVO_MESSAGE_TEXT kUnknownElement = {
+    KIVO_MESSAGE_ID::kMacrosSubTag,
+    "Sub element tag {word} is not a valid sub tag of the main tag MACROS"};
+// No blank stands after "tag": hosts match on the text.
+constexpr KIVO_MESSAGE_TEXT kUnknownSubTag = {
+    KIVO_MESSAGE_ID::kMacroSubTag,
+    "Sub tag{word} is not a recognized sub-tag for macros "};
+// clang-format on
+
+constexpr WordRow kElements[] = {{"MACRO"}};
+constexpr WordRow kSubTags[] = {{"DEFINITION"}};
+
+}  // namespace
+
 void KIVO_INFO::process_macros(KIVO_XML_ELEMENT& section) {
     for (KIVO_XML_ELEMENT& element : section.sub_elements()) {
-        if (element.tag_name() != "MACRO") {
-            post({KIVO_MESSAGE_ID::kMacrosSubTag, element.mark(),
-                  compose("Sub element tag ", element.tag_name(),
-                          " is not a valid sub tag of the main tag MACROS")});
+        if (find_row(kElements, element.tag_name()) == nullptr) {
+            post(unknown_sub_tag(kUnknownElement, section, element, kWordsOf<kElements>));
             continue;
         }
         KIVO_OBJ_INFO* macro = nullptr;
@@ -13,7 +28,8 @@ void KIVO_INFO::process_macros(KIVO_XML_ELEMENT& section) {
         std::string arguments;
         for (const auto& [name, value] : element.attributes()) {
             if (name == "NAME") {
-                macro = add_object_at(std::string(value), KIVO_OBJ_MACRO, element.mark());
+                macro = add_declared_object(std::string(value), KIVO_OBJ_MACRO,
+                                            about_name(element, value));
             } else if (name == "DEFINITION") {
                 definition = value;
             } else if (name == "ARGUMENTS") {
@@ -21,13 +37,10 @@ void KIVO_INFO::process_macros(KIVO_XML_ELEMENT& section) {
             }
         }
         if (KIVO_XML_ELEMENT* first = element.get_first_sub_element()) {
-            if (first->tag_name() == "DEFINITION") {
+            if (find_row(kSubTags, first->tag_name()) != nullptr) {
                 definition = first->text();
             } else {
-                // No blank stands behind "tag": hosts match on the text.
-                post({KIVO_MESSAGE_ID::kMacroSubTag, first->mark(),
-                      compose("Sub tag", first->tag_name(),
-                              " is not a recognized sub-tag for macros ")});
+                post(unknown_sub_tag(kUnknownSubTag, element, *first, kWordsOf<kSubTags>));
             }
         }
         if (macro == nullptr || definition.empty()) {

@@ -4,6 +4,20 @@
 
 namespace {
 
+// clang-format off
+constexpr KIVO_MESSAGE_TEXT kUnknownElement = {
+    KIVO_MESSAGE_ID::kMessagesSubTag,
+    "Sub element tag {word} is not a valid sub tag of the main tag MESSAGES"};
+constexpr KIVO_MESSAGE_TEXT kNoType = {
+    KIVO_MESSAGE_ID::kMessageType,
+    "Required attribute TYPE not specified for MESSAGE"};
+constexpr KIVO_MESSAGE_TEXT kUnknownSubTag = {
+    KIVO_MESSAGE_ID::kMessageSubTag,
+    "Sub tag {word} is not a recognized sub-tag for messages "};
+// clang-format on
+
+constexpr WordRow kElements[] = {{"MESSAGE"}, {"MSG"}};
+
 struct SeverityRow {
     std::string_view word;
     KIVO_RULE_KIND kind;
@@ -18,40 +32,47 @@ constexpr SeverityRow kSeverities[] = {
 };
 // clang-format on
 
-KIVO_RULE_KIND severity(KIVO_XML_ELEMENT& element) {
+// The value of TYPE, empty when there is none.
+std::string_view type_attribute(KIVO_XML_ELEMENT& element) {
     for (const auto& [name, value] : element.attributes()) {
-        if (name != "TYPE") {
-            continue;
-        }
-        for (const SeverityRow& row : kSeverities) {
-            if (value == row.word) {
-                return row.kind;
-            }
+        if (name == "TYPE") {
+            return value;
         }
     }
-    return KIVO_RULE_NO_MESSAGE_TYPE;
+    return {};
 }
 
-// The field that a sub-element of a conditional message fills, null for an unknown tag.
-std::string KIVO_RULE_ELEMENT::*field_of(std::string_view tag) {
-    if (tag == "THEN" || tag == "TEXT") {
-        return &KIVO_RULE_ELEMENT::text1;
-    }
-    if (tag == "ELSE") {
-        return &KIVO_RULE_ELEMENT::text2;
-    }
-    return tag == "IF" || tag == "WHEN" ? &KIVO_RULE_ELEMENT::text3 : nullptr;
+KIVO_MESSAGE no_type(const KIVO_XML_ELEMENT& element, std::string_view type) {
+    return {.says = kNoType,
+            .mark = element.mark(),
+            .element = element.tag_name(),
+            .attribute = "TYPE",
+            .word = type,
+            .known = kWordsOf<kSeverities>};
 }
+
+struct SubTagRow {
+    std::string_view word;
+    std::string KIVO_RULE_ELEMENT::*field;
+};
+
+// clang-format off
+constexpr SubTagRow kSubTags[] = {
+    { "ELSE", &KIVO_RULE_ELEMENT::text2 },
+    { "IF",   &KIVO_RULE_ELEMENT::text3 },
+    { "TEXT", &KIVO_RULE_ELEMENT::text1 },
+    { "THEN", &KIVO_RULE_ELEMENT::text1 },
+    { "WHEN", &KIVO_RULE_ELEMENT::text3 },
+};
+// clang-format on
 
 void read_conditional(KIVO_XML_ELEMENT& element, KIVO_RULE_ELEMENT& message,
-                      KIVO_MESSAGE_LIST& problems) {
+                      const MessagePoster& poster) {
     for (KIVO_XML_ELEMENT& sub : element.sub_elements()) {
-        if (std::string KIVO_RULE_ELEMENT::*field = field_of(sub.tag_name())) {
-            message.*field = sub.text();
+        if (const SubTagRow* row = find_row(kSubTags, sub.tag_name())) {
+            message.*row->field = sub.text();
         } else {
-            MessageCollector(problems, sub.mark())
-                .add(KIVO_MESSAGE_ID::kMessageSubTag, "Sub tag ", sub.tag_name(),
-                     " is not a recognized sub-tag for messages ");
+            poster.post(unknown_sub_tag(kUnknownSubTag, element, sub, kWordsOf<kSubTags>));
         }
     }
 }
@@ -60,24 +81,20 @@ void read_conditional(KIVO_XML_ELEMENT& element, KIVO_RULE_ELEMENT& message,
 
 void KIVO_INFO::process_messages(KIVO_XML_ELEMENT& section) {
     for (KIVO_XML_ELEMENT& element : section.sub_elements()) {
-        if (element.tag_name() != "MESSAGE" && element.tag_name() != "MSG") {
-            post({KIVO_MESSAGE_ID::kMessagesSubTag, element.mark(),
-                  compose("Sub element tag ", element.tag_name(),
-                          " is not a valid sub tag of the main tag MESSAGES")});
+        if (find_row(kElements, element.tag_name()) == nullptr) {
+            post(unknown_sub_tag(kUnknownElement, section, element, kWordsOf<kElements>));
             continue;
         }
-        const KIVO_RULE_KIND kind = severity(element);
-        if (kind == KIVO_RULE_NO_MESSAGE_TYPE) {
-            post({KIVO_MESSAGE_ID::kMessageType, element.mark(),
-                  "Required attribute TYPE not specified for MESSAGE"});
+        const std::string_view type = type_attribute(element);
+        const SeverityRow* const severity = find_row(kSeverities, type);
+        if (severity == nullptr) {
+            post(no_type(element, type));
             continue;
         }
-        auto message =
-            std::make_unique<KIVO_RULE_ELEMENT>(element.text(), "", "", kind, element.mark());
+        auto message = std::make_unique<KIVO_RULE_ELEMENT>(element.text(), "", "", severity->kind,
+                                                           element.mark());
         if (message->text1.empty()) {
-            KIVO_MESSAGE_LIST problems;
-            read_conditional(element, *message, problems);
-            copy_messages(std::move(problems));
+            read_conditional(element, *message, MessagePoster(this));
         }
         if (!message->text1.empty()) {
             message_list.add_at_tail(message.release());

@@ -1,122 +1,107 @@
+#include "kivo/info/internal/attribute_table.h"
+#include "kivo/info/internal/declaration.h"
 #include "kivo/info/internal/reader.h"
-#include "kivo/toolkit/internal/text_view.h"
 
 namespace {
 
-void set_high_probability(KIVO_OBJ_INFO& object, std::string_view value,
-                          MessageCollector& messages) {
-    const std::int32_t percent = to_int32(value);
-    if (percent >= 1 && percent <= 100) {
-        object.high_probability = percent;
-        return;
-    }
-    // Speaks of 0 although 0 is refused: hosts match on the text.
-    messages.add(KIVO_MESSAGE_ID::kHighProbability, "Invalid value for high probability ", value,
-                 ", it should be an integer between 0 and 100");
-}
-
-void set_connection(KIVO_OBJ_INFO& object, std::string_view value, MessageCollector& messages) {
-    if (value == "USED_PORT") {
-        object.cnx_type = 2;
-        return;
-    }
-    messages.add(KIVO_MESSAGE_ID::kPortConnection, "Attribute value ", value,
-                 " is not a recognized value for attribute CNX_TYPE (found for port ", object.name,
-                 " )");
-}
-
-struct TextField {
-    std::string_view attribute;
-    std::string KIVO_OBJ_INFO::*field;
-};
-
 // clang-format off
-constexpr TextField kTextFields[] = {
-    { "CLOCK_PERIOD",      &KIVO_OBJ_INFO::clock_period      },
-    { "DEFAULT_VALUE",     &KIVO_OBJ_INFO::default_value     },
-    { "INITIAL_VEC_STATE", &KIVO_OBJ_INFO::initial_vec_state },
-    { "WIDTH",             &KIVO_OBJ_INFO::port_width        },
-    { "WIDTH2D",           &KIVO_OBJ_INFO::port_width2d      },
+constexpr KIVO_MESSAGE_TEXT kUnknownType = {
+    KIVO_MESSAGE_ID::kPortType,
+    "Port type {word} of port {object} is not a recognized port type "};
+constexpr KIVO_MESSAGE_TEXT kUnknownConnection = {
+    KIVO_MESSAGE_ID::kPortConnection,
+    "Attribute value {word} is not a recognized value for attribute CNX_TYPE (found for port {object} )"};
+constexpr KIVO_MESSAGE_TEXT kUnknownAttribute = {
+    KIVO_MESSAGE_ID::kPortAttribute,
+    "Attribute {word} is not a recognized attribute for ports (found for port {object} )"};
+// Speaks of 0 although 0 is refused: hosts match on the text.
+constexpr KIVO_MESSAGE_TEXT kNoProbability = {
+    KIVO_MESSAGE_ID::kHighProbability,
+    "Invalid value for high probability {word}, it should be an integer between 0 and 100"};
+
+constexpr TypeRow kTypes[] = {
+    { "BIDIR",  KIVO_OBJ_BIDIR_PORT  },
+    { "BURIED", KIVO_OBJ_BURIED_PORT },
+    { "INPUT",  KIVO_OBJ_INPUT_PORT  },
+    { "OUTPUT", KIVO_OBJ_OUTPUT_PORT },
 };
 // clang-format on
 
-bool set_text_field(KIVO_OBJ_INFO& object, const KIVO_XML_ATTRIBUTE& attribute) {
-    for (const TextField& row : kTextFields) {
-        if (attribute.name == row.attribute) {
-            object.*row.field = attribute.value;
-            return true;
-        }
-    }
-    return false;
-}
+constexpr WordRow kConnections[] = {{"USED_PORT"}};
 
-void apply_attribute(KIVO_OBJ_INFO& object, const KIVO_XML_ATTRIBUTE& attribute,
-                     MessageCollector& messages) {
-    const auto& [name, value] = attribute;
-    if (name == "NAME" || name == "TYPE" || set_text_field(object, attribute)) {
-        return;
-    }
-    if (name == "IS_CLOCK_PORT") {
-        object.clock = value == "TRUE";
-    } else if (name == "ASYNC") {
-        object.async = value == "TRUE";
-    } else if (name == "USAGE") {
-        object.usage_state = translate_usage_state(std::string(value));
-    } else if (name == "HIGH_PROBABILITY") {
-        set_high_probability(object, value, messages);
-    } else if (name == "CNX_TYPE") {
-        set_connection(object, value, messages);
+using Reading = AttributeReading<KIVO_OBJ_INFO>;
+
+void set_connection(const Reading& reading, std::string_view value) {
+    if (find_row(kConnections, value) != nullptr) {
+        reading.object.cnx_type = 2;
     } else {
-        messages.add(KIVO_MESSAGE_ID::kPortAttribute, "Attribute ", name,
-                     " is not a recognized attribute for ports (found for port ", object.name,
-                     " )");
+        reading.refuse(kUnknownConnection, "CNX_TYPE", value, kWordsOf<kConnections>);
     }
 }
 
-KIVO_OBJ_TYPE port_type(std::string_view word) {
-    return word == "INPUT"    ? KIVO_OBJ_INPUT_PORT
-           : word == "OUTPUT" ? KIVO_OBJ_OUTPUT_PORT
-           : word == "BIDIR"  ? KIVO_OBJ_BIDIR_PORT
-           : word == "BURIED" ? KIVO_OBJ_BURIED_PORT
-                              : KIVO_OBJ_UNKNOWN;
+constexpr std::int32_t kLeastPercent = 1;
+constexpr std::int32_t kMostPercent = 100;
+
+void gather_percents(std::uint32_t, std::vector<std::string>& words) {
+    words.push_back("whole numbers from " + std::to_string(kLeastPercent) + " to " +
+                    std::to_string(kMostPercent));
 }
+
+void set_high_probability(const Reading& reading, std::string_view value) {
+    const std::int32_t percent = to_int32(value);
+    if (percent >= kLeastPercent && percent <= kMostPercent) {
+        reading.object.high_probability = percent;
+    } else {
+        reading.refuse(kNoProbability, "HIGH_PROBABILITY", value, {gather_percents, 0});
+    }
+}
+
+void set_usage(const Reading& reading, std::string_view value) {
+    reading.object.usage_state = translate_usage_state(std::string(value));
+}
+
+// clang-format off
+constexpr AttributeRow<KIVO_OBJ_INFO> kAttributes[] = {
+    { "ASYNC",             set_by_true<&KIVO_OBJ_INFO::async>          },
+    { "CLOCK_PERIOD",      set_text<&KIVO_OBJ_INFO::clock_period>      },
+    { "CNX_TYPE",          set_connection                              },
+    { "DEFAULT_VALUE",     set_text<&KIVO_OBJ_INFO::default_value>     },
+    { "HIGH_PROBABILITY",  set_high_probability                        },
+    { "INITIAL_VEC_STATE", set_text<&KIVO_OBJ_INFO::initial_vec_state> },
+    { "IS_CLOCK_PORT",     set_by_true<&KIVO_OBJ_INFO::clock>          },
+    { "NAME",              nullptr                                     },
+    { "TYPE",              nullptr                                     },
+    { "USAGE",             set_usage                                   },
+    { "WIDTH",             set_text<&KIVO_OBJ_INFO::port_width>        },
+    { "WIDTH2D",           set_text<&KIVO_OBJ_INFO::port_width2d>      },
+};
+// clang-format on
 
 }  // namespace
 
-KIVO_MESSAGE_LIST process_port_fields(KIVO_OBJ_INFO* object, KIVO_XML_ELEMENT& element) {
-    return read_fields(object, element, apply_attribute);
+void process_port_fields(KIVO_OBJ_INFO* object, KIVO_XML_ELEMENT& element,
+                         const MessagePoster& poster) {
+    if (object != nullptr) {
+        read_attributes<kAttributes>(Reading{*object, element, poster}, kUnknownAttribute);
+        process_kivo_obj_subtags(*object, element, poster);
+    }
 }
 
-KIVO_INFO::Declared KIVO_INFO::read_port_head(KIVO_XML_ELEMENT& element) {
-    Declared declared;
-    for (const auto& [name, value] : element.attributes()) {
-        if (name == "NAME") {
-            declared.name = value;
-        } else if (name == "TYPE") {
-            declared.type = port_type(value);
-            if (declared.type == KIVO_OBJ_UNKNOWN) {
-                post({KIVO_MESSAGE_ID::kPortType, element.mark(),
-                      compose("Port type ", value, " of port ", declared.name,
-                              " is not a recognized port type ")});
-            }
-        }
-    }
-    if (declared.name.empty()) {
-        post({KIVO_MESSAGE_ID::kPortName, element.mark(),
-              "Name atrribute is missing from PORT tag "});
-    }
-    return declared;
+Declaration read_port_declaration(KIVO_XML_ELEMENT& element, const MessagePoster& poster) {
+    return read_declaration<kTypes>(element, poster, kUnknownType, KIVO_MESSAGE_ID::kPortName);
 }
 
 void KIVO_INFO::process_ports(KIVO_XML_ELEMENT& section) {
+    const MessagePoster poster(this);
     for (KIVO_XML_ELEMENT& element : section.sub_elements()) {
         if (element.tag_name() != "PORT") {
             continue;
         }
-        const Declared declared = read_port_head(element);
+        const Declaration declared = read_port_declaration(element, poster);
         if (!declared.name.empty()) {
-            KIVO_OBJ_INFO* object = add_object_at(declared.name, declared.type, element.mark());
-            copy_messages(process_port_fields(object, element));
+            KIVO_OBJ_INFO* object =
+                add_declared_object(declared.name, declared.type, declared.about);
+            process_port_fields(object, element, poster);
         }
     }
 }

@@ -1,27 +1,56 @@
 #include "kivo/info/internal/reader.h"
 
+namespace {
+
+// clang-format off
+constexpr KIVO_MESSAGE_TEXT kUnknownElement = {
+    KIVO_MESSAGE_ID::kRulesSubTag,
+    "Sub element tag {word} is not a valid sub tag of the main tag RULES"};
+constexpr KIVO_MESSAGE_TEXT kNoData = {
+    KIVO_MESSAGE_ID::kRuleWithoutData,
+    "Sub element tag {element} doesn't have any valid element data"};
+// clang-format on
+
+constexpr WordRow kElements[] = {{"CONDITION"}, {"RULE"}};
+constexpr WordRow kEnabling[] = {{"ON"}};
+
+KIVO_MESSAGE rule_without_data(const KIVO_XML_ELEMENT& element) {
+    return {.says = kNoData, .mark = element.mark(), .element = element.tag_name()};
+}
+
+// A rule that is switched off is reported like one without data.
+KIVO_MESSAGE disabled_rule(const KIVO_XML_ELEMENT& element, std::string_view enabled) {
+    KIVO_MESSAGE message = rule_without_data(element);
+    message.attribute = "ENABLED";
+    message.word = enabled;
+    message.known = kWordsOf<kEnabling>;
+    return message;
+}
+
+}  // namespace
+
 void KIVO_INFO::process_rules(KIVO_XML_ELEMENT& section) {
     for (KIVO_XML_ELEMENT& element : section.sub_elements()) {
-        const std::string_view tag = element.tag_name();
-        if (tag != "RULE" && tag != "CONDITION") {
-            post({KIVO_MESSAGE_ID::kRulesSubTag, element.mark(),
-                  compose("Sub element tag ", tag,
-                          " is not a valid sub tag of the main tag RULES")});
+        if (find_row(kElements, element.tag_name()) == nullptr) {
+            post(unknown_sub_tag(kUnknownElement, section, element, kWordsOf<kElements>));
             continue;
         }
-        bool is_enabled = true;
+        std::string_view enabled = "ON";
         bool is_required = true;
         for (const auto& [name, value] : element.attributes()) {
             if (name == "ENABLED") {
-                is_enabled = value == "ON";
+                enabled = value;
             } else if (name == "REQUIRED_RULE") {
                 is_required = value == "ON";
             }
         }
         const std::string_view condition = element.text();
-        if (condition.empty() || !is_enabled) {
-            post({KIVO_MESSAGE_ID::kRuleWithoutData, element.mark(),
-                  compose("Sub element tag ", tag, " doesn't have any valid element data")});
+        if (find_row(kEnabling, enabled) == nullptr) {
+            post(disabled_rule(element, enabled));
+            continue;
+        }
+        if (condition.empty()) {
+            post(rule_without_data(element));
             continue;
         }
         fn_rule_list.add_at_tail(new KIVO_RULE_ELEMENT(

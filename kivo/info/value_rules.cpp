@@ -5,43 +5,80 @@
 
 namespace {
 
-bool is_one_of(std::string_view word, std::initializer_list<std::string_view> words) {
-    for (const std::string_view known : words) {
-        if (word == known) {
-            return true;
+// clang-format off
+constexpr KIVO_MESSAGE_TEXT kUnknownAttribute = {
+    KIVO_MESSAGE_ID::kRangeAttribute,
+    "Attribute {word} is not a recognized attribute for object {object}"};
+// Says "parameters" for ports too; hosts match on the text.
+constexpr KIVO_MESSAGE_TEXT kUnknownSubTag = {
+    KIVO_MESSAGE_ID::kRangeSubTag,
+    "Sub tag {word} is not a recognized sub-tag for parameters "};
+constexpr KIVO_MESSAGE_TEXT kUnknownInValueRule = {
+    KIVO_MESSAGE_ID::kValueRuleSubTag,
+    "Unrecognized sub tag {word} of VALUE_RULE "};
+// Names PORT for every kind of object; hosts match on the text.
+constexpr KIVO_MESSAGE_TEXT kNotAdmitted = {
+    KIVO_MESSAGE_ID::kObjectSubTag,
+    "Sub tag {word} is not a valid sub tag of PORT "};
+// clang-format on
+
+// Which words a range takes, as attributes or sub-elements, as bits.
+enum Words : std::uint32_t {
+    kValue = 1,           // a value and its alternative
+    kPlainValue = 2,      // a value alone
+    kLimits = 4,          // the limits
+    kLimitsAndValue = 8,  // both
+    kAnyWords = 15,
+};
+
+struct RangeRow {
+    std::string_view word;
+    std::string KIVO_RULE_ELEMENT::*field;
+    std::uint32_t words;
+};
+
+// clang-format off
+constexpr RangeRow kRangeWords[] = {
+    { "ELSE",     &KIVO_RULE_ELEMENT::text2, kValue                                 },
+    { "IF",       &KIVO_RULE_ELEMENT::text3, kAnyWords                              },
+    { "MAX",      &KIVO_RULE_ELEMENT::text1, kLimits | kLimitsAndValue              },
+    { "MIN",      &KIVO_RULE_ELEMENT::text2, kLimits | kLimitsAndValue              },
+    { "THEN",     &KIVO_RULE_ELEMENT::text1, kValue | kPlainValue | kLimitsAndValue },
+    { "TO",       &KIVO_RULE_ELEMENT::text1, kValue | kPlainValue | kLimitsAndValue },
+    { "V",        &KIVO_RULE_ELEMENT::text1, kValue | kPlainValue | kLimitsAndValue },
+    { "WHEN",     &KIVO_RULE_ELEMENT::text3, kAnyWords                              },
+    { "WHEN_CMD", &KIVO_RULE_ELEMENT::text3, kAnyWords                              },
+};
+// clang-format on
+
+void gather_range_words(std::uint32_t taken, std::vector<std::string>& words) {
+    for (const RangeRow& row : kRangeWords) {
+        if ((row.words & taken) != 0) {
+            words.emplace_back(row.word);
         }
     }
-    return false;
-}
-
-bool is_value_word(std::string_view word) {
-    return is_one_of(word, {"V", "TO", "THEN"});
-}
-
-bool is_condition_word(std::string_view word) {
-    return is_one_of(word, {"IF", "WHEN", "WHEN_CMD"});
 }
 
 // Reads one STATE, FORCE_VALUE, FORCE_RANGE or CONSTANT_RANGE. The kind is tested as it stands when
-// each attribute and sub-element is reached: behind a WHEN_CMD no ELSE, MIN or MAX is accepted.
+// each attribute and sub-element is reached: after a WHEN_CMD no ELSE, MIN or MAX is accepted.
 class RangeReader {
 public:
     RangeReader(KIVO_OBJ_INFO& object, std::int32_t kind)
         : object_(object), kind_(kind), element_(std::make_unique<KIVO_RULE_ELEMENT>()) {}
 
-    void read(KIVO_XML_ELEMENT& range, KIVO_MESSAGE_LIST& messages) {
-        MessageCollector collector(messages, range.mark());
+    void read(KIVO_XML_ELEMENT& range, const MessagePoster& poster) {
         for (const auto& [name, value] : range.attributes()) {
-            if (!take_attribute(name, value)) {
-                collector.add(KIVO_MESSAGE_ID::kRangeAttribute, "Attribute ", name,
-                              " is not a recognized attribute for object ", object_.name);
+            const Words taken = words_of_attributes();
+            if (!take(taken, name, value)) {
+                post(poster, unknown_attribute(kUnknownAttribute, range, name,
+                                               {gather_range_words, taken}));
             }
         }
         for (KIVO_XML_ELEMENT& sub : range.sub_elements()) {
-            if (!take_sub_element(sub.tag_name(), sub.text())) {
-                MessageCollector(messages, sub.mark())
-                    .add(KIVO_MESSAGE_ID::kRangeSubTag, "Sub tag ", sub.tag_name(),
-                         " is not a recognized sub-tag for parameters ");
+            const Words taken = words_of_sub_elements();
+            if (!take(taken, sub.tag_name(), sub.text())) {
+                post(poster,
+                     unknown_sub_tag(kUnknownSubTag, range, sub, {gather_range_words, taken}));
             }
         }
         if (!element_->text1.empty()) {
@@ -52,46 +89,36 @@ public:
     }
 
 private:
+    void post(const MessagePoster& poster, KIVO_MESSAGE message) const {
+        message.object = object_.name;
+        poster.post(message);
+    }
+
     // Attributes and sub-elements differ on purpose: as sub-elements V, TO and THEN are refused in
     // every forced range, and MAX and MIN in a constant range.
-    bool take_attribute(std::string_view name, std::string_view value) {
-        const bool is_forced_range = kind_ == KIVO_RULE_FORCED_RANGE;
-        if (is_value_word(name) && (!is_forced_range || kivo_is_parameter(object_.obj_type))) {
-            element_->text1 = value;
-            return true;
-        }
-        return take_limit(name, value, is_forced_range || kind_ == KIVO_RULE_CONSTANT_RANGE) ||
-               take_common(name, value);
+    Words words_of_attributes() const {
+        const bool takes_both =
+            kind_ == KIVO_RULE_CONSTANT_RANGE ||
+            (kind_ == KIVO_RULE_FORCED_RANGE && kivo_is_parameter(object_.obj_type));
+        return takes_both ? kLimitsAndValue : words_of_sub_elements();
     }
 
-    bool take_sub_element(std::string_view tag, std::string_view text) {
-        const bool is_forced_range = kind_ == KIVO_RULE_FORCED_RANGE;
-        if (is_value_word(tag) && !is_forced_range) {
-            element_->text1 = text;
-            return true;
-        }
-        return take_limit(tag, text, is_forced_range) || take_common(tag, text);
+    Words words_of_sub_elements() const {
+        return kind_ == KIVO_RULE_FORCED_VALUE   ? kValue
+               : kind_ == KIVO_RULE_FORCED_RANGE ? kLimits
+                                                 : kPlainValue;
     }
 
-    bool take_limit(std::string_view word, std::string_view text, bool has_limits) {
-        if (!has_limits || (word != "MAX" && word != "MIN")) {
+    bool take(Words taken, std::string_view word, std::string_view text) {
+        const RangeRow* const row = find_row(kRangeWords, word);
+        if (row == nullptr || (row->words & taken) == 0) {
             return false;
         }
-        (word == "MAX" ? element_->text1 : element_->text2) = text;
+        (*element_).*row->field = text;
+        if (word == "WHEN_CMD") {
+            kind_ = KIVO_RULE_WHEN_CMD;
+        }
         return true;
-    }
-
-    bool take_common(std::string_view word, std::string_view text) {
-        if (is_condition_word(word)) {
-            element_->text3 = text;
-            kind_ = word == "WHEN_CMD" ? static_cast<std::int32_t>(KIVO_RULE_WHEN_CMD) : kind_;
-            return true;
-        }
-        if (word == "ELSE" && kind_ == KIVO_RULE_FORCED_VALUE) {
-            element_->text2 = text;
-            return true;
-        }
-        return false;
     }
 
     std::int32_t final_kind(std::string_view tag) const {
@@ -121,27 +148,40 @@ std::string implication(std::string_view condition, std::string_view consequence
                    " ) and ( ", alternative, " ) )");
 }
 
-void read_value_rule(KIVO_OBJ_INFO& object, KIVO_XML_ELEMENT& rule, KIVO_MESSAGE_LIST& messages) {
+struct ValueRule {
     std::string_view if_text;
     std::string_view then_text;
     std::string_view else_text;
+};
+
+struct ValueRuleRow {
+    std::string_view word;
+    std::string_view ValueRule::*text;
+};
+
+// clang-format off
+constexpr ValueRuleRow kValueRuleWords[] = {
+    { "ELSE", &ValueRule::else_text },
+    { "IF",   &ValueRule::if_text   },
+    { "THEN", &ValueRule::then_text },
+};
+// clang-format on
+
+void read_value_rule(KIVO_OBJ_INFO& object, KIVO_XML_ELEMENT& rule, const MessagePoster& poster) {
+    ValueRule read;
     for (KIVO_XML_ELEMENT& sub : rule.sub_elements()) {
-        const std::string_view tag = sub.tag_name();
-        if (tag == "IF") {
-            if_text = sub.text();
-        } else if (tag == "THEN") {
-            then_text = sub.text();
-        } else if (tag == "ELSE") {
-            else_text = sub.text();
+        if (const ValueRuleRow* row = find_row(kValueRuleWords, sub.tag_name())) {
+            read.*row->text = sub.text();
         } else {
-            MessageCollector(messages, sub.mark())
-                .add(KIVO_MESSAGE_ID::kValueRuleSubTag, "Unrecognized sub tag ", tag,
-                     " of VALUE_RULE ");
+            KIVO_MESSAGE message =
+                unknown_sub_tag(kUnknownInValueRule, rule, sub, kWordsOf<kValueRuleWords>);
+            message.object = object.name;
+            poster.post(message);
         }
     }
-    std::string condition = if_text.empty() || then_text.empty()
+    std::string condition = read.if_text.empty() || read.then_text.empty()
                                 ? std::string(rule.text())
-                                : implication(if_text, then_text, else_text);
+                                : implication(read.if_text, read.then_text, read.else_text);
     if (!condition.empty()) {
         auto element =
             std::make_unique<KIVO_RULE_ELEMENT>("", "", "", KIVO_RULE_REQUIRED, rule.mark());
@@ -150,10 +190,10 @@ void read_value_rule(KIVO_OBJ_INFO& object, KIVO_XML_ELEMENT& rule, KIVO_MESSAGE
     }
 }
 
-enum Admission { kRejected, kValue, kForcedRange, kConstantRange, kValueRule };
+enum Admission { kRejected, kForcedValue, kForcedRange, kConstantRange, kValueRule };
 
 struct AdmissionRow {
-    std::string_view tag;
+    std::string_view word;
     Admission of_port;
     Admission of_other;  // hidden parameters, and macros reached through PARAMETER_RULES
     Admission of_parameter;
@@ -161,48 +201,61 @@ struct AdmissionRow {
 
 // clang-format off
 constexpr AdmissionRow kAdmissions[] = {
-    { "CONSTANT_RANGE", kConstantRange, kRejected, kRejected    },
-    { "FORCE_RANGE",    kForcedRange,   kRejected, kForcedRange },
-    { "FORCE_VALUE",    kValue,         kValue,    kValue       },
-    { "STATE",          kValue,         kRejected, kRejected    },
-    { "VALUE_RULE",     kRejected,      kRejected, kValueRule   },
+    { "CONSTANT_RANGE", kConstantRange, kRejected,    kRejected    },
+    { "FORCE_RANGE",    kForcedRange,   kRejected,    kForcedRange },
+    { "FORCE_VALUE",    kForcedValue,   kForcedValue, kForcedValue },
+    { "STATE",          kForcedValue,   kRejected,    kRejected    },
+    { "VALUE_RULE",     kRejected,      kRejected,    kValueRule   },
 };
 // clang-format on
 
+Admission admission_of(const AdmissionRow& row, KIVO_OBJ_TYPE type) {
+    return kivo_is_port(type)        ? row.of_port
+           : kivo_is_parameter(type) ? row.of_parameter
+                                     : row.of_other;
+}
+
 Admission admission(std::string_view tag, KIVO_OBJ_TYPE type) {
+    const AdmissionRow* const row = find_row(kAdmissions, tag);
+    return row == nullptr ? kRejected : admission_of(*row, type);
+}
+
+void gather_admitted(std::uint32_t type, std::vector<std::string>& words) {
     for (const AdmissionRow& row : kAdmissions) {
-        if (tag == row.tag) {
-            return kivo_is_port(type)        ? row.of_port
-                   : kivo_is_parameter(type) ? row.of_parameter
-                                             : row.of_other;
+        if (admission_of(row, static_cast<KIVO_OBJ_TYPE>(type)) != kRejected) {
+            words.emplace_back(row.word);
         }
     }
-    return kRejected;
+}
+
+KIVO_MESSAGE not_admitted(const KIVO_OBJ_INFO& object, const KIVO_XML_ELEMENT& element,
+                          const KIVO_XML_ELEMENT& sub) {
+    KIVO_MESSAGE message = unknown_sub_tag(
+        kNotAdmitted, element, sub, {gather_admitted, static_cast<std::uint32_t>(object.obj_type)});
+    message.object = object.name;
+    return message;
 }
 
 }  // namespace
 
 void process_kivo_obj_subtags(KIVO_OBJ_INFO& object, KIVO_XML_ELEMENT& element,
-                              KIVO_MESSAGE_LIST& messages) {
+                              const MessagePoster& poster) {
     for (KIVO_XML_ELEMENT& sub : element.sub_elements()) {
         switch (admission(sub.tag_name(), object.obj_type)) {
-            case kValue:
-                RangeReader(object, KIVO_RULE_FORCED_VALUE).read(sub, messages);
+            case kForcedValue:
+                RangeReader(object, KIVO_RULE_FORCED_VALUE).read(sub, poster);
                 break;
             case kForcedRange:
-                RangeReader(object, KIVO_RULE_FORCED_RANGE).read(sub, messages);
+                RangeReader(object, KIVO_RULE_FORCED_RANGE).read(sub, poster);
                 break;
             case kConstantRange:
-                RangeReader(object, KIVO_RULE_CONSTANT_RANGE).read(sub, messages);
+                RangeReader(object, KIVO_RULE_CONSTANT_RANGE).read(sub, poster);
                 break;
             case kValueRule:
-                read_value_rule(object, sub, messages);
+                read_value_rule(object, sub, poster);
                 break;
             case kRejected:
-                // The message names PORT for every kind; hosts match on it.
-                MessageCollector(messages, sub.mark())
-                    .add(KIVO_MESSAGE_ID::kObjectSubTag, "Sub tag ", sub.tag_name(),
-                         " is not a valid sub tag of PORT ");
+                poster.post(not_admitted(object, element, sub));
                 break;
         }
     }

@@ -1,6 +1,7 @@
 #include <utility>
 #include <vector>
 
+#include "kivo/info/internal/attribute_table.h"
 #include "kivo/info/internal/reader.h"
 #include "kivo/objects/conditional_text.h"
 #include "kivo/objects/info.h"
@@ -9,9 +10,91 @@
 
 namespace {
 
-bool is_stimulus(std::string_view tag) {
-    return tag == "STIM" || tag == "VECTOR";
+// clang-format off
+constexpr KIVO_MESSAGE_TEXT kUnknownAttribute = {
+    KIVO_MESSAGE_ID::kVectorAttribute,
+    "Attribute {word} is not a recognized attribute for vector stimulus (found in vector {object} )"};
+// Says "wave" for custom vectors too; hosts match on the text.
+constexpr KIVO_MESSAGE_TEXT kUnknownTruncation = {
+    KIVO_MESSAGE_ID::kVectorTruncation,
+    "Attribute DISPLAY_TRUNCATION has illegal value {word} in wave ( {object} ). Valid values are HIGH and LOW"};
+constexpr KIVO_MESSAGE_TEXT kUnknownSubTag = {
+    KIVO_MESSAGE_ID::kVectorSubTag,
+    "Unrecognized Sub tag {word} for {element} tag"};
+constexpr KIVO_MESSAGE_TEXT kNoStimulusInThen = {
+    KIVO_MESSAGE_ID::kThenWithoutStimulus,
+    "THEN tag under WAVE tag should have a STIM or VECTOR sub-tag"};
+constexpr KIVO_MESSAGE_TEXT kNoStimulusInElse = {
+    KIVO_MESSAGE_ID::kElseWithoutStimulus,
+    "ELSE tag under WAVE tag should have a STIM or VECTOR sub-tag"};
+constexpr KIVO_MESSAGE_TEXT kSurplusElse = {
+    KIVO_MESSAGE_ID::kSurplusElse,
+    "There are more stimulus in the ELSE part of the condition, rather than in the THEN section"};
+
+enum class SubTag {
+    kUnknown, kCaption, kDescription, kDisplay, kElse, kIf, kStimulus, kThen, kWaveCondition,
+};
+
+struct SubTagRow {
+    std::string_view word;
+    SubTag tag;
+};
+
+constexpr SubTagRow kSubTags[] = {
+    { "CAPTION",        SubTag::kCaption       },
+    { "DESCRIPTION",    SubTag::kDescription   },
+    { "DISPLAY",        SubTag::kDisplay       },
+    { "ELSE",           SubTag::kElse          },
+    { "IF",             SubTag::kIf            },
+    { "STIM",           SubTag::kStimulus      },
+    { "THEN",           SubTag::kThen          },
+    { "VECTOR",         SubTag::kStimulus      },
+    { "WAVE_CONDITION", SubTag::kWaveCondition },
+};
+
+struct TruncationRow {
+    std::string_view word;
+    bool truncates_low;
+};
+
+constexpr TruncationRow kTruncations[] = {
+    { "HIGH", false },
+    { "LOW",  true  },
+};
+// clang-format on
+
+SubTag sub_tag(std::string_view tag) {
+    const SubTagRow* const row = find_row(kSubTags, tag);
+    return row == nullptr ? SubTag::kUnknown : row->tag;
 }
+
+void gather_stimulus_tags(std::uint32_t, std::vector<std::string>& words) {
+    for (const SubTagRow& row : kSubTags) {
+        if (row.tag == SubTag::kStimulus) {
+            words.emplace_back(row.word);
+        }
+    }
+}
+
+using Reading = AttributeReading<KIVO_VECTOR_OBJ>;
+
+void set_truncation(const Reading& reading, std::string_view value) {
+    if (const TruncationRow* row = find_row(kTruncations, value)) {
+        reading.object.truncate_low = row->truncates_low;
+    } else {
+        reading.refuse(kUnknownTruncation, "DISPLAY_TRUNCATION", value, kWordsOf<kTruncations>);
+    }
+}
+
+// clang-format off
+constexpr AttributeRow<KIVO_VECTOR_OBJ> kAttributes[] = {
+    { "DISPLAY_TRUNCATION", set_truncation                          },
+    { "INDEX",              set_number<&KIVO_VECTOR_OBJ::index>     },
+    { "MAX_TIME",           set_number<&KIVO_VECTOR_OBJ::max_time>  },
+    { "NAME",               nullptr                                 },
+    { "TIME_STEP",          set_number<&KIVO_VECTOR_OBJ::time_step> },
+};
+// clang-format on
 
 // Gathers the commands of one vector element into stimulus entries. Commands are pending until it
 // is known whether an ELSE belongs to them.
@@ -54,34 +137,32 @@ private:
     std::string_view condition_;
 };
 
-void read_then(KIVO_XML_ELEMENT& element, StimulusGroups& groups, KIVO_MESSAGE_LIST& messages) {
+KIVO_MESSAGE no_stimulus(const KIVO_MESSAGE_TEXT& says, const KIVO_XML_ELEMENT& parent,
+                         const KIVO_XML_ELEMENT& sub) {
+    return unknown_sub_tag(says, parent, sub, {gather_stimulus_tags, 0});
+}
+
+void read_then(KIVO_XML_ELEMENT& element, StimulusGroups& groups, const MessagePoster& poster) {
     for (KIVO_XML_ELEMENT& sub : element.sub_elements()) {
-        if (is_stimulus(sub.tag_name())) {
+        if (sub_tag(sub.tag_name()) == SubTag::kStimulus) {
             groups.add_command(sub);
         } else {
-            MessageCollector(messages, sub.mark())
-                .add(KIVO_MESSAGE_ID::kThenWithoutStimulus,
-                     "THEN tag under WAVE tag should have a STIM or VECTOR sub-tag");
+            poster.post(no_stimulus(kNoStimulusInThen, element, sub));
         }
     }
 }
 
-void read_else(KIVO_XML_ELEMENT& element, StimulusGroups& groups, KIVO_MESSAGE_LIST& messages) {
+void read_else(KIVO_XML_ELEMENT& element, StimulusGroups& groups, const MessagePoster& poster) {
     std::vector<std::string_view> alternatives;
     for (KIVO_XML_ELEMENT& sub : element.sub_elements()) {
-        if (is_stimulus(sub.tag_name())) {
+        if (sub_tag(sub.tag_name()) == SubTag::kStimulus) {
             alternatives.push_back(sub.text());
         } else {
-            MessageCollector(messages, sub.mark())
-                .add(KIVO_MESSAGE_ID::kElseWithoutStimulus,
-                     "ELSE tag under WAVE tag should have a STIM or VECTOR sub-tag");
+            poster.post(no_stimulus(kNoStimulusInElse, element, sub));
         }
     }
     if (!groups.end_group(std::move(alternatives))) {
-        MessageCollector(messages, element.mark())
-            .add(KIVO_MESSAGE_ID::kSurplusElse,
-                 "There are more stimulus in the ELSE part of the condition, rather than in the "
-                 "THEN section");
+        poster.post({.says = kSurplusElse, .mark = element.mark(), .element = element.tag_name()});
     }
 }
 
@@ -95,8 +176,7 @@ void KIVO_INFO::process_vector_stimulus(KIVO_XML_ELEMENT& section) {
         }
         const std::string name(name_attribute(element));
         if (name.empty()) {
-            post({KIVO_MESSAGE_ID::kVectorName, element.mark(),
-                  compose("Name atrribute is missing from ", tag, " tag ")});
+            post(missing_name(KIVO_MESSAGE_ID::kVectorName, element));
             continue;
         }
         KIVO_VECTOR_OBJ* vector = add_vector_object(name);
@@ -106,69 +186,50 @@ void KIVO_INFO::process_vector_stimulus(KIVO_XML_ELEMENT& section) {
         if (vector->mark.file == 0) {
             vector->mark = element.mark();
         }
-        process_vector_attributes(element, *vector);
+        read_attributes<kAttributes>(Reading{*vector, element, MessagePoster(this)},
+                                     kUnknownAttribute);
         process_vector_sub_elements(element, *vector);
     }
 }
 
-void KIVO_INFO::process_vector_attributes(KIVO_XML_ELEMENT& element, KIVO_VECTOR_OBJ& vector) {
-    for (const auto& [name, value] : element.attributes()) {
-        if (name == "MAX_TIME") {
-            vector.max_time = to_int32(value);
-        } else if (name == "TIME_STEP") {
-            vector.time_step = to_int32(value);
-        } else if (name == "INDEX") {
-            vector.index = to_int32(value);
-        } else if (name == "DISPLAY_TRUNCATION") {
-            if (value == "HIGH" || value == "LOW") {
-                vector.truncate_low = value == "LOW";
-                continue;
-            }
-            // Says "wave" for custom vectors too; hosts match on the text.
-            post({KIVO_MESSAGE_ID::kVectorTruncation, element.mark(),
-                  compose("Attribute DISPLAY_TRUNCATION has illegal value ", value, " in wave ( ",
-                          vector.name, " ). Valid values are HIGH and LOW")});
-        } else if (name != "NAME") {
-            post({KIVO_MESSAGE_ID::kVectorAttribute, element.mark(),
-                  compose("Attribute ", name,
-                          " is not a recognized attribute for vector stimulus (found in vector ",
-                          vector.name, " )")});
-        }
-    }
-}
-
 void KIVO_INFO::process_vector_sub_elements(KIVO_XML_ELEMENT& element, KIVO_VECTOR_OBJ& vector) {
+    const MessagePoster poster(this);
     StimulusGroups groups(vector);
     for (KIVO_XML_ELEMENT& sub : element.sub_elements()) {
-        const std::string_view tag = sub.tag_name();
-        KIVO_MESSAGE_LIST messages;
-        if (is_stimulus(tag) || tag == "IF") {
-            groups.flush();
+        switch (sub_tag(sub.tag_name())) {
+            case SubTag::kStimulus:
+                groups.flush();
+                groups.add_command(sub);
+                break;
+            case SubTag::kIf:
+                groups.flush();
+                groups.begin_condition(sub.text());
+                break;
+            case SubTag::kThen:
+                read_then(sub, groups, poster);
+                break;
+            case SubTag::kElse:
+                read_else(sub, groups, poster);
+                break;
+            case SubTag::kCaption:
+                vector.caption = sub.text();
+                break;
+            case SubTag::kDescription:
+                retire(vector.description);
+                vector.description = process_conditional_text(sub);
+                break;
+            case SubTag::kWaveCondition:
+                retire(vector.wave_condition);
+                vector.wave_condition =
+                    new KIVO_RULE_ELEMENT("", "", sub.text(), KIVO_RULE_FORCED_VALUE, sub.mark());
+                break;
+            case SubTag::kDisplay:
+                process_display_format_at(&vector, sub.text(), sub.tag_name(), sub.mark());
+                break;
+            case SubTag::kUnknown:
+                post(unknown_sub_tag(kUnknownSubTag, element, sub, kWordsOf<kSubTags>));
+                break;
         }
-        if (is_stimulus(tag)) {
-            groups.add_command(sub);
-        } else if (tag == "IF") {
-            groups.begin_condition(sub.text());
-        } else if (tag == "THEN") {
-            read_then(sub, groups, messages);
-        } else if (tag == "ELSE") {
-            read_else(sub, groups, messages);
-        } else if (tag == "CAPTION") {
-            vector.caption = sub.text();
-        } else if (tag == "DESCRIPTION") {
-            retire(vector.description);
-            vector.description = process_conditional_text(sub);
-        } else if (tag == "WAVE_CONDITION") {
-            retire(vector.wave_condition);
-            vector.wave_condition =
-                new KIVO_RULE_ELEMENT("", "", sub.text(), KIVO_RULE_FORCED_VALUE, sub.mark());
-        } else if (tag == "DISPLAY") {
-            process_display_format_at(&vector, sub.text(), sub.mark());
-        } else {
-            post({KIVO_MESSAGE_ID::kVectorSubTag, sub.mark(),
-                  compose("Unrecognized Sub tag ", tag, " for ", element.tag_name(), " tag")});
-        }
-        copy_messages(std::move(messages));
     }
     groups.flush();
 }

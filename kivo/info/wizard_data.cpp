@@ -1,9 +1,42 @@
 #include <memory>
 
+#include "kivo/info/internal/attribute_table.h"
+#include "kivo/info/internal/declaration.h"
 #include "kivo/info/internal/reader.h"
 #include "kivo/objects/wizard_map.h"
 
 namespace {
+
+// clang-format off
+// Speaks of vectors for wizard maps too; hosts match on the text.
+constexpr KIVO_MESSAGE_TEXT kUnknownAttribute = {
+    KIVO_MESSAGE_ID::kWizardMapAttribute,
+    "Attribute {word} is not a recognized attribute for vector stimulus (found in vector {object} )"};
+constexpr KIVO_MESSAGE_TEXT kUnknownSubTag = {
+    KIVO_MESSAGE_ID::kWizardMapSubTag,
+    "Unrecognized Sub tag {word} for {element} tag"};
+
+constexpr AttributeRow<KIVO_WIZARD_MAP> kAttributes[] = {
+    { "MAP_CONSTANTS",  set_by_on<&KIVO_WIZARD_MAP::map_constants>  },
+    { "MAP_USED_PORTS", set_by_on<&KIVO_WIZARD_MAP::map_used_ports> },
+    { "MODULE_NAME",    set_text<&KIVO_WIZARD_MAP::module_name>     },
+    { "NAME",           nullptr                                     },
+    { "WIZARD_NAME",    set_text<&KIVO_WIZARD_MAP::wizard_name>     },
+};
+
+enum class SubTag { kParameter, kPort, kWizardCondition };
+
+struct SubTagRow {
+    std::string_view word;
+    SubTag tag;
+};
+
+constexpr SubTagRow kSubTags[] = {
+    { "PARAMETER",        SubTag::kParameter       },
+    { "PORT",             SubTag::kPort            },
+    { "WIZARD_CONDITION", SubTag::kWizardCondition },
+};
+// clang-format on
 
 // The condition of a WIZARD_CONDITION: its text, or else its CONDITION attribute.
 std::string condition_of(KIVO_XML_ELEMENT& element) {
@@ -70,8 +103,7 @@ void KIVO_INFO::process_wizard_map(KIVO_XML_ELEMENT& section) {
 void KIVO_INFO::process_one_wizard_map(KIVO_XML_ELEMENT& element) {
     const std::string name(name_attribute(element));
     if (name.empty()) {
-        post({KIVO_MESSAGE_ID::kWizardMapName, element.mark(),
-              compose("Name atrribute is missing from ", element.tag_name(), " tag ")});
+        post(missing_name(KIVO_MESSAGE_ID::kWizardMapName, element));
         return;
     }
     KIVO_WIZARD_MAP* map = add_wizard_map(name);
@@ -81,64 +113,52 @@ void KIVO_INFO::process_one_wizard_map(KIVO_XML_ELEMENT& element) {
     if (map->mark.file == 0) {
         map->mark = element.mark();
     }
-    process_wizard_attributes(element, *map);
+    read_attributes<kAttributes>(
+        AttributeReading<KIVO_WIZARD_MAP>{*map, element, MessagePoster(this)}, kUnknownAttribute);
+    if (map->module_name.empty()) {
+        map->module_name = function_name;
+    }
     for (KIVO_XML_ELEMENT& sub : element.sub_elements()) {
-        const std::string_view tag = sub.tag_name();
-        if (tag == "PARAMETER") {
-            process_wizard_parameter(sub, *map);
-        } else if (tag == "PORT") {
-            process_wizard_port(sub, *map);
-        } else if (tag == "WIZARD_CONDITION") {
-            if (std::string condition = condition_of(sub); !condition.empty()) {
-                retire(map->condition);
-                map->condition = new KIVO_RULE_ELEMENT("", "", std::move(condition),
-                                                       KIVO_RULE_FORCED_VALUE, sub.mark());
-            }
-        } else {
-            post({KIVO_MESSAGE_ID::kWizardMapSubTag, sub.mark(),
-                  compose("Unrecognized Sub tag ", tag, " for ", element.tag_name(), " tag")});
+        const SubTagRow* const row = find_row(kSubTags, sub.tag_name());
+        if (row == nullptr) {
+            post(unknown_sub_tag(kUnknownSubTag, element, sub, kWordsOf<kSubTags>));
+            continue;
         }
-    }
-}
-
-void KIVO_INFO::process_wizard_attributes(KIVO_XML_ELEMENT& element, KIVO_WIZARD_MAP& map) {
-    for (const auto& [name, value] : element.attributes()) {
-        if (name == "WIZARD_NAME") {
-            map.wizard_name = value;
-        } else if (name == "MODULE_NAME") {
-            map.module_name = value;
-        } else if (name == "MAP_CONSTANTS") {
-            map.map_constants = value == "ON";
-        } else if (name == "MAP_USED_PORTS") {
-            map.map_used_ports = value == "ON";
-        } else if (name != "NAME") {
-            // Speaks of vectors for wizard maps too; hosts match on the text.
-            post({KIVO_MESSAGE_ID::kWizardMapAttribute, element.mark(),
-                  compose("Attribute ", name,
-                          " is not a recognized attribute for vector stimulus (found in vector ",
-                          map.name, " )")});
+        switch (row->tag) {
+            case SubTag::kParameter:
+                process_wizard_parameter(sub, *map);
+                break;
+            case SubTag::kPort:
+                process_wizard_port(sub, *map);
+                break;
+            case SubTag::kWizardCondition:
+                if (std::string condition = condition_of(sub); !condition.empty()) {
+                    retire(map->condition);
+                    map->condition = new KIVO_RULE_ELEMENT("", "", std::move(condition),
+                                                           KIVO_RULE_FORCED_VALUE, sub.mark());
+                }
+                break;
         }
-    }
-    if (map.module_name.empty()) {
-        map.module_name = function_name;
     }
 }
 
 void KIVO_INFO::process_wizard_parameter(KIVO_XML_ELEMENT& element, KIVO_WIZARD_MAP& map) {
-    const Declared declared = read_parameter_head(element);
+    const MessagePoster poster(this);
+    const Declaration declared = read_parameter_declaration(element, poster);
     if (!declared.name.empty()) {
         KIVO_OBJ_INFO* object = map.add_kivo_object(declared.name, declared.type);
         mark_first(object, element.mark());
-        copy_messages(process_parameter_fields(object, element));
+        process_parameter_fields(object, element, poster);
     }
 }
 
 void KIVO_INFO::process_wizard_port(KIVO_XML_ELEMENT& element, KIVO_WIZARD_MAP& map) {
-    const Declared declared = read_port_head(element);
+    const MessagePoster poster(this);
+    const Declaration declared = read_port_declaration(element, poster);
     if (!declared.name.empty()) {
         KIVO_OBJ_INFO* object = map.add_kivo_object(declared.name, declared.type);
         mark_first(object, element.mark());
-        copy_messages(process_port_fields(object, element));
+        process_port_fields(object, element, poster);
     }
 }
 

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "kivo/export.h"
+#include "kivo/objects/message_facts.h"
 #include "kivo/objects/obj_info.h"
 #include "kivo/toolkit/less_c_string.h"
 #include "kivo/toolkit/place.h"
@@ -56,12 +57,20 @@ public:
     void reset_error_message_list();
     // The next message; "" at the end and from then on, until the list is reset.
     std::string get_next_error_message();
-    // Where message number "index" of error_list arose: the element concerned, or the place that
-    // the parser found. Nowhere for a message that the host posted.
+    // What is known of message number "index" of error_list. A message is recognised by its text,
+    // and those of equal text by their neighbours and their order, so that the host may put in,
+    // take away, rearrange and edit messages. One that it posted, put in or edited, and one that it
+    // took away and put in again after a further message was posted, is the host's: its id is
+    // "host-message", it stands nowhere and has no facts. So is a message that does not exist.
+    // The first call after a change takes time in proportion to the list (times its logarithm).
+
+    // Where it arose: the element concerned, or the place that the parser found.
     KIVO_PLACE get_error_place(std::size_t index) const;
-    // The stable id of message number "index" ("unknown-section"); "host-message" for one that the
-    // host posted.
+    // Its stable id ("unknown-section").
     std::string get_error_id(std::size_t index) const;
+    // The element, attribute and word at fault, and the words that are known there.
+    KIVO_MESSAGE_FACTS get_error_facts(std::size_t index) const;
+
     // Where something that carries a mark was declared.
     KIVO_PLACE get_place(const KIVO_MARK& mark) const;
 
@@ -122,12 +131,7 @@ public:
 
 private:
     friend class FileLoader;
-
-    // What NAME and TYPE of a PARAMETER or PORT element say.
-    struct Declared {
-        std::string name;
-        KIVO_OBJ_TYPE type = KIVO_OBJ_UNKNOWN;
-    };
+    friend class MessagePoster;
 
     // The section readers, each in the file of its section.
     KIVO_LOCAL void process_function_info(KIVO_XML_ELEMENT& section);
@@ -141,26 +145,23 @@ private:
     KIVO_LOCAL void process_ports(KIVO_XML_ELEMENT& section);
     KIVO_LOCAL void process_rules(KIVO_XML_ELEMENT& section);
     KIVO_LOCAL void process_vector_stimulus(KIVO_XML_ELEMENT& section);
-    KIVO_LOCAL void process_vector_attributes(KIVO_XML_ELEMENT& element, KIVO_VECTOR_OBJ& vector);
     KIVO_LOCAL void process_vector_sub_elements(KIVO_XML_ELEMENT& element, KIVO_VECTOR_OBJ& vector);
     KIVO_LOCAL void process_wizard_map(KIVO_XML_ELEMENT& section);
     KIVO_LOCAL void process_one_wizard_map(KIVO_XML_ELEMENT& element);
-    KIVO_LOCAL void process_wizard_attributes(KIVO_XML_ELEMENT& element, KIVO_WIZARD_MAP& map);
     KIVO_LOCAL void process_wizard_parameter(KIVO_XML_ELEMENT& element, KIVO_WIZARD_MAP& map);
     KIVO_LOCAL void process_wizard_port(KIVO_XML_ELEMENT& element, KIVO_WIZARD_MAP& map);
     KIVO_LOCAL void add_generic_wizard_map_to_all_maps(KIVO_WIZARD_MAP& generic);
-    // Post what is wrong with NAME and TYPE; an element without a name is to be passed over.
-    KIVO_LOCAL Declared read_parameter_head(KIVO_XML_ELEMENT& element);
-    KIVO_LOCAL Declared read_port_head(KIVO_XML_ELEMENT& element);
     // Null when the element has no sub-elements; else the caller's.
     KIVO_LOCAL KIVO_CONDITIONAL_TEXT* process_conditional_text(KIVO_XML_ELEMENT& element);
 
-    KIVO_LOCAL void post(KIVO_MESSAGE message);
-    KIVO_LOCAL void copy_messages(std::vector<KIVO_MESSAGE> messages);
-    KIVO_LOCAL KIVO_OBJ_INFO* add_object_at(const std::string& name, KIVO_OBJ_TYPE type,
-                                            KIVO_MARK mark);
+    KIVO_LOCAL void post(const KIVO_MESSAGE& message);
+    // The same as add_kivo_object for an element, of which "declared" tells what a message about it
+    // is to tell.
+    KIVO_LOCAL KIVO_OBJ_INFO* add_declared_object(const std::string& name, KIVO_OBJ_TYPE type,
+                                                  KIVO_MESSAGE declared);
+    // For a command that stands in such an element at that place.
     KIVO_LOCAL void process_display_format_at(KIVO_VECTOR_OBJ* vector, std::string_view text,
-                                              KIVO_MARK mark);
+                                              std::string_view element, KIVO_MARK mark);
     // Keeps a record that something else took the place of, until the store's destruction.
     KIVO_LOCAL void retire(KIVO_OBJ* replaced);
 

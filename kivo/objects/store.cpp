@@ -9,6 +9,15 @@
 
 namespace {
 
+// clang-format off
+constexpr KIVO_MESSAGE_TEXT kTypeClash = {
+    KIVO_MESSAGE_ID::kTypeClash,
+    "Kivofunction Object {object} of different type {detail} already exists "};
+constexpr KIVO_MESSAGE_TEXT kUnknownType = {
+    KIVO_MESSAGE_ID::kUnknownType,
+    "Kivofunction Object {object} is of unknown type "};
+// clang-format on
+
 template <class Record>
 Record* find_or_add(KIVO_OBJ_MAP& map, const std::string& name) {
     if (KIVO_OBJ* found = map.look_up(name)) {
@@ -40,11 +49,11 @@ KIVO_INFO::~KIVO_INFO() {
 }
 
 KIVO_OBJ_INFO* KIVO_INFO::add_kivo_object(const std::string& name, KIVO_OBJ_TYPE type) {
-    return add_object_at(name, type, {});
+    return add_declared_object(name, type, {.object = name});
 }
 
-KIVO_OBJ_INFO* KIVO_INFO::add_object_at(const std::string& name, KIVO_OBJ_TYPE type,
-                                        KIVO_MARK mark) {
+KIVO_OBJ_INFO* KIVO_INFO::add_declared_object(const std::string& name, KIVO_OBJ_TYPE type,
+                                              KIVO_MESSAGE declared) {
     // An unknown type makes no object, so it must not make an entry either.
     KIVO_OBJ* known = type == KIVO_OBJ_UNKNOWN ? get_kivo_obj(name) : nullptr;
     KIVO_OBJ*& place = type == KIVO_OBJ_UNKNOWN ? known : object_map.place_of(name);
@@ -52,18 +61,22 @@ KIVO_OBJ_INFO* KIVO_INFO::add_object_at(const std::string& name, KIVO_OBJ_TYPE t
         if (type == KIVO_OBJ_UNKNOWN || type == found->obj_type) {
             return found;
         }
-        post({KIVO_MESSAGE_ID::kTypeClash, mark,
-              "Kivofunction Object " + name + " of different type " +
-                  found->get_obj_type_as_string() + " already exists "});
+        const std::string found_type = found->get_obj_type_as_string();
+        declared.says = kTypeClash;
+        declared.detail = found_type;
+        declared.related = found->mark;
+        post(declared);
         return nullptr;
     }
     if (type == KIVO_OBJ_UNKNOWN) {
-        post({KIVO_MESSAGE_ID::kUnknownType, mark,
-              "Kivofunction Object " + name + " is of unknown type "});
+        // A wrong TYPE has been reported, and what is wrong without one is that there is none.
+        declared.says = kUnknownType;
+        declared.word = {};
+        post(declared);
         return nullptr;
     }
     auto* object = new KIVO_OBJ_INFO(name, type);
-    object->mark = mark;
+    object->mark = declared.mark;
     place = object;
     return object;
 }

@@ -332,5 +332,7 @@ TEST(ParameterRules, included_file_may_refer_to_parameters_of_the_including_one)
 
 TEST(ParameterFields, null_object_yields_no_message_and_reads_nothing) {
     KIVO_XML_ELEMENT never_touched;
-    EXPECT_TRUE(process_parameter_fields(nullptr, never_touched).empty());
+    KIVO_INFO info;
+    process_parameter_fields(nullptr, never_touched, MessagePoster(&info));
+    EXPECT_TRUE(info.error_list.empty());
 }

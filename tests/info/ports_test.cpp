@@ -277,5 +277,7 @@ TEST(PortRules, undeclared_name_is_reported_once) {
 
 TEST(PortFields, null_object_yields_no_message_and_reads_nothing) {
     KIVO_XML_ELEMENT never_touched;
-    EXPECT_TRUE(process_port_fields(nullptr, never_touched).empty());
+    KIVO_INFO info;
+    process_port_fields(nullptr, never_touched, MessagePoster(&info));
+    EXPECT_TRUE(info.error_list.empty());
 }

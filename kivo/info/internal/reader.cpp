@@ -13,6 +13,40 @@ std::string compose(std::initializer_list<std::string_view> pieces) {
     return text;
 }
 
+KIVO_MESSAGE unknown_sub_tag(const KIVO_MESSAGE_TEXT& says, const KIVO_XML_ELEMENT& parent,
+                             const KIVO_XML_ELEMENT& sub, const KIVO_KNOWN_WORDS& known) {
+    return {.says = says,
+            .mark = sub.mark(),
+            .element = parent.tag_name(),
+            .word = sub.tag_name(),
+            .known = known};
+}
+
+KIVO_MESSAGE unknown_attribute(const KIVO_MESSAGE_TEXT& says, const KIVO_XML_ELEMENT& element,
+                               std::string_view attribute, const KIVO_KNOWN_WORDS& known) {
+    return {.says = says,
+            .mark = element.mark(),
+            .element = element.tag_name(),
+            .attribute = attribute,
+            .word = attribute,
+            .known = known};
+}
+
+KIVO_MESSAGE missing_name(KIVO_MESSAGE_ID id, const KIVO_XML_ELEMENT& element) {
+    return {.says = {id, "Name atrribute is missing from {element} tag "},
+            .mark = element.mark(),
+            .element = element.tag_name(),
+            .attribute = "NAME"};
+}
+
+KIVO_MESSAGE about_name(const KIVO_XML_ELEMENT& element, std::string_view name) {
+    return {.mark = element.mark(),
+            .element = element.tag_name(),
+            .attribute = "NAME",
+            .word = name,
+            .object = name};
+}
+
 std::string_view name_attribute(KIVO_XML_ELEMENT& element) {
     for (const auto& [name, value] : element.attributes()) {
         if (name == "NAME") {
@@ -20,18 +54,4 @@ std::string_view name_attribute(KIVO_XML_ELEMENT& element) {
         }
     }
     return {};
-}
-
-KIVO_MESSAGE_LIST read_fields(KIVO_OBJ_INFO* object, KIVO_XML_ELEMENT& element,
-                              AttributeReader apply_attribute) {
-    KIVO_MESSAGE_LIST messages;
-    if (object == nullptr) {
-        return messages;
-    }
-    MessageCollector collector(messages, element.mark());
-    for (const KIVO_XML_ATTRIBUTE& attribute : element.attributes()) {
-        apply_attribute(*object, attribute, collector);
-    }
-    process_kivo_obj_subtags(*object, element, messages);
-    return messages;
 }

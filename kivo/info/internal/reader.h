@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "kivo/info/internal/word_table.h"
 #include "kivo/objects/info.h"
 #include "kivo/objects/internal/message.h"
 #include "kivo/objects/obj_info.h"
@@ -19,39 +20,46 @@ std::string compose(const Piece&... piece) {
     return compose({std::string_view(piece)...});
 }
 
-// Collects the messages of the element that it was made for.
-class MessageCollector {
+// Posts the messages of readers that are no members of the store.
+class MessagePoster {
 public:
-    MessageCollector(KIVO_MESSAGE_LIST& messages, KIVO_MARK mark)
-        : messages_(messages), mark_(mark) {}
+    // Null: nobody is told.
+    explicit MessagePoster(KIVO_INFO* info) : info_(info) {}
 
-    template <class... Piece>
-    void add(KIVO_MESSAGE_ID id, const Piece&... piece) {
-        messages_.push_back({id, mark_, compose(piece...)});
+    void post(const KIVO_MESSAGE& message) const {
+        if (info_ != nullptr) {
+            info_->post(message);
+        }
     }
 
 private:
-    KIVO_MESSAGE_LIST& messages_;
-    KIVO_MARK mark_;
+    KIVO_INFO* info_;
 };
+
+// A message about a sub-element that "parent" does not have.
+KIVO_MESSAGE unknown_sub_tag(const KIVO_MESSAGE_TEXT& says, const KIVO_XML_ELEMENT& parent,
+                             const KIVO_XML_ELEMENT& sub, const KIVO_KNOWN_WORDS& known);
+
+// A message about an attribute that the element does not have.
+KIVO_MESSAGE unknown_attribute(const KIVO_MESSAGE_TEXT& says, const KIVO_XML_ELEMENT& element,
+                               std::string_view attribute, const KIVO_KNOWN_WORDS& known);
+
+// A message that an element has no name.
+KIVO_MESSAGE missing_name(KIVO_MESSAGE_ID id, const KIVO_XML_ELEMENT& element);
+
+// What a message about the object that an element with a NAME declares is to tell of the element.
+KIVO_MESSAGE about_name(const KIVO_XML_ELEMENT& element, std::string_view name);
 
 // The value of the attribute NAME, empty when there is none.
 std::string_view name_attribute(KIVO_XML_ELEMENT& element);
 
 // Field readers of one PARAMETER or PORT element: they apply its attributes but NAME and TYPE, then
-// its sub-elements, and return the messages that arose, in order. A null object yields no message
-// and changes nothing.
-KIVO_MESSAGE_LIST process_parameter_fields(KIVO_OBJ_INFO* object, KIVO_XML_ELEMENT& element);
-KIVO_MESSAGE_LIST process_port_fields(KIVO_OBJ_INFO* object, KIVO_XML_ELEMENT& element);
+// its sub-elements. A null object yields no message and changes nothing.
+void process_parameter_fields(KIVO_OBJ_INFO* object, KIVO_XML_ELEMENT& element,
+                              const MessagePoster& poster);
+void process_port_fields(KIVO_OBJ_INFO* object, KIVO_XML_ELEMENT& element,
+                         const MessagePoster& poster);
 
-// Reads the value rules among the element's sub-elements onto the object's rule list and appends
-// the messages that arose.
+// Reads the value rules among the element's sub-elements onto the object's rule list.
 void process_kivo_obj_subtags(KIVO_OBJ_INFO& object, KIVO_XML_ELEMENT& element,
-                              KIVO_MESSAGE_LIST& messages);
-
-// Applies one attribute to an object; what is wrong with it goes to the collector.
-using AttributeReader = void (*)(KIVO_OBJ_INFO&, const KIVO_XML_ATTRIBUTE&, MessageCollector&);
-
-// What the field readers have in common: all attributes first, then the value rules.
-KIVO_MESSAGE_LIST read_fields(KIVO_OBJ_INFO* object, KIVO_XML_ELEMENT& element,
-                              AttributeReader apply_attribute);
+                              const MessagePoster& poster);

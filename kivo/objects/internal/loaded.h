@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "kivo/objects/internal/message.h"
+#include "kivo/objects/internal/message_origins.h"
 #include "kivo/toolkit/place.h"
 #include "kivo/toolkit/records/obj.h"
 #include "kivo/toolkit/xml/internal/line_table.h"
@@ -15,16 +15,12 @@ struct KIVO_LOADED {
         std::string path;
         LineTable lines;
     };
-    struct Origin {
-        KIVO_MESSAGE_ID id = KIVO_MESSAGE_ID::kHostMessage;
-        KIVO_MARK mark;
-    };
 
     // The offset of a mark that names a file and no place in it, beyond every kivo_mark_offset.
     static constexpr std::uint32_t kWholeFile = 0xFFFFFFFF;
 
-    std::vector<File> files;      // mark number n is files[n - 1]; the last is the one being read
-    std::vector<Origin> origins;  // of the messages of error_list, at the same positions
+    std::vector<File> files;  // mark number n is files[n - 1]; the last is the one being read
+    MessageOrigins origins;   // of the messages of error_list
     // Replaced by something later of the same load or a later one. A host may still look at them,
     // so they go with the store.
     std::vector<std::unique_ptr<KIVO_OBJ>> retired;

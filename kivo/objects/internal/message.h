@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "kivo/toolkit/place.h"
@@ -63,11 +65,37 @@
 enum class KIVO_MESSAGE_ID { KIVO_MESSAGE_IDS(KIVO_MESSAGE_ENUMERATOR) };
 #undef KIVO_MESSAGE_ENUMERATOR
 
-// One message on its way to the error list.
-struct KIVO_MESSAGE {
+// The text that a message of an id has. Facts in braces stand for what the message tells of them.
+struct KIVO_MESSAGE_TEXT {
     KIVO_MESSAGE_ID id;
-    KIVO_MARK mark;
-    std::string text;
+    std::string_view text;
 };
 
-using KIVO_MESSAGE_LIST = std::vector<KIVO_MESSAGE>;
+// The words that a reader knows in one place, gathered from the reader's own table when somebody
+// asks for them.
+struct KIVO_KNOWN_WORDS {
+    using Gather = void (*)(std::uint32_t part, std::vector<std::string>& words);
+
+    Gather gather = nullptr;  // null: none
+    std::uint32_t part = 0;   // of the table; what the number means is the reader's
+};
+
+// One message on its way to the error list, with what KIVO_MESSAGE_FACTS tells of it. The views
+// are looked at while it is posted and not afterwards.
+struct KIVO_MESSAGE {
+    KIVO_MESSAGE_TEXT says{KIVO_MESSAGE_ID::kHostMessage, "{detail}"};
+    KIVO_MARK mark{};
+    std::string_view element{};
+    std::string_view attribute{};
+    std::string_view word{};
+    std::string_view object{};
+    std::string_view detail{};  // what only the text tells
+    KIVO_KNOWN_WORDS known{};
+    KIVO_MARK related{};
+};
+
+// The text with its facts filled in.
+std::string fill_in(const KIVO_MESSAGE& message);
+
+// "unknown-section" and its like.
+const char* kivo_message_id_name(KIVO_MESSAGE_ID id);

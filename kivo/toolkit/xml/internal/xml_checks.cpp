@@ -136,8 +136,10 @@ bool is_blank(const char* text) {
     return trim_left_view(text).empty();
 }
 
-XmlFinding repeated(const char* name, const char* text) {
-    return {offset_of(name, text), "attribute " + std::string(name) + " is given more than once"};
+XmlFinding repeated(const char* first, const char* second, const char* text) {
+    const std::string name = second;
+    return {offset_of(second, text), "attribute " + name + " is given more than once", name,
+            offset_of(first, text)};
 }
 
 // The square of a few costs less than sorting them.
@@ -149,8 +151,9 @@ void find_repeated_among_few(const char* const* names, std::size_t count, const 
         const auto equals_second = [&](const char* first) {
             return *first == *names[second] && std::string_view(first) == names[second];
         };
-        if (std::count_if(names, names + second, equals_second) == 1) {
-            findings.push_back(repeated(names[second], text));
+        const auto first = std::find_if(names, names + second, equals_second);
+        if (first != names + second && std::none_of(first + 1, names + second, equals_second)) {
+            findings.push_back(repeated(*first, names[second], text));
         }
     }
 }
@@ -170,7 +173,7 @@ void find_repeated_among_many(const pugi::xml_node& element, const char* text,
     for (std::size_t i = 1; i < names.size(); ++i) {
         const bool is_second = names[i] == names[i - 1] && (i == 1 || names[i] != names[i - 2]);
         if (is_second) {
-            findings.push_back(repeated(names[i].data(), text));
+            findings.push_back(repeated(names[i - 1].data(), names[i].data(), text));
         }
     }
     std::sort(

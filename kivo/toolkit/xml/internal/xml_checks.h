@@ -15,6 +15,9 @@ class xml_node;
 struct XmlFinding {
     std::size_t offset;
     std::string what;
+    // Of an attribute that is given more than once: its name, and where it stands first.
+    std::string attribute{};
+    std::optional<std::size_t> first{};
 };
 
 // What the parser would read over or be misled by: a NUL byte, or a character reference to one.

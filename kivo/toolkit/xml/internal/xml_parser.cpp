@@ -64,19 +64,19 @@ KIVO_XML_SAX_PARSER::KIVO_XML_SAX_PARSER() : tree_(std::make_unique<Tree>()) {}
 
 KIVO_XML_SAX_PARSER::~KIVO_XML_SAX_PARSER() = default;
 
-void KIVO_XML_SAX_PARSER::report(std::size_t offset, const std::string& what) {
-    const LineTable::Position at = lines_.locate(offset);
+void KIVO_XML_SAX_PARSER::report(const XmlFinding& finding) {
+    const LineTable::Position at = lines_.locate(finding.offset);
     std::string text = "line " + std::to_string(at.line) + ", column " + std::to_string(at.column);
     if (!source_name_.empty()) {
         text += " of " + source_name_;
     }
-    errors_.add({text + ": " + what, offset});
+    errors_.add({text + ": " + finding.what, finding.offset, finding.attribute, finding.first});
 }
 
 bool KIVO_XML_SAX_PARSER::parse(KIVO_XML_SAX_INPUT_SOURCE& source) {
     source_name_ = source.name;
     if (!source.read_text(tree_->text) || !convert_to_utf8(tree_->text)) {
-        report(0, "the text cannot be read");
+        report({0, "the text cannot be read"});
         return false;
     }
     const bool is_parsed = parse_text(source.file_number);
@@ -94,7 +94,7 @@ bool KIVO_XML_SAX_PARSER::parse_text(std::uint32_t file_number) {
     lines_ = std::move(survey.lines);
     if (survey.has_nul || survey.has_ampersand) {
         if (const auto nul = find_nul(whole)) {
-            report(nul->offset, nul->what);
+            report(*nul);
             return false;
         }
     }
@@ -104,11 +104,11 @@ bool KIVO_XML_SAX_PARSER::parse_text(std::uint32_t file_number) {
     const pugi::xml_parse_result result = tree_->nodes.load_buffer_inplace(
         text, whole.size() + 1, kParseFlags | blanks, pugi::encoding_utf8);
     if (!result) {
-        report(static_cast<std::size_t>(result.offset), describe(result.status));
+        report({static_cast<std::size_t>(result.offset), describe(result.status)});
         return false;
     }
     if (const auto second = find_second_root(tree_->nodes, text)) {
-        report(second->offset, second->what);
+        report(*second);
         return false;
     }
     if (const pugi::xml_node root = tree_->nodes.document_element()) {
@@ -124,6 +124,6 @@ bool KIVO_XML_SAX_PARSER::parse_text(std::uint32_t file_number) {
 
 void KIVO_XML_SAX_PARSER::end_walk() {
     for (const XmlFinding& finding : tree_->walk.take_repeated_attributes()) {
-        report(finding.offset, finding.what);
+        report(finding);
     }
 }

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -16,6 +17,9 @@ public:
     struct Message {
         std::string text;
         std::size_t offset;  // in bytes from the start of the document
+        // Of an attribute that is given more than once: its name, and where it stands first.
+        std::string attribute{};
+        std::optional<std::size_t> first{};
     };
 
     bool has_error_messages() const { return !messages_.empty(); }
@@ -62,7 +66,7 @@ private:
     struct Tree;
 
     bool parse_text(std::uint32_t file_number);
-    void report(std::size_t offset, const std::string& what);
+    void report(const XmlFinding& finding);
 
     std::unique_ptr<Tree> tree_;
     std::string source_name_;

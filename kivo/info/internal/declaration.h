@@ -1,0 +1,53 @@
+#pragma once
+
+// What NAME and TYPE of a PARAMETER or PORT element say.
+
+#include <string>
+#include <string_view>
+
+#include "kivo/info/internal/reader.h"
+
+struct Declaration {
+    std::string name;  // empty: the element is to be ignored, which has been said
+    KIVO_OBJ_TYPE type = KIVO_OBJ_UNKNOWN;
+    // What a message about the object is to tell of the element.
+    KIVO_MESSAGE about;
+};
+
+Declaration read_parameter_declaration(KIVO_XML_ELEMENT& element, const MessagePoster& poster);
+Declaration read_port_declaration(KIVO_XML_ELEMENT& element, const MessagePoster& poster);
+
+struct TypeRow {
+    std::string_view word;
+    KIVO_OBJ_TYPE type;
+};
+
+// Posts what is wrong; NAME comes before TYPE.
+template <const auto& kTypes>
+Declaration read_declaration(KIVO_XML_ELEMENT& element, const MessagePoster& poster,
+                             const KIVO_MESSAGE_TEXT& unknown_type, KIVO_MESSAGE_ID no_name) {
+    Declaration declared;
+    declared.about.mark = element.mark();
+    declared.about.element = element.tag_name();
+    declared.about.attribute = "TYPE";
+    for (const auto& [name, value] : element.attributes()) {
+        if (name == "NAME") {
+            declared.name = value;
+            declared.about.object = value;
+        } else if (name == "TYPE") {
+            declared.about.word = value;
+            if (const TypeRow* const row = find_row(kTypes, value)) {
+                declared.type = row->type;
+                continue;
+            }
+            KIVO_MESSAGE message = declared.about;
+            message.says = unknown_type;
+            message.known = kWordsOf<kTypes>;
+            poster.post(message);
+        }
+    }
+    if (declared.name.empty()) {
+        poster.post(missing_name(no_name, element));
+    }
+    return declared;
+}
