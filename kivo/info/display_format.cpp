@@ -112,5 +112,6 @@ void KIVO_INFO::process_display_format_at(KIVO_VECTOR_OBJ* vector, std::string_v
     KIVO_MESSAGE message = invalid_command(text, verb, object);
     message.mark = mark;
     message.element = element;
+    message.object = vector->name;
     post(message);
 }

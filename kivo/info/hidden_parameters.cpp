@@ -32,8 +32,9 @@ void KIVO_INFO::process_hidden_parameters(KIVO_XML_ELEMENT& section) {
         KIVO_OBJ_INFO* object =
             add_declared_object(name, KIVO_OBJ_HIDDEN_PARAMETER, about_name(element, name));
         if (object != nullptr) {
-            read_attributes<kAttributes>(AttributeReading<KIVO_OBJ_INFO>{*object, element, poster},
-                                         kUnknownAttribute);
+            read_attributes<kAttributes>(
+                AttributeReading<KIVO_OBJ_INFO>{*object, element, poster.about(name)},
+                kUnknownAttribute);
             process_kivo_obj_subtags(*object, element, nobody);
         }
     }

@@ -82,8 +82,9 @@ constexpr AttributeRow<KIVO_OBJ_INFO> kAttributes[] = {
 void process_port_fields(KIVO_OBJ_INFO* object, KIVO_XML_ELEMENT& element,
                          const MessagePoster& poster) {
     if (object != nullptr) {
-        read_attributes<kAttributes>(Reading{*object, element, poster}, kUnknownAttribute);
-        process_kivo_obj_subtags(*object, element, poster);
+        const MessagePoster about = poster.about(object->name);
+        read_attributes<kAttributes>(Reading{*object, element, about}, kUnknownAttribute);
+        process_kivo_obj_subtags(*object, element, about);
     }
 }
 

@@ -70,15 +70,15 @@ public:
         for (const auto& [name, value] : range.attributes()) {
             const Words taken = words_of_attributes();
             if (!take(taken, name, value)) {
-                post(poster, unknown_attribute(kUnknownAttribute, range, name,
-                                               {gather_range_words, taken}));
+                poster.post(
+                    unknown_attribute(kUnknownAttribute, range, name, {gather_range_words, taken}));
             }
         }
         for (KIVO_XML_ELEMENT& sub : range.sub_elements()) {
             const Words taken = words_of_sub_elements();
             if (!take(taken, sub.tag_name(), sub.text())) {
-                post(poster,
-                     unknown_sub_tag(kUnknownSubTag, range, sub, {gather_range_words, taken}));
+                poster.post(
+                    unknown_sub_tag(kUnknownSubTag, range, sub, {gather_range_words, taken}));
             }
         }
         if (!element_->text1.empty()) {
@@ -89,11 +89,6 @@ public:
     }
 
 private:
-    void post(const MessagePoster& poster, KIVO_MESSAGE message) const {
-        message.object = object_.name;
-        poster.post(message);
-    }
-
     // Attributes and sub-elements differ on purpose: as sub-elements V, TO and THEN are refused in
     // every forced range, and MAX and MIN in a constant range.
     Words words_of_attributes() const {
@@ -173,10 +168,7 @@ void read_value_rule(KIVO_OBJ_INFO& object, KIVO_XML_ELEMENT& rule, const Messag
         if (const ValueRuleRow* row = find_row(kValueRuleWords, sub.tag_name())) {
             read.*row->text = sub.text();
         } else {
-            KIVO_MESSAGE message =
-                unknown_sub_tag(kUnknownInValueRule, rule, sub, kWordsOf<kValueRuleWords>);
-            message.object = object.name;
-            poster.post(message);
+            poster.post(unknown_sub_tag(kUnknownInValueRule, rule, sub, kWordsOf<kValueRuleWords>));
         }
     }
     std::string condition = read.if_text.empty() || read.then_text.empty()
@@ -228,12 +220,8 @@ void gather_admitted(std::uint32_t type, std::vector<std::string>& words) {
     }
 }
 
-KIVO_MESSAGE not_admitted(const KIVO_OBJ_INFO& object, const KIVO_XML_ELEMENT& element,
-                          const KIVO_XML_ELEMENT& sub) {
-    KIVO_MESSAGE message = unknown_sub_tag(
-        kNotAdmitted, element, sub, {gather_admitted, static_cast<std::uint32_t>(object.obj_type)});
-    message.object = object.name;
-    return message;
+KIVO_KNOWN_WORDS words_admitted(const KIVO_OBJ_INFO& object) {
+    return {gather_admitted, static_cast<std::uint32_t>(object.obj_type)};
 }
 
 }  // namespace
@@ -255,7 +243,7 @@ void process_kivo_obj_subtags(KIVO_OBJ_INFO& object, KIVO_XML_ELEMENT& element,
                 read_value_rule(object, sub, poster);
                 break;
             case kRejected:
-                poster.post(not_admitted(object, element, sub));
+                poster.post(unknown_sub_tag(kNotAdmitted, element, sub, words_admitted(object)));
                 break;
         }
     }

@@ -186,14 +186,14 @@ void KIVO_INFO::process_vector_stimulus(KIVO_XML_ELEMENT& section) {
         if (vector->mark.file == 0) {
             vector->mark = element.mark();
         }
-        read_attributes<kAttributes>(Reading{*vector, element, MessagePoster(this)},
-                                     kUnknownAttribute);
+        read_attributes<kAttributes>(
+            Reading{*vector, element, MessagePoster(this).about(vector->name)}, kUnknownAttribute);
         process_vector_sub_elements(element, *vector);
     }
 }
 
 void KIVO_INFO::process_vector_sub_elements(KIVO_XML_ELEMENT& element, KIVO_VECTOR_OBJ& vector) {
-    const MessagePoster poster(this);
+    const MessagePoster poster = MessagePoster(this).about(vector.name);
     StimulusGroups groups(vector);
     for (KIVO_XML_ELEMENT& sub : element.sub_elements()) {
         switch (sub_tag(sub.tag_name())) {
@@ -227,7 +227,7 @@ void KIVO_INFO::process_vector_sub_elements(KIVO_XML_ELEMENT& element, KIVO_VECT
                 process_display_format_at(&vector, sub.text(), sub.tag_name(), sub.mark());
                 break;
             case SubTag::kUnknown:
-                post(unknown_sub_tag(kUnknownSubTag, element, sub, kWordsOf<kSubTags>));
+                poster.post(unknown_sub_tag(kUnknownSubTag, element, sub, kWordsOf<kSubTags>));
                 break;
         }
     }

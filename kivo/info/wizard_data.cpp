@@ -113,15 +113,16 @@ void KIVO_INFO::process_one_wizard_map(KIVO_XML_ELEMENT& element) {
     if (map->mark.file == 0) {
         map->mark = element.mark();
     }
-    read_attributes<kAttributes>(
-        AttributeReading<KIVO_WIZARD_MAP>{*map, element, MessagePoster(this)}, kUnknownAttribute);
+    const MessagePoster poster = MessagePoster(this).about(map->name);
+    read_attributes<kAttributes>(AttributeReading<KIVO_WIZARD_MAP>{*map, element, poster},
+                                 kUnknownAttribute);
     if (map->module_name.empty()) {
         map->module_name = function_name;
     }
     for (KIVO_XML_ELEMENT& sub : element.sub_elements()) {
         const SubTagRow* const row = find_row(kSubTags, sub.tag_name());
         if (row == nullptr) {
-            post(unknown_sub_tag(kUnknownSubTag, element, sub, kWordsOf<kSubTags>));
+            poster.post(unknown_sub_tag(kUnknownSubTag, element, sub, kWordsOf<kSubTags>));
             continue;
         }
         switch (row->tag) {

@@ -14,7 +14,7 @@ struct KIVO_MESSAGE_FACTS {
     // of the attribute, a word of the element's text, the name of a file. Empty also when what is
     // wrong is that there is none.
     std::string word;
-    std::string object;  // the object, vector or wizard map that the element declares
+    std::string object;  // the object, vector or wizard map concerned
     // The words that could stand in the word's place, in alphabetical order, or one phrase that
     // says which ("whole numbers from 1 to 100"). Empty when none can or any can.
     std::vector<std::string> known_words;

@@ -69,9 +69,7 @@ KIVO_OBJ_INFO* KIVO_INFO::add_declared_object(const std::string& name, KIVO_OBJ_
         return nullptr;
     }
     if (type == KIVO_OBJ_UNKNOWN) {
-        // A wrong TYPE has been reported, and what is wrong without one is that there is none.
         declared.says = kUnknownType;
-        declared.word = {};
         post(declared);
         return nullptr;
     }

@@ -2,7 +2,6 @@
 
 #include <string_view>
 
-// The attribute (NAME="value") that a message of that id is about, in the start tag with which
-// "source_from_place" begins; empty when it is about another part of the element.
-std::string_view attribute_at_fault(std::string_view id, std::string_view text,
-                                    std::string_view source_from_place);
+// The attribute (NAME="value") of that name in the start tag with which "source_from_place" begins;
+// empty when it has none, or when the name is empty.
+std::string_view attribute_at_fault(std::string_view name, std::string_view source_from_place);

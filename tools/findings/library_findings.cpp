@@ -13,9 +13,9 @@ Severity severity_of(const std::string& id) {
     return known == nullptr ? Severity::kError : known->severity;
 }
 
-std::optional<WrongAttribute> attribute_of(const Finding& finding, const KIVO_PLACE& told,
-                                           Sources& sources) {
-    if (!finding.place.excerpt) {
+std::optional<WrongAttribute> attribute_of(const Finding& finding, const std::string& name,
+                                           const KIVO_PLACE& told, Sources& sources) {
+    if (name.empty() || !finding.place.excerpt) {
         return std::nullopt;
     }
     const SourceText& source = sources.at(told.file);
@@ -26,7 +26,7 @@ std::optional<WrongAttribute> attribute_of(const Finding& finding, const KIVO_PL
     // Only what is shown: an element may have any number of attributes, all of them wrong.
     const std::string_view shown =
         source.text().substr(*offset, finding.place.excerpt->from.size());
-    const std::string_view attribute = attribute_at_fault(finding.id, finding.text, shown);
+    const std::string_view attribute = attribute_at_fault(name, shown);
     if (attribute.empty()) {
         return std::nullopt;
     }
@@ -76,8 +76,9 @@ std::vector<Finding> library_findings(const Description& description, Sources& s
         finding.severity = severity_of(finding.id);
         finding.text = as_named(description, info.error_list[index]);
         finding.place = place_of(description, told, sources);
-        finding.attribute = attribute_of(finding, told, sources);
-        notes.add_to(finding, told);
+        const KIVO_MESSAGE_FACTS facts = info.get_error_facts(index);
+        finding.attribute = attribute_of(finding, facts.attribute, told, sources);
+        notes.add_to(finding, told, facts);
         findings.push_back(std::move(finding));
     }
     return findings;

@@ -15,18 +15,18 @@ namespace {
 // How far back the tag of an attribute is looked for: an element may have any number of them.
 constexpr std::size_t kLongestWalk = 4096;
 
-constexpr std::string_view kClash = " of different type ";
-constexpr std::string_view kUnknownType = " is of unknown type ";
+// What the library points at besides the place itself.
+struct RelatedRow {
+    std::string_view id;
+    const char* note;
+};
 
-// The name in "Kivofunction Object NAME of different type TYPE already exists" and its like. It may
-// be any text itself.
-std::string object_name(const std::string& text, std::string_view behind) {
-    constexpr std::string_view kBefore = "Kivofunction Object ";
-    const std::size_t end = text.rfind(behind);
-    return end == std::string::npos || end < kBefore.size()
-               ? std::string()
-               : text.substr(kBefore.size(), end - kBefore.size());
-}
+// clang-format off
+constexpr RelatedRow kRelated[] = {
+    {"type-clash", "first declared here"},
+    {"xml-syntax", "first given here"},
+};
+// clang-format on
 
 // The first attribute of the same name in the tag of the attribute at "second". The "<" before it
 // may stand in a value; then what seems to be its tag holds a quote, or the walk misses the
@@ -64,17 +64,9 @@ std::optional<Note> first_attribute(const Finding& finding, const KIVO_PLACE& to
                  : std::nullopt;
 }
 
-bool is_repeated_attribute(const Finding& finding) {
-    constexpr std::string_view kRepeated = " is given more than once";
-    return finding.id == "xml-repeated-attribute" ||
-           (finding.id == "xml-syntax" && finding.text.size() > kRepeated.size() &&
-            finding.text.compare(finding.text.size() - kRepeated.size(), kRepeated.size(),
-                                 kRepeated) == 0);
-}
-
-std::string listed(const std::vector<std::string_view>& words) {
+std::string listed(const std::vector<std::string>& words) {
     std::string text;
-    for (const std::string_view word : words) {
+    for (const std::string& word : words) {
         text += text.empty() ? "" : ", ";
         text += word;
     }
@@ -83,39 +75,40 @@ std::string listed(const std::vector<std::string_view>& words) {
 
 }  // namespace
 
-void Notes::add_to(Finding& finding, const KIVO_PLACE& told) {
-    if (auto note = earlier_one(finding, told)) {
-        finding.notes.push_back(std::move(*note));
+void Notes::add_to(Finding& finding, const KIVO_PLACE& told, const KIVO_MESSAGE_FACTS& facts) {
+    const auto add = [&finding](std::optional<Note> note) {
+        if (note) {
+            finding.notes.push_back(std::move(*note));
+        }
+        return note.has_value();
+    };
+    for (const RelatedRow& row : kRelated) {
+        if (row.id == finding.id) {
+            add(related(row.note, facts.related));
+        }
     }
-    if (auto note = declared_later(finding)) {
-        finding.notes.push_back(std::move(*note));
+    // What was unknown at the finding and is known in the end.
+    const KIVO_OBJ_INFO* const later =
+        finding.id == "unknown-type" ? description_.info().get_kivo_obj(facts.object) : nullptr;
+    if (later == nullptr || !add(related("declared later, here", later->mark))) {
+        add(likely_word(finding, told, facts));
+    }
+}
+
+void Notes::add_to(Finding& finding, const KIVO_PLACE& told) {
+    if (finding.id != "xml-repeated-attribute") {
         return;
     }
-    if (auto note = likely_word(finding, told)) {
+    if (auto note = first_attribute(finding, told, sources_)) {
         finding.notes.push_back(std::move(*note));
     }
 }
 
-std::optional<Note> Notes::earlier_one(const Finding& finding, const KIVO_PLACE& told) {
-    if (finding.id == "type-clash") {
-        return declaration(object_name(finding.text, kClash), "first declared here");
-    }
-    return is_repeated_attribute(finding) ? first_attribute(finding, told, sources_) : std::nullopt;
-}
-
-// What was unknown at the finding and is known in the end.
-std::optional<Note> Notes::declared_later(const Finding& finding) {
-    return finding.id == "unknown-type"
-               ? declaration(object_name(finding.text, kUnknownType), "declared later, here")
-               : std::nullopt;
-}
-
-std::optional<Note> Notes::declaration(const std::string& name, const std::string& text) {
-    const KIVO_OBJ_INFO* const object = description_.info().get_kivo_obj(name);
-    if (object == nullptr || object->mark.file == 0) {
+std::optional<Note> Notes::related(const std::string& text, const KIVO_MARK& mark) {
+    if (mark.file == 0) {
         return std::nullopt;
     }
-    const KIVO_PLACE told = description_.info().get_place(object->mark);
+    const KIVO_PLACE told = description_.info().get_place(mark);
     return Note{text, place_of(description_, told, sources_)};
 }
 
@@ -128,8 +121,15 @@ const ObjectNames& Notes::names(ObjectNames::Kind kind) {
     return *names;
 }
 
-// The words are looked for in the source from the finding on.
-std::optional<Note> Notes::likely_word(const Finding& finding, const KIVO_PLACE& told) {
+// The name of another object that may be meant by one that no element declares.
+std::string Notes::likely_name(const KIVO_MESSAGE_FACTS& facts) {
+    const ObjectNames::Kind kind =
+        facts.element == "PORT" ? ObjectNames::Kind::kPorts : ObjectNames::Kind::kParameters;
+    return names(kind).nearest(facts.object);
+}
+
+std::optional<Note> Notes::likely_word(const Finding& finding, const KIVO_PLACE& told,
+                                       const KIVO_MESSAGE_FACTS& facts) {
     if (!finding.place.start) {
         return std::nullopt;
     }
@@ -139,18 +139,15 @@ std::optional<Note> Notes::likely_word(const Finding& finding, const KIVO_PLACE&
         return std::nullopt;
     }
     const std::string_view rest = source.text().substr(*offset);
-    std::string word = suggested_word(finding.id, finding.text, rest);
+    std::string word = suggested_word(finding.id, facts, rest);
     // An element with a TYPE, though a wrong one, declares: its name is meant.
-    if (word.empty() && finding.id == "unknown-type" && find_attribute(rest, "TYPE").name.empty()) {
-        const ObjectNames::Kind kind = StartTag(rest).name() == "PORT"
-                                           ? ObjectNames::Kind::kPorts
-                                           : ObjectNames::Kind::kParameters;
-        word = names(kind).nearest(object_name(finding.text, kUnknownType));
+    if (word.empty() && finding.id == "unknown-type" && facts.attribute == "NAME") {
+        word = likely_name(facts);
     }
     if (!word.empty()) {
         return Note{"did you mean \"" + word + "\"?", finding.place};
     }
-    const std::string known = listed(words_known(finding.id, finding.text, rest));
+    const std::string known = listed(words_to_list(finding.id, facts, rest));
     return known.empty() ? std::nullopt
                          : std::optional(Note{"known here: " + known, finding.place});
 }

@@ -15,14 +15,17 @@ public:
     Notes(const Description& description, Sources& sources)
         : description_(description), sources_(sources) {}
 
-    // Adds the notes to a finding at that place.
+    // Adds the notes to a finding at that place, of which the library tells those facts.
+    void add_to(Finding& finding, const KIVO_PLACE& told, const KIVO_MESSAGE_FACTS& facts);
+
+    // The same for a fault of the XML that the library reads over.
     void add_to(Finding& finding, const KIVO_PLACE& told);
 
 private:
-    std::optional<Note> earlier_one(const Finding& finding, const KIVO_PLACE& told);
-    std::optional<Note> declared_later(const Finding& finding);
-    std::optional<Note> likely_word(const Finding& finding, const KIVO_PLACE& told);
-    std::optional<Note> declaration(const std::string& name, const std::string& text);
+    std::optional<Note> related(const std::string& text, const KIVO_MARK& mark);
+    std::optional<Note> likely_word(const Finding& finding, const KIVO_PLACE& told,
+                                    const KIVO_MESSAGE_FACTS& facts);
+    std::string likely_name(const KIVO_MESSAGE_FACTS& facts);
     const ObjectNames& names(ObjectNames::Kind kind);
 
     const Description& description_;

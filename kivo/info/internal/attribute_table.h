@@ -14,7 +14,7 @@ template <class Object>
 struct AttributeReading {
     Object& object;
     KIVO_XML_ELEMENT& element;
-    const MessagePoster& poster;
+    MessagePoster poster;  // about the object
 
     // Says that the value is none that the attribute may have.
     void refuse(const KIVO_MESSAGE_TEXT& says, std::string_view attribute, std::string_view value,
@@ -24,7 +24,6 @@ struct AttributeReading {
                      .element = element.tag_name(),
                      .attribute = attribute,
                      .word = value,
-                     .object = object.name,
                      .known = known});
     }
 };
@@ -68,10 +67,7 @@ void read_attributes(const AttributeReading<Object>& reading, const KIVO_MESSAGE
     for (const auto& [name, value] : reading.element.attributes()) {
         const AttributeRow<Object>* const row = find_row(kRows, name);
         if (row == nullptr) {
-            KIVO_MESSAGE message =
-                unknown_attribute(unknown, reading.element, name, kWordsOf<kRows>);
-            message.object = reading.object.name;
-            reading.poster.post(message);
+            reading.poster.post(unknown_attribute(unknown, reading.element, name, kWordsOf<kRows>));
         } else if (row->set != nullptr) {
             row->set(reading, value);
         }

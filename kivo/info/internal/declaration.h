@@ -27,14 +27,13 @@ template <const auto& kTypes>
 Declaration read_declaration(KIVO_XML_ELEMENT& element, const MessagePoster& poster,
                              const KIVO_MESSAGE_TEXT& unknown_type, KIVO_MESSAGE_ID no_name) {
     Declaration declared;
-    declared.about.mark = element.mark();
-    declared.about.element = element.tag_name();
-    declared.about.attribute = "TYPE";
+    declared.about = about_name(element, {});
     for (const auto& [name, value] : element.attributes()) {
         if (name == "NAME") {
             declared.name = value;
-            declared.about.object = value;
+            declared.about = about_name(element, value);
         } else if (name == "TYPE") {
+            declared.about.attribute = "TYPE";
             declared.about.word = value;
             if (const TypeRow* const row = find_row(kTypes, value)) {
                 declared.type = row->type;

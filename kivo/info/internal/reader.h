@@ -26,14 +26,24 @@ public:
     // Null: nobody is told.
     explicit MessagePoster(KIVO_INFO* info) : info_(info) {}
 
-    void post(const KIVO_MESSAGE& message) const {
+    // For messages about what belongs to the object of that name.
+    MessagePoster about(std::string_view object) const {
+        MessagePoster poster(info_);
+        poster.object_ = object;
+        return poster;
+    }
+
+    // The message gets the object when it names none.
+    void post(KIVO_MESSAGE message) const {
         if (info_ != nullptr) {
+            message.object = message.object.empty() ? object_ : message.object;
             info_->post(message);
         }
     }
 
 private:
     KIVO_INFO* info_;
+    std::string_view object_;
 };
 
 // A message about a sub-element that "parent" does not have.

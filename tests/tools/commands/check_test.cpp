@@ -60,6 +60,7 @@ TEST(CheckTest, TheFaultyExampleGivesExactlyItsMessagesAndNotes) {
         " [type-clash]",
         "10:5: note: first declared here",
         "30:7: error: Sub tag VALUE_RULE is not a valid sub tag of PORT  [object-sub-tag]",
+        "30:7: note: known here: CONSTANT_RANGE, FORCE_RANGE, FORCE_VALUE, STATE",
         "35:5: error: Sub element tag RULE doesn't have any valid element data [rule-without-data]",
         "39:5: error: Required attribute TYPE not specified for MESSAGE [message-type]",
         "39:5: note: did you mean \"WARNING\"?",
@@ -391,7 +392,7 @@ TEST(CheckTest, AClashNamesTheFirstDeclaration) {
                   ":3:8: error: Kivofunction Object A of different type Integer parameter already "
                   "exists  [type-clash]\n"
                   "     3 | <PORTS><PORT NAME=\"A\" TYPE=\"INPUT\"/></PORTS>\n"
-                  "       |        ^\n" +
+                  "       |        ^              ~~~~~~~~~~~~\n" +
                   path +
                   ":2:13: note: first declared here\n"
                   "     2 | <PARAMETERS><PARAMETER NAME=\"A\" TYPE=\"INTEGER\"/></PARAMETERS>\n"

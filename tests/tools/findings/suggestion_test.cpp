@@ -207,7 +207,7 @@ std::string suggested(const std::string& id, const std::string& description) {
     std::string word = "no such message";
     for (std::size_t index = info.error_list.size(); index-- > 0;) {
         if (info.get_error_id(index) == id) {
-            word = suggested_word(id, info.error_list[index],
+            word = suggested_word(id, info.get_error_facts(index),
                                   from_place(description, info.get_error_place(index)));
         }
     }
@@ -242,9 +242,18 @@ TEST(SuggestionTest, EveryMessageOfTheLibraryHasItsCase) {
 
 TEST(SuggestionTest, MessagesWithoutWordsGetNone) {
     for (const std::string& id : kWithoutWords) {
-        EXPECT_EQ(suggested_word(id, "PARAMETRS", "<PARAMETRS NAEM='A'/>"), "") << id;
+        EXPECT_EQ(suggested_word(id, {}, "<PARAMETRS NAEM='A'/>"), "") << id;
     }
-    EXPECT_EQ(suggested_word("", "", ""), "");
+    EXPECT_EQ(suggested_word("", {}, ""), "");
+}
+
+KIVO_MESSAGE_FACTS facts_of(const std::string& attribute, const std::string& word,
+                            const std::vector<std::string>& known) {
+    KIVO_MESSAGE_FACTS facts;
+    facts.attribute = attribute;
+    facts.word = word;
+    facts.known_words = known;
+    return facts;
 }
 
 // The file may have changed since it was loaded, or be in an encoding that is read otherwise.
@@ -253,55 +262,88 @@ TEST(SuggestionTest, AnySourceIsSurvived) {
         for (const std::string_view source :
              {"", "<", "<PORT", "<PORT ", "<PORT N", "<PORT N=", "<PORT N='", "<PORT N='A", "< = >",
               "<>", ">", "PORT", "<PORT N=A>", "<PORT N/=''>", "\xFF\xFE<", "<A>", "<A>b c"}) {
-            EXPECT_EQ(suggested_word(row.id, "", source), "") << row.id << ' ' << source;
+            for (const char* attribute : {"", "NAME", "TYPE"}) {
+                const KIVO_MESSAGE_FACTS facts = facts_of(attribute, "", {"INPUT"});
+                EXPECT_EQ(suggested_word(row.id, facts, source), "") << row.id << ' ' << source;
+                EXPECT_TRUE(words_to_list(row.id, facts, source).empty())
+                    << row.id << ' ' << source;
+            }
         }
     }
 }
 
-TEST(SuggestionTest, TheWordOfTheTextNeedsNoSource) {
-    EXPECT_EQ(suggested_word("unknown-section",
-                             "Main element tag PORST is not a valid recognized tag", ""),
-              "PORTS");
+TEST(SuggestionTest, AWordThatIsToldNeedsNoSource) {
+    EXPECT_EQ(suggested_word("unknown-section", facts_of("", "PORST", {"PORTS"}), ""), "PORTS");
 }
 
-TEST(SuggestionTest, ATextOfOtherWordingGetsNone) {
-    EXPECT_EQ(suggested_word("unknown-section", "Main element tag PORST", "<PORST/>"), "");
-    EXPECT_EQ(suggested_word("unknown-section", "PORST is not a valid recognized tag", ""), "");
+TEST(SuggestionTest, AnotherWordThatIsMeantIsSuggestedOnlyWhereItIsKnown) {
+    EXPECT_EQ(suggested_word("port-type", facts_of("TYPE", "inout", {"BIDIR"}), ""), "BIDIR");
+    EXPECT_EQ(suggested_word("port-type", facts_of("TYPE", "inout", {"INPUT"}), ""), "");
 }
 
-// What is known there, for a message of that id about that element.
-std::string known(const std::string& id, const std::string& text, const std::string& source) {
-    std::string words;
-    for (const std::string_view word : words_known(id, text, source)) {
-        words += (words.empty() ? "" : " ") + std::string(word);
+TEST(SuggestionTest, AnAttributeThatIsThereIsNotMissed) {
+    const KIVO_MESSAGE_FACTS no_name = facts_of("NAME", "", {});
+    EXPECT_EQ(suggested_word("port-name", no_name, "<PORT NAMES='a'>"), "NAME");
+    EXPECT_EQ(suggested_word("port-name", no_name, "<PORT NAME='' NAMES='a'>"), "");
+}
+
+// What is listed for the first message of that id.
+std::string known(const std::string& id, const std::string& sections) {
+    const TemporaryFolder folder;
+    const std::string description = with_sections(sections);
+    KIVO_INFO info;
+    info.process_xml_file(folder.write("description.xml", description));
+    std::string words = "no such message";
+    for (std::size_t index = info.error_list.size(); index-- > 0;) {
+        if (info.get_error_id(index) == id) {
+            words.clear();
+            for (const std::string& word :
+                 words_to_list(id, info.get_error_facts(index),
+                               from_place(description, info.get_error_place(index)))) {
+                words += (words.empty() ? "" : " ") + word;
+            }
+        }
     }
+    info.delete_detached_objects();
     return words;
 }
 
 TEST(SuggestionTest, TheWordsOfThatPlaceAreKnown) {
-    EXPECT_EQ(known("parameter-type", "Parameter type ENUM of parameter A is", "<PARAMETER/>"),
+    EXPECT_EQ(known("parameter-type", parameters("<PARAMETER NAME='A' TYPE='ENUM'/>")),
               "INTEGER STRING");
-    EXPECT_EQ(known("message-type", "", "<MESSAGE TYPE='FATAL'>"),
+    EXPECT_EQ(known("parameter-type", parameters("<PARAMETER NAME='A' TYPE=''/>")),
+              "INTEGER STRING");
+    EXPECT_EQ(known("message-type", as_in("MESSAGES", "<MESSAGE TYPE='FATAL'>A</MESSAGE>")),
               "CRITICAL_WARNING ERROR INFO WARNING");
-    EXPECT_EQ(known("function-information-attribute",
-                    "Sub tagUNIT is not a recognized sub-tag for TIME_SCALE ", "<TIME_SCALE/>"),
+    EXPECT_EQ(known("function-information-attribute", settings("<TIME_SCALE UNIT='ns'/>")),
               "VALUE");
-    EXPECT_EQ(known("display-radix", "", "<DISPLAY>add wave -oct q</DISPLAY>"),
+    EXPECT_EQ(known("high-probability", ports("<PORT NAME='A' TYPE='INPUT' HIGH_PROBABILITY=''/>")),
+              "whole numbers from 1 to 100");
+    EXPECT_EQ(known("display-radix", wave("<DISPLAY>add wave -oct q</DISPLAY>")),
               "-bin -fixed_point -hex -signed -unsigned");
+    EXPECT_EQ(known("display-command", wave("<DISPLAY>show wave -hex q</DISPLAY>")), "add");
 }
 
-TEST(SuggestionTest, NoWordsAreListedWhereNoneWasReadSomeOnlyFitElsewhereOrTheyAreMany) {
-    EXPECT_EQ(known("message-type", "", "<MESSAGE>"), "");
-    EXPECT_EQ(known("parameter-name", "", "<PARAMETER TYPE='STRING'/>"), "");
-    EXPECT_EQ(known("rule-without-data", "", "<RULE ENABLED='OFF'>"), "");
-    EXPECT_EQ(known("object-sub-tag", "Sub tag VALUE_RULE is not a valid sub tag of PORT ",
-                    "<VALUE_RULE>"),
-              "");
-    EXPECT_EQ(known("display-radix", "", "<DISPLAY>add wave -hex</DISPLAY>"), "");
-    EXPECT_EQ(known("unknown-section", "Main element tag ODD is not a valid recognized tag", ""),
-              "");
-    EXPECT_EQ(known("display-command", "Invalid display format specification string a", ""), "");
-    EXPECT_EQ(known("", "", ""), "");
+TEST(SuggestionTest, OnlyWordsThatFitThereAreKnown) {
+    EXPECT_EQ(known("object-sub-tag", port_with("<VALUE_RULE>A</VALUE_RULE>")),
+              "CONSTANT_RANGE FORCE_RANGE FORCE_VALUE STATE");
+    EXPECT_EQ(known("object-sub-tag", width_with("<STATE V='1'/>")),
+              "FORCE_RANGE FORCE_VALUE VALUE_RULE");
+    EXPECT_EQ(known("range-attribute", port_with("<FORCE_RANGE MAX='8' V='1'/>")),
+              "IF MAX MIN WHEN WHEN_CMD");
+    EXPECT_EQ(
+        known("range-sub-tag", port_with("<CONSTANT_RANGE><LIMIT>8</LIMIT></CONSTANT_RANGE>")),
+        "IF THEN TO V WHEN WHEN_CMD");
+}
+
+TEST(SuggestionTest, NoWordsAreListedWhereNoneWasReadOrTheyAreMany) {
+    EXPECT_EQ(known("message-type", as_in("MESSAGES", "<MESSAGE>A</MESSAGE>")), "");
+    EXPECT_EQ(known("parameter-name", parameters("<PARAMETER TYPE='STRING'/>")), "");
+    EXPECT_EQ(known("rule-without-data", as_in("RULES", "<RULE ENABLED='OFF'>A</RULE>")), "");
+    EXPECT_EQ(known("display-radix", wave("<DISPLAY>add wave -fixed_point() q</DISPLAY>")), "");
+    EXPECT_EQ(known("unknown-section", "<ODD/>"), "");
+    EXPECT_EQ(known("display-command", wave("<DISPLAY>add wave -hex</DISPLAY>")), "");
+    EXPECT_TRUE(words_to_list("", {}, "").empty());
 }
 
 }  // namespace
