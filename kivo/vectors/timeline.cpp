@@ -141,16 +141,21 @@ public:
                 next_value_ < items_.values.size() && items_.values[next_value_].time == now_;
             const Source source = take_repeats();
             const bool is_transition = has_value || source != Source::kNone;
-            if (is_transition && limit-- == 0) {
+            const bool is_quiet = !is_transition && constant_source() == Source::kNone;
+            if (!is_quiet && limit == 0) {
                 break;
             }
             if (has_value) {
                 const PlainValue& plain = items_.values[next_value_++];
                 add_transition(timeline, plain.value, now_ + 1, plain.nameless_from <= now_);
-            } else if (source != Source::kNone) {
+                --limit;
+            } else if (is_transition) {
                 add_transition(timeline, value_of(source), now_ + 1, is_released());
-            } else {
+                --limit;
+            } else if (is_quiet) {
                 add_quiet_time(timeline);
+            } else {
+                limit -= add_constant_time(timeline, limit);
             }
         }
         timeline.end = now_;
@@ -239,17 +244,23 @@ private:
         return repeats_.empty() ? next : std::min(next, repeats_.top().next);
     }
 
-    // What stands between the single transitions.
+    // What stands between the transitions.
     void add_quiet_time(KIVO_TIMELINE& timeline) {
         const Time next = next_event();
-        const Source source = constant_source();
-        if (source != Source::kNone) {
-            add_transition(timeline, value_of(source), next, is_released());
-        } else if (is_released()) {
+        if (is_released()) {
             add_run(timeline, next, {.released = true});
         } else {
             now_ = next;
         }
+    }
+
+    // A value that comes up at every time: as many transitions as times, of which it adds "limit"
+    // at most. Returns how many it added.
+    std::size_t add_constant_time(KIVO_TIMELINE& timeline, std::size_t limit) {
+        const std::size_t count = std::min(static_cast<std::size_t>(next_event() - now_), limit);
+        add_transition(timeline, value_of(constant_source()), now_ + static_cast<Time>(count),
+                       is_released());
+        return count;
     }
 
     void add_transition(KIVO_TIMELINE& timeline, std::string_view value, Time next,

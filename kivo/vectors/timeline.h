@@ -34,6 +34,7 @@ struct KIVO_TIMELINE {
 // Evaluates one stimulus command at all times from "from" to "to", both included: the runs tell
 // what kivo_get_transition_at_time answers at each of them. Runs that follow without a gap differ.
 // Costs what the command's length and its transitions cost, however far they lie apart; stops
-// before the transition that would be number "limit" + 1.
+// before the transition that would be number "limit" + 1. Each time at which a repeat without a
+// period gives its value counts as a transition.
 KIVO_API KIVO_TIMELINE kivo_get_timeline(const std::string& command, std::int32_t from,
                                          std::int32_t to, std::size_t limit);

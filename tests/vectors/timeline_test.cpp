@@ -292,6 +292,22 @@ TEST(Timeline, LongRangesCostTheirTransitions) {
     EXPECT_EQ(runs_of("force a 0 0,1 1,-r 2", kHighest), 2'000'000u);
 }
 
+TEST(Timeline, RepeatsWithoutAPeriodCountTowardsTheLimitAtEachTime) {
+    // The first item's value comes up at all times before 100, the second one's at the rest of
+    // those before 200.
+    const std::string command = "force a 1 100,0 200,-r 0";
+    const KIVO_TIMELINE cut = kivo_get_timeline(command, 0, 1000, 30);
+    EXPECT_FALSE(cut.is_complete);
+    EXPECT_EQ(cut.end, 30);
+    EXPECT_EQ(described(cut), "0..29=1");
+    EXPECT_EQ(kivo_get_timeline(command, 40, 1000, 30).end, 70);
+    EXPECT_EQ(kivo_get_timeline(command, 0, 1000, 0).end, 0);
+    EXPECT_EQ(kivo_get_timeline(command, 0, 1000, 150).end, 150);
+    EXPECT_EQ(described(kivo_get_timeline(command, 0, 1000, 150)), "0..100=1 101..149=0");
+    EXPECT_TRUE(kivo_get_timeline(command, 0, 1000, 201).is_complete);
+    EXPECT_FALSE(kivo_get_timeline(command, 0, 1000, 200).is_complete);
+}
+
 TEST(Timeline, LongCommandsCostTheirLength) {
     std::string values = "force a 0 0";
     std::string repeats = "force a 0 0,1 1";
