@@ -36,6 +36,15 @@ TEST(LineTable, end_of_the_text_is_a_place) {
     EXPECT_EQ(place("ab\n", 3), "2:1");
 }
 
+TEST(LineTable, column_beyond_32_bits_is_the_largest_that_there_is) {
+    constexpr std::size_t kLargest = 2147483647;
+    EXPECT_EQ(LineTable().locate(kLargest - 1).column, 2147483647);
+    EXPECT_EQ(LineTable().locate(kLargest).column, 2147483647);
+    EXPECT_EQ(LineTable().locate(0xFFFFFFFE).column, 2147483647);
+    EXPECT_EQ(LineTable("a\n").locate(kLargest + 1).column, 2147483647);
+    EXPECT_EQ(LineTable("a\n").locate(kLargest + 1).line, 2);
+}
+
 TEST(LineTable, all_three_line_ends_count_once) {
     EXPECT_EQ(place("a\nb", 2), "2:1");
     EXPECT_EQ(place("a\r\nb", 3), "2:1");

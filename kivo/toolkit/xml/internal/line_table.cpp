@@ -26,6 +26,12 @@ std::uint64_t line_feeds_in_stride(const char* at) {
 }
 #endif
 
+// Beyond the reach of a place its lines and columns stay the largest that it can tell.
+std::int32_t saturated(std::size_t count) {
+    constexpr std::size_t kLargest = std::numeric_limits<std::int32_t>::max();
+    return static_cast<std::int32_t>(std::min(count, kLargest));
+}
+
 }  // namespace
 
 LineTable::LineTable(std::string_view text) {
@@ -83,6 +89,6 @@ void LineTable::add_line_ends(std::string_view text, const char* at, const char*
 LineTable::Position LineTable::locate(std::size_t offset) const {
     const auto next = std::upper_bound(starts_.begin(), starts_.end(), offset);
     const std::size_t start = next == starts_.begin() ? 0 : *(next - 1);
-    return {static_cast<std::int32_t>(next - starts_.begin()) + 1,
-            static_cast<std::int32_t>(offset - start) + 1};
+    const auto lines_before = static_cast<std::size_t>(next - starts_.begin());
+    return {saturated(lines_before + 1), saturated(offset - start + 1)};
 }

@@ -9,6 +9,7 @@
 // text itself is gone. LF, CR LF and a lone CR end a line.
 class LineTable {
 public:
+    // Both saturate: what lies beyond 32 bits is told as the largest number that fits.
     struct Position {
         std::int32_t line;    // from 1
         std::int32_t column;  // in bytes, from 1
