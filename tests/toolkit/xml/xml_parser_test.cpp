@@ -395,6 +395,43 @@ TEST(XmlParser, what_looks_like_a_reference_to_nul_where_there_are_none_is_text)
     EXPECT_FALSE(ParsedText("<A><![CDATA[&#0;]]>&#0;</A>").is_parsed);
 }
 
+TEST(XmlParser, reference_to_nul_is_found_behind_what_only_looks_like_markup) {
+    for (const char* document : {
+             "<A N='<!--&#0;x' M='-->'/>",
+             "<A N='<!--'>&#0;</A>",
+             "<A N='<![CDATA['>&#0;<B M=']]>'/></A>",
+             "<A N=\"<?'\" M='&#0;?>'/>",
+             "<A N='<!DOCTYPE x'>&#0;</A>",
+             "<A N='>'>&#0;</A>",
+         }) {
+        EXPECT_FALSE(ParsedText(document).is_parsed) << document;
+        EXPECT_NE(messages_of(document).at(0).find("character reference to NUL"), std::string::npos)
+            << document;
+    }
+}
+
+TEST(XmlParser, document_type_declaration_is_skipped_whatever_it_declares) {
+    for (const char* declaration : {
+             "<!DOCTYPE A>",
+             "<!DOCTYPE A SYSTEM '&#0;>'>",
+             "<!DOCTYPE A [<!ENTITY e '&#0;'>]>",
+             "<!DOCTYPE A [<!ENTITY e \"<!-- ' &#0;\"> <!-- ' &#0; > --> <?p ' &#0; > ?>]>",
+             "<!DOCTYPE A [<![IGNORE[ &#0; <![INCLUDE[ ' ]]> > ]]>]>",
+         }) {
+        EXPECT_EQ(root_text(declaration + "<A>x&e;</A>"s), "x&e;") << declaration;
+        EXPECT_FALSE(ParsedText(declaration + "<A>&#0;</A>"s).is_parsed) << declaration;
+    }
+    EXPECT_FALSE(ParsedText("<!DOCTYPE A [<!ENTITY e '&#0;'>").is_parsed);
+}
+
+TEST(XmlParser, blanks_beside_a_comment_count_whatever_an_attribute_before_holds) {
+    ParsedText parsed("<A N='<!--'><B> <!-- x --><!-- y --></B></A>");
+    ASSERT_NE(parsed.root, nullptr);
+    KIVO_XML_ELEMENT* const sub = parsed.root->get_first_sub_element();
+    ASSERT_NE(sub, nullptr);
+    EXPECT_EQ(sub->text(), " ");
+}
+
 TEST(XmlParser, deeply_nested_elements_are_built_walked_and_destroyed) {
     on_small_stack([] {
         ParsedText parsed(repeated("<A>", kVeryMany) + repeated("</A>", kVeryMany));

@@ -104,18 +104,66 @@ private:
     std::size_t question_;
 };
 
-// The end of the inner markup that "at" stands in, or "at" itself when it stands in none. "markup"
-// is the next one to look at and moves on behind those that end before "at".
-std::size_t end_of_markup_around(std::string_view text, InnerMarkupFinder& finder,
-                                 std::size_t& markup, std::size_t at) {
-    while (markup < at) {
-        const std::size_t end = end_of_inner_markup(text, markup);
-        if (end > at) {
-            return end;
+// The following are given where something begins and return where it ends, npos when it does not:
+// what the parser skips or reads as one, by its own rules.
+
+std::size_t end_behind(std::string_view text, std::string_view closing, std::size_t at) {
+    const std::size_t found = text.find(closing, at);
+    return found == std::string_view::npos ? found : found + closing.size();
+}
+
+// "at" stands behind the opening quote.
+std::size_t end_of_quoted(std::string_view text, char quote, std::size_t at) {
+    return end_behind(text, std::string_view(&quote, 1), at);
+}
+
+// "<![...]]>" in a document type declaration, where such sections nest.
+std::size_t end_of_conditional_section(std::string_view text, std::size_t at) {
+    std::size_t depth = 0;
+    while (at < text.size()) {
+        if (text.substr(at, 3) == "<![") {
+            ++depth;
+            at += 3;
+        } else if (text.substr(at, 3) == "]]>") {
+            at += 3;
+            if (--depth == 0) {
+                return at;
+            }
+        } else {
+            ++at;
         }
-        markup = finder.next(std::max(end, markup + 1));
     }
-    return at;
+    return std::string_view::npos;
+}
+
+std::size_t end_of_document_type(std::string_view text, std::size_t at) {
+    std::size_t depth = 0;  // of declarations, the whole one among them
+    while (at < text.size()) {
+        if (text[at] == '"' || text[at] == '\'') {
+            at = end_of_quoted(text, text[at], at + 1);
+        } else if (text.substr(at, 4) == "<!--") {
+            at = end_behind(text, "-->", at + 4);
+        } else if (text.substr(at, 3) == "<![") {
+            at = end_of_conditional_section(text, at);
+        } else if (text.substr(at, 2) == "<?") {
+            at = end_behind(text, "?>", at + 2);
+        } else if (text.substr(at, 2) == "<!") {
+            ++depth;
+            at += 2;
+        } else if (text[at++] == '>' && --depth == 0) {
+            return at;
+        }
+    }
+    return std::string_view::npos;
+}
+
+// A start or end tag: ">" within a value does not end it.
+std::size_t end_of_tag(std::string_view text, std::size_t at) {
+    while (at < text.size() && text[at] != '>') {
+        const bool is_quote = text[at] == '"' || text[at] == '\'';
+        at = is_quote ? end_of_quoted(text, text[at], at + 1) : at + 1;
+    }
+    return at < text.size() ? at + 1 : std::string_view::npos;
 }
 
 // The first place from "at" on of what looks like a reference to character 0, or npos.
@@ -212,15 +260,25 @@ std::optional<XmlFinding> find_nul(std::string_view text) {
     if (reference == std::string_view::npos) {
         return std::nullopt;
     }
-    // In comments, CDATA sections and processing instructions nothing is a reference.
-    InnerMarkupFinder finder(text);
-    std::size_t markup = finder.next(0);
-    while (reference != std::string_view::npos) {
-        const std::size_t end = end_of_markup_around(text, finder, markup, reference);
-        if (end == reference) {
+    // In comments, CDATA sections, processing instructions and the document type declaration
+    // nothing is a reference. Each begins with "<", but not within a tag.
+    for (std::size_t at = 0; reference != std::string_view::npos;) {
+        const std::size_t markup = text.find('<', at);
+        if (reference < markup) {
             return XmlFinding{reference, "character reference to NUL"};
         }
-        reference = find_nul_reference(text, end);
+        at = end_of_inner_markup(text, markup);
+        if (at == markup && text.substr(markup, 2) == "<!") {
+            at = end_of_document_type(text, markup);
+        } else if (at == markup) {
+            at = end_of_tag(text, markup);
+            if (reference < at) {
+                return XmlFinding{reference, "character reference to NUL"};
+            }
+        }
+        if (reference < at) {
+            reference = find_nul_reference(text, at);
+        }
     }
     return std::nullopt;
 }
@@ -232,7 +290,8 @@ bool has_blanks_beside_markup(std::string_view text) {
         bool has_blanks = at > 0 && is_white_space(text[at - 1]);
         std::size_t next = end_of_inner_markup(text, at);
         while (next != at) {
-            if (next == std::string_view::npos) {  // in an attribute value, or the parse fails
+            // What is not closed or holds another opening may stand in an attribute value.
+            if (next == std::string_view::npos || finder.next(at + 1) < next) {
                 return true;
             }
             at = skip_blanks(text, next);
