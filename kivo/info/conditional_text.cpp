@@ -46,7 +46,8 @@ public:
 
     void close_piece() {
         if (piece_ != nullptr) {
-            sequence_->add_owned_piece(piece_.release());
+            sequence_->add_owned_piece(piece_.get());
+            static_cast<void>(piece_.release());
         }
     }
 
@@ -118,7 +119,8 @@ bool begin_sub_element(Sequence& sequence, KIVO_XML_ELEMENT& sub, const MessageP
 
 }  // namespace
 
-KIVO_CONDITIONAL_TEXT* KIVO_INFO::process_conditional_text(KIVO_XML_ELEMENT& element) {
+std::unique_ptr<KIVO_CONDITIONAL_TEXT> KIVO_INFO::process_conditional_text(
+    KIVO_XML_ELEMENT& element) {
     if (!element.has_sub_elements()) {
         return nullptr;
     }
@@ -137,7 +139,7 @@ KIVO_CONDITIONAL_TEXT* KIVO_INFO::process_conditional_text(KIVO_XML_ELEMENT& ele
         Text finished = open.back().finish();
         open.pop_back();
         if (open.empty()) {
-            return finished.release();
+            return finished;
         }
         open.back().take_nested(open.back().current().tag_name(), std::move(finished));
     }

@@ -1,7 +1,12 @@
+#include <cassert>
+#include <memory>
 #include <optional>
+#include <utility>
 
 #include "kivo/info/internal/reader.h"
 #include "kivo/objects/info.h"
+#include "kivo/objects/internal/loaded.h"
+#include "kivo/objects/internal/owning.h"
 #include "kivo/objects/vector_obj.h"
 #include "kivo/toolkit/internal/text_view.h"
 
@@ -81,6 +86,7 @@ KIVO_MESSAGE invalid_command(std::string_view command, std::string_view verb,
 }  // namespace
 
 void KIVO_INFO::process_display_format_string(KIVO_VECTOR_OBJ* vector, const std::string& text) {
+    assert(vector != nullptr);
     process_display_format_at(vector, text, {}, {});
 }
 
@@ -97,8 +103,11 @@ void KIVO_INFO::process_display_format_at(KIVO_VECTOR_OBJ* vector, std::string_v
     if (is_command) {
         const RadixOption read = read_radix(option);
         if (read.radix) {
-            vector->add_vector_display_format(std::string(port), *read.radix,
-                                              std::string(read.description));
+            auto format = std::make_unique<KIVO_VECTOR_DISPLAY_OBJ>();
+            format->port_name = port;
+            format->radix = *read.radix;
+            format->description = read.description;
+            KIVO_OWNING::replace_format(*vector, std::move(format), loaded_->store);
             return;
         }
         post({.says = kUnknownRadix,

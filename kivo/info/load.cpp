@@ -12,6 +12,27 @@
 #include "kivo/toolkit/xml/internal/input_source.h"
 #include "kivo/toolkit/xml/internal/xml_parser.h"
 
+namespace {
+
+// Hands the lines of a file over when it is read, and also when an exception ends the reading: what
+// was read until then has its places.
+class LinesKeeper {
+public:
+    LinesKeeper(KIVO_XML_SAX_PARSER& parser, std::vector<KIVO_LOADED::File>& files,
+                std::size_t file)
+        : parser_(parser), files_(files), file_(file) {}
+    LinesKeeper(const LinesKeeper&) = delete;
+    LinesKeeper& operator=(const LinesKeeper&) = delete;
+    ~LinesKeeper() { files_[file_].lines = parser_.take_line_table(); }
+
+private:
+    KIVO_XML_SAX_PARSER& parser_;
+    std::vector<KIVO_LOADED::File>& files_;
+    std::size_t file_;
+};
+
+}  // namespace
+
 // Loads one file and everything that it includes. The files being loaded form a chain that is kept
 // here and not on the stack: a host may call from a thread with a small one.
 class FileLoader {
@@ -158,6 +179,7 @@ void FileLoader::parse_and_read(KIVO_XML_FILE_INPUT_SOURCE& source, const KIVO_I
     const KIVO_MARK whole_file = number_file(source.name);
     source.file_number = whole_file.file;
     KIVO_XML_SAX_PARSER parser;
+    const LinesKeeper lines(parser, info_.loaded_->files, whole_file.file - 1);
     parser.walk_once();
     const bool parsed = parser.parse(source);
     // A chain of includes must not hold a descriptor for each of its files.
@@ -170,7 +192,6 @@ void FileLoader::parse_and_read(KIVO_XML_FILE_INPUT_SOURCE& source, const KIVO_I
         read_sections(*parser.root_element(), link);
     }
     parser.end_walk();
-    info_.loaded_->files[whole_file.file - 1].lines = parser.take_line_table();
     link.file_number = whole_file.file;
     link.parser_messages = parser.error_handler().messages();
 }

@@ -1,6 +1,8 @@
 #include <memory>
+#include <utility>
 
 #include "kivo/info/internal/reader.h"
+#include "kivo/toolkit/records/internal/items.h"
 
 namespace {
 
@@ -97,7 +99,7 @@ void KIVO_INFO::process_messages(KIVO_XML_ELEMENT& section) {
             read_conditional(element, *message, MessagePoster(this));
         }
         if (!message->text1.empty()) {
-            message_list.add_at_tail(message.release());
+            KIVO_ITEMS::add(message_list, std::move(message));
         }
     }
 }

@@ -1,4 +1,7 @@
+#include <memory>
+
 #include "kivo/info/internal/reader.h"
+#include "kivo/toolkit/records/internal/items.h"
 
 namespace {
 
@@ -53,8 +56,8 @@ void KIVO_INFO::process_rules(KIVO_XML_ELEMENT& section) {
             post(rule_without_data(element));
             continue;
         }
-        fn_rule_list.add_at_tail(new KIVO_RULE_ELEMENT(
-            "", "", condition, is_required ? KIVO_RULE_REQUIRED : KIVO_RULE_NOT_REQUIRED,
-            element.mark()));
+        const KIVO_RULE_KIND kind = is_required ? KIVO_RULE_REQUIRED : KIVO_RULE_NOT_REQUIRED;
+        KIVO_ITEMS::add(fn_rule_list, std::make_unique<KIVO_RULE_ELEMENT>("", "", condition, kind,
+                                                                          element.mark()));
     }
 }

@@ -2,6 +2,7 @@
 #include <utility>
 
 #include "kivo/info/internal/reader.h"
+#include "kivo/toolkit/records/internal/items.h"
 
 namespace {
 
@@ -84,7 +85,7 @@ public:
         if (!element_->text1.empty()) {
             element_->rule_kind = final_kind(range.tag_name());
             element_->mark = range.mark();
-            object_.add_rule(element_.release());
+            KIVO_ITEMS::add(object_.rule_list, std::move(element_));
         }
     }
 
@@ -178,7 +179,7 @@ void read_value_rule(KIVO_OBJ_INFO& object, KIVO_XML_ELEMENT& rule, const Messag
         auto element =
             std::make_unique<KIVO_RULE_ELEMENT>("", "", "", KIVO_RULE_REQUIRED, rule.mark());
         element->text3 = std::move(condition);
-        object.add_rule(element.release());
+        KIVO_ITEMS::add(object.rule_list, std::move(element));
     }
 }
 

@@ -1,3 +1,4 @@
+#include <memory>
 #include <utility>
 #include <vector>
 
@@ -5,8 +6,11 @@
 #include "kivo/info/internal/reader.h"
 #include "kivo/objects/conditional_text.h"
 #include "kivo/objects/info.h"
+#include "kivo/objects/internal/loaded.h"
+#include "kivo/objects/internal/owning.h"
 #include "kivo/objects/vector_obj.h"
 #include "kivo/toolkit/internal/text_view.h"
+#include "kivo/toolkit/records/internal/items.h"
 
 namespace {
 
@@ -117,9 +121,10 @@ public:
         const bool fits = pending_.empty() || alternatives.size() <= pending_.size();
         alternatives.resize(pending_.size());
         for (std::size_t i = 0; i < pending_.size(); ++i) {
-            vector_.add_vector_stimulus(new KIVO_RULE_ELEMENT(pending_[i].text, alternatives[i],
-                                                              condition_, KIVO_RULE_FORCED_VALUE,
-                                                              pending_[i].mark));
+            KIVO_ITEMS::add(
+                vector_.stimulus_list,
+                std::make_unique<KIVO_RULE_ELEMENT>(pending_[i].text, alternatives[i], condition_,
+                                                    KIVO_RULE_FORCED_VALUE, pending_[i].mark));
         }
         pending_.clear();
         condition_ = {};
@@ -164,6 +169,11 @@ void read_else(KIVO_XML_ELEMENT& element, StimulusGroups& groups, const MessageP
     if (!groups.end_group(std::move(alternatives))) {
         poster.post({.says = kSurplusElse, .mark = element.mark(), .element = element.tag_name()});
     }
+}
+
+std::unique_ptr<KIVO_RULE_ELEMENT> make_condition(KIVO_XML_ELEMENT& element) {
+    return std::make_unique<KIVO_RULE_ELEMENT>("", "", element.text(), KIVO_RULE_FORCED_VALUE,
+                                               element.mark());
 }
 
 }  // namespace
@@ -215,13 +225,12 @@ void KIVO_INFO::process_vector_sub_elements(KIVO_XML_ELEMENT& element, KIVO_VECT
                 vector.caption = sub.text();
                 break;
             case SubTag::kDescription:
-                retire(vector.description);
-                vector.description = process_conditional_text(sub);
+                KIVO_OWNING::replace(vector, &KIVO_VECTOR_OBJ::description,
+                                     process_conditional_text(sub), loaded_->store);
                 break;
             case SubTag::kWaveCondition:
-                retire(vector.wave_condition);
-                vector.wave_condition =
-                    new KIVO_RULE_ELEMENT("", "", sub.text(), KIVO_RULE_FORCED_VALUE, sub.mark());
+                KIVO_OWNING::replace(vector, &KIVO_VECTOR_OBJ::wave_condition, make_condition(sub),
+                                     loaded_->store);
                 break;
             case SubTag::kDisplay:
                 process_display_format_at(&vector, sub.text(), sub.tag_name(), sub.mark());

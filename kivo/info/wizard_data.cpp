@@ -1,9 +1,13 @@
 #include <memory>
+#include <utility>
 
 #include "kivo/info/internal/attribute_table.h"
 #include "kivo/info/internal/declaration.h"
 #include "kivo/info/internal/reader.h"
+#include "kivo/objects/internal/loaded.h"
+#include "kivo/objects/internal/owning.h"
 #include "kivo/objects/wizard_map.h"
+#include "kivo/toolkit/records/internal/items.h"
 
 namespace {
 
@@ -52,28 +56,44 @@ std::string condition_of(KIVO_XML_ELEMENT& element) {
     return condition;
 }
 
-void delete_rule_elements(KIVO_OBJ_INFO& object) {
-    object.reset_rule_list();
-    while (KIVO_RULE_ELEMENT* element = object.get_next_rule_element()) {
-        delete element;
-    }
-}
-
 void mark_first(KIVO_OBJ_INFO* object, KIVO_MARK mark) {
     if (object != nullptr && object->mark.file == 0) {
         object->mark = mark;
     }
 }
 
-// Of a map that is known to nobody else; the copies of its objects share their rule elements.
+// Of a map that is known to nobody else, with its objects and the rule elements that these
+// still have.
 struct DeleteGeneric {
     void operator()(KIVO_WIZARD_MAP* map) const {
-        map->obj_map.reset();
-        while (KIVO_OBJ_INFO* object = map->get_next_kivo_obj()) {
-            delete object;
-        }
+        KIVO_ITEMS::for_each(map->obj_map, [](KIVO_OBJ* record) {
+            const std::unique_ptr<KIVO_OBJ_INFO> object(static_cast<KIVO_OBJ_INFO*>(record));
+            KIVO_ITEMS::for_each(object->rule_list, [](const KIVO_OBJ* rule) { delete rule; });
+        });
         delete map;
     }
+};
+
+// Hands the rule elements of a generic object over to its copies, which share them.
+class RuleHandover {
+public:
+    explicit RuleHandover(KIVO_OBJ_INFO& object) : object_(object) {}
+    RuleHandover(const RuleHandover&) = delete;
+    RuleHandover& operator=(const RuleHandover&) = delete;
+    ~RuleHandover() {
+        if (has_copies_) {
+            KIVO_ITEMS::clear(object_.rule_list);
+        }
+    }
+
+    void copy_to(KIVO_WIZARD_MAP& map) {
+        map.add_kivo_object(&object_);
+        has_copies_ = true;
+    }
+
+private:
+    KIVO_OBJ_INFO& object_;
+    bool has_copies_ = false;
 };
 
 }  // namespace
@@ -133,10 +153,11 @@ void KIVO_INFO::process_one_wizard_map(KIVO_XML_ELEMENT& element) {
                 process_wizard_port(sub, *map);
                 break;
             case SubTag::kWizardCondition:
-                if (std::string condition = condition_of(sub); !condition.empty()) {
-                    retire(map->condition);
-                    map->condition = new KIVO_RULE_ELEMENT("", "", std::move(condition),
-                                                           KIVO_RULE_FORCED_VALUE, sub.mark());
+                if (const std::string condition = condition_of(sub); !condition.empty()) {
+                    auto rule = std::make_unique<KIVO_RULE_ELEMENT>(
+                        "", "", condition, KIVO_RULE_FORCED_VALUE, sub.mark());
+                    KIVO_OWNING::replace(*map, &KIVO_WIZARD_MAP::condition, std::move(rule),
+                                         loaded_->store);
                 }
                 break;
         }
@@ -166,16 +187,12 @@ void KIVO_INFO::process_wizard_port(KIVO_XML_ELEMENT& element, KIVO_WIZARD_MAP& 
 void KIVO_INFO::add_generic_wizard_map_to_all_maps(KIVO_WIZARD_MAP& generic) {
     generic.obj_map.reset();
     while (KIVO_OBJ_INFO* object = generic.get_next_kivo_obj()) {
-        bool is_copied = false;
+        RuleHandover rules(*object);
         reset_wizard_map_map();
         while (KIVO_WIZARD_MAP* map = get_next_wizard_map()) {
             if (map->get_kivo_obj(object->name) == nullptr) {
-                map->add_kivo_object(object);
-                is_copied = true;
+                rules.copy_to(*map);
             }
-        }
-        if (!is_copied) {
-            delete_rule_elements(*object);
         }
     }
 }

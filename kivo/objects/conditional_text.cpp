@@ -1,31 +1,24 @@
 #include "kivo/objects/conditional_text.h"
 
-#include <memory>
-#include <vector>
+#include <cassert>
 
 KIVO_CONDITIONAL_TEXT::KIVO_CONDITIONAL_TEXT() = default;
 
 KIVO_CONDITIONAL_TEXT::~KIVO_CONDITIONAL_TEXT() {
     // Nesting is as deep as the description: everything below is taken apart here, one by one, so
-    // that no destructor finds anything to descend into.
-    std::vector<std::unique_ptr<KIVO_CONDITIONAL_TEXT>> doomed;
-    const auto take_apart = [&doomed](KIVO_CONDITIONAL_TEXT& text) {
-        for (KIVO_CONDITIONAL_TEXT** sub : {&text.then_sub, &text.else_sub}) {
-            if (*sub != nullptr) {
-                doomed.emplace_back(*sub);
-                *sub = nullptr;
-            }
-        }
-        text.text_elements.reset();
-        for (; text.owned_pieces_ > 0; --text.owned_pieces_) {
-            doomed.emplace_back(text.get_next_text_element());
-        }
-    };
-    take_apart(*this);
-    while (!doomed.empty()) {
-        const std::unique_ptr<KIVO_CONDITIONAL_TEXT> next = std::move(doomed.back());
-        doomed.pop_back();
-        take_apart(*next);
+    // that no destructor finds anything to descend into. What is met twice is in one chain all the
+    // same, and nothing is deleted before everything is in it.
+    leave_chain();
+    KIVO_CONDITIONAL_TEXT* whole = nullptr;
+    KIVO_CONDITIONAL_TEXT* taken_apart = nullptr;
+    hand_over_parts(whole, *this);
+    while (whole != nullptr) {
+        KIVO_CONDITIONAL_TEXT& next = *whole;
+        next.hand_over_parts(whole, *this);
+        next.enter(taken_apart);
+    }
+    while (taken_apart != nullptr) {
+        delete taken_apart;  // leaves the chain
     }
 }
 
@@ -34,6 +27,43 @@ KIVO_CONDITIONAL_TEXT* KIVO_CONDITIONAL_TEXT::get_next_text_element() {
 }
 
 void KIVO_CONDITIONAL_TEXT::add_owned_piece(KIVO_CONDITIONAL_TEXT* piece) {
+    assert(piece != nullptr && piece != this);
     text_elements.add_at_tail(piece);
-    ++owned_pieces_;
+    piece->enter(owned_);
+}
+
+void KIVO_CONDITIONAL_TEXT::enter(KIVO_CONDITIONAL_TEXT*& chain) {
+    leave_chain();
+    next_ = chain;
+    link_ = &chain;
+    if (chain != nullptr) {
+        chain->link_ = &next_;
+    }
+    chain = this;
+}
+
+void KIVO_CONDITIONAL_TEXT::leave_chain() {
+    if (link_ == nullptr) {
+        return;
+    }
+    *link_ = next_;
+    if (next_ != nullptr) {
+        next_->link_ = link_;
+    }
+    next_ = nullptr;
+    link_ = nullptr;
+}
+
+// Puts the sub-texts and the owned pieces into the chain, all but the text that is being destroyed.
+void KIVO_CONDITIONAL_TEXT::hand_over_parts(KIVO_CONDITIONAL_TEXT*& chain,
+                                            const KIVO_CONDITIONAL_TEXT& top) {
+    for (KIVO_CONDITIONAL_TEXT** sub : {&then_sub, &else_sub}) {
+        if (*sub != nullptr && *sub != &top) {
+            (*sub)->enter(chain);
+        }
+        *sub = nullptr;
+    }
+    while (owned_ != nullptr) {
+        owned_->enter(chain);
+    }
 }

@@ -3,9 +3,14 @@
 #include <functional>
 #include <vector>
 
+#include "kivo/objects/conditional_text.h"
 #include "kivo/objects/info.h"
+#include "kivo/objects/internal/loaded.h"
+#include "kivo/objects/internal/owning.h"
+#include "kivo/objects/text_obj.h"
 #include "kivo/objects/vector_obj.h"
 #include "kivo/objects/wizard_map.h"
+#include "kivo/toolkit/records/internal/items.h"
 
 namespace {
 
@@ -68,73 +73,154 @@ void sort_out(Records& records) {
     records.erase(std::unique(records.begin(), records.end()), records.end());
 }
 
-void collect_list(KIVO_OBJ_LIST& list, Records& records) {
-    list.reset();
-    while (KIVO_OBJ* record = list.get_next_value()) {
-        records.push_back(record);
+// The records to be deleted and those to be left, each as often as something leads to it. Finding
+// them changes nothing.
+class Search {
+public:
+    void add(KIVO_OBJ* record) { found_.push_back(record); }
+
+    template <class Container>
+    void add_all(Container& container) {
+        KIVO_ITEMS::for_each(container, [this](KIVO_OBJ* record) { add(record); });
+        shares_ = shares_ || KIVO_ITEMS::shares(container);
+    }
+
+    void add_rules_of(KIVO_OBJ* record) {
+        if (auto* object = dynamic_cast<KIVO_OBJ_INFO*>(record)) {
+            add_all(object->rule_list);
+        }
+    }
+
+    // Vectors and maps go before what was made for them, as in memory. A record of another class in
+    // their place, or in that of an object, is a host's.
+    void add_vector(KIVO_OBJ* record) {
+        if (auto* vector = dynamic_cast<KIVO_VECTOR_OBJ*>(record)) {
+            add(vector);
+            add_all(vector->stimulus_list);
+            add_all(vector->display_format_map);
+            add(vector->wave_condition);
+            add(vector->description);
+            add_replaced(*vector);
+        }
+    }
+
+    void add_wizard_map(KIVO_OBJ* record) {
+        if (auto* map = dynamic_cast<KIVO_WIZARD_MAP*>(record)) {
+            add(map);
+            KIVO_ITEMS::for_each(map->obj_map, [this](KIVO_OBJ* held) {
+                if (auto* object = dynamic_cast<KIVO_OBJ_INFO*>(held)) {
+                    add(object);
+                    add_all(object->rule_list);
+                }
+            });
+            shares_ = shares_ || KIVO_ITEMS::shares(map->obj_map);
+            add(map->condition);
+            add_replaced(*map);
+        }
+    }
+
+    void leave(KIVO_OBJ* record) { left_.push_back(record); }
+
+    template <class Container>
+    void leave_all(Container& container) {
+        KIVO_ITEMS::for_each(container, [this](KIVO_OBJ* record) { leave(record); });
+    }
+
+    void leave_help_text(KIVO_OBJ* record) {
+        leave(record);
+        if (auto* text = dynamic_cast<KIVO_TEXT_OBJ*>(record)) {
+            leave(text->intro);
+            leave(text->end);
+        }
+    }
+
+    // Whether some record may stand in more than one place because a host put it there.
+    bool shares() const { return shares_; }
+
+    void sort() {
+        sort_out(left_);
+        sort_out(found_);
+    }
+
+    // After sort().
+    void delete_found() const {
+        auto left = left_.begin();
+        for_each_record(found_, std::identity(), [&](KIVO_OBJ* record) {
+            left = std::find_if(left, left_.end(),
+                                [record](const KIVO_OBJ* other) { return !(other < record); });
+            if (left == left_.end() || *left != record) {
+                delete record;
+            }
+        });
+    }
+
+private:
+    template <class Holder>
+    void add_replaced(Holder& holder) {
+        for (KIVO_OBJ* record : KIVO_OWNING::replaced(holder)) {
+            add(record);
+        }
+    }
+
+    Records found_;
+    Records left_;
+    bool shares_ = false;
+};
+
+// What holds records that are going to be deleted forgets them: it may itself be left, and what is
+// deleted would take some of them along.
+void forget_rules(KIVO_OBJ* record) {
+    if (auto* object = dynamic_cast<KIVO_OBJ_INFO*>(record)) {
+        KIVO_ITEMS::clear(object->rule_list);
     }
 }
 
-void collect_rules(KIVO_OBJ_INFO& object, Records& records) {
-    collect_list(object.rule_list, records);
-    object.rule_list = KIVO_OBJ_LIST();
-}
-
-// Vectors and maps go before what was made for them, as in memory.
-void collect_vector(KIVO_VECTOR_OBJ& vector, Records& records) {
-    records.push_back(&vector);
-    collect_list(vector.stimulus_list, records);
-    std::string key;
-    vector.display_format_map.reset();
-    while (KIVO_OBJ* format = vector.display_format_map.get_next_entry(key)) {
-        records.push_back(format);
+void forget_vector(KIVO_OBJ* record) {
+    if (auto* vector = dynamic_cast<KIVO_VECTOR_OBJ*>(record)) {
+        KIVO_ITEMS::clear(vector->stimulus_list);
+        KIVO_ITEMS::clear(vector->display_format_map);
+        vector->wave_condition = nullptr;
+        vector->description = nullptr;
+        KIVO_OWNING::replaced(*vector).clear();
     }
 }
 
-void collect_wizard_map(KIVO_WIZARD_MAP& map, Records& records) {
-    records.push_back(&map);
-    map.obj_map.reset();
-    while (KIVO_OBJ_INFO* object = map.get_next_kivo_obj()) {
-        collect_rules(*object, records);
-        records.push_back(object);
+void forget_wizard_map(KIVO_OBJ* record) {
+    if (auto* map = dynamic_cast<KIVO_WIZARD_MAP*>(record)) {
+        KIVO_ITEMS::for_each(map->obj_map, forget_rules);
+        KIVO_ITEMS::clear(map->obj_map);
+        map->condition = nullptr;
+        KIVO_OWNING::replaced(*map).clear();
     }
-    records.push_back(map.condition);
 }
 
 }  // namespace
 
 void KIVO_INFO::delete_detached_objects() {
-    Records records;
-    for_each_record(object_map.entries_, std::mem_fn(&KIVO_OBJ_MAP::Entry::object),
-                    [&](KIVO_OBJ* record) {
-                        if (auto* object = dynamic_cast<KIVO_OBJ_INFO*>(record)) {
-                            collect_rules(*object, records);
-                        }
-                    });
-    reset_vector_map();
-    while (KIVO_VECTOR_OBJ* vector = get_next_vector_obj()) {
-        collect_vector(*vector, records);
-    }
-    reset_wizard_map_map();
-    while (KIVO_WIZARD_MAP* map = get_next_wizard_map()) {
-        collect_wizard_map(*map, records);
-    }
     // What a host hung on an object and on the store's own lists is not detached.
-    Records attached;
-    for (KIVO_OBJ_LIST list : {fn_rule_list, message_list}) {  // copies: cursors stay
-        collect_list(list, attached);
+    Search search;
+    const auto record_of = [](const auto& entry) { return entry.object; };
+    for_each_record(KIVO_ITEMS::entries(object_map), record_of,
+                    [&](KIVO_OBJ* record) { search.add_rules_of(record); });
+    KIVO_ITEMS::for_each(vector_map, [&](KIVO_OBJ* record) { search.add_vector(record); });
+    KIVO_ITEMS::for_each(wizard_map_map, [&](KIVO_OBJ* record) { search.add_wizard_map(record); });
+    search.leave_all(fn_rule_list);
+    search.leave_all(message_list);
+    search.leave_help_text(html_text);
+    for (KIVO_OBJ* text : loaded_->replaced_help_texts) {
+        search.leave_help_text(text);
     }
-    sort_out(attached);
-    sort_out(records);
-    vector_map = KIVO_OBJ_MAP();
-    wizard_map_map = KIVO_OBJ_MAP();
+    if (search.shares() || KIVO_ITEMS::shares(object_map)) {
+        search.leave_all(object_map);
+    }
+    search.sort();
+
+    // From here on nothing takes memory.
+    for_each_record(KIVO_ITEMS::entries(object_map), record_of, forget_rules);
+    KIVO_ITEMS::for_each(vector_map, forget_vector);
+    KIVO_ITEMS::for_each(wizard_map_map, forget_wizard_map);
+    KIVO_ITEMS::clear(vector_map);
+    KIVO_ITEMS::clear(wizard_map_map);
     reset_kivo_obj_map();
-    auto kept = attached.begin();
-    for_each_record(records, std::identity(), [&](KIVO_OBJ* record) {
-        kept = std::find_if(kept, attached.end(),
-                            [record](const KIVO_OBJ* other) { return !(other < record); });
-        if (kept == attached.end() || *kept != record) {
-            delete record;
-        }
-    });
+    search.delete_found();
 }

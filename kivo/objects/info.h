@@ -151,8 +151,9 @@ private:
     KIVO_LOCAL void process_wizard_parameter(KIVO_XML_ELEMENT& element, KIVO_WIZARD_MAP& map);
     KIVO_LOCAL void process_wizard_port(KIVO_XML_ELEMENT& element, KIVO_WIZARD_MAP& map);
     KIVO_LOCAL void add_generic_wizard_map_to_all_maps(KIVO_WIZARD_MAP& generic);
-    // Null when the element has no sub-elements; else the caller's.
-    KIVO_LOCAL KIVO_CONDITIONAL_TEXT* process_conditional_text(KIVO_XML_ELEMENT& element);
+    // Null when the element has no sub-elements.
+    KIVO_LOCAL std::unique_ptr<KIVO_CONDITIONAL_TEXT> process_conditional_text(
+        KIVO_XML_ELEMENT& element);
 
     KIVO_LOCAL void post(const KIVO_MESSAGE& message);
     // The same as add_kivo_object for an element, of which "declared" tells what a message about it
@@ -162,8 +163,6 @@ private:
     // For a command that stands in such an element at that place.
     KIVO_LOCAL void process_display_format_at(KIVO_VECTOR_OBJ* vector, std::string_view text,
                                               std::string_view element, KIVO_MARK mark);
-    // Keeps a record that something else took the place of, until the store's destruction.
-    KIVO_LOCAL void retire(KIVO_OBJ* replaced);
 
     std::size_t next_error_ = 0;
     bool errors_are_over_ = false;

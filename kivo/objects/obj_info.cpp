@@ -1,6 +1,9 @@
 #include "kivo/objects/obj_info.h"
 
+#include <cassert>
 #include <iterator>
+
+#include "kivo/toolkit/records/internal/items.h"
 
 namespace {
 
@@ -30,7 +33,7 @@ KIVO_OBJ_INFO::KIVO_OBJ_INFO(const std::string& object_name, KIVO_OBJ_TYPE type)
     : name(object_name), obj_type(type) {}
 
 KIVO_OBJ_INFO::KIVO_OBJ_INFO(KIVO_OBJ_INFO* source)
-    : name(source->name),
+    : name((assert(source != nullptr), source->name)),
       obj_type(source->obj_type),
       default_value(source->default_value),
       value_array(source->value_array),
@@ -51,7 +54,7 @@ KIVO_OBJ_INFO::KIVO_OBJ_INFO(KIVO_OBJ_INFO* source)
       mark(source->mark) {
     source->reset_rule_list();
     while (KIVO_RULE_ELEMENT* element = source->get_next_rule_element()) {
-        add_rule(element);
+        KIVO_ITEMS::append(rule_list, element);
     }
 }
 

@@ -7,6 +7,7 @@
 #include "kivo/objects/rule_element.h"
 #include "kivo/objects/usage_state.h"
 #include "kivo/toolkit/place.h"
+#include "kivo/toolkit/records/note.h"
 #include "kivo/toolkit/records/obj.h"
 #include "kivo/toolkit/records/obj_list.h"
 
@@ -23,7 +24,11 @@ enum KIVO_OBJ_TYPE : std::int32_t {
 };
 
 // One parameter, port, hidden parameter or macro. The section readers fill the fields; hosts read
-// them directly or through the accessors, which return strings by value.
+// them directly or through the accessors, which return strings by value. For one thread at a time.
+//
+// An object of a store's object_map goes with the store. One of a wizard map outlives map and
+// store; KIVO_INFO::delete_detached_objects deletes it. The rule elements of either are nobody's
+// while they hang on objects alone: what that call deletes.
 class KIVO_API KIVO_OBJ_INFO : public KIVO_OBJ {
 public:
     KIVO_OBJ_INFO(const std::string& object_name, KIVO_OBJ_TYPE type);
@@ -40,10 +45,14 @@ public:
     // stays); with another index that index becomes the default and the default value empty.
     void add_value(const std::string& text, std::int32_t index);
 
-    // Appends an element, which stays the caller's, at the tail of the rule list.
+    // Appends an element at the tail of the rule list. It stays the caller's: this object does not
+    // delete it, but delete_detached_objects of a store that holds the object does, unless the
+    // element stands in the store's own lists too. The cursor stays.
     void add_rule(KIVO_RULE_ELEMENT* element);
+    // Puts the rule cursor on the first element.
     void reset_rule_list();
-    // The element under the rule cursor, which advances; null at the end.
+    // The element under the rule cursor, which advances; null at the end, and for a record of
+    // another class.
     KIVO_RULE_ELEMENT* get_next_rule_element();
 
     std::string get_name() const { return name; }
@@ -68,7 +77,7 @@ public:
     std::string get_arguments() const { return arguments; }
     std::int32_t get_cnx_type() const { return cnx_type; }
 
-    KIVO_OBJ_LIST rule_list;  // of KIVO_RULE_ELEMENT
+    KIVO_OBJ_LIST rule_list;  // of KIVO_RULE_ELEMENT, not deleted by this object
     std::string name;
     KIVO_OBJ_TYPE obj_type;
     std::string default_value;
@@ -88,6 +97,11 @@ public:
     std::string arguments;
     std::int32_t cnx_type = 3;  // 0 private, 1 constant, 2 used port, 3 not given
     KIVO_MARK mark;             // the XML element that declared it; see KIVO_INFO::get_place
+
+private:
+    friend class KIVO_OWNING;
+
+    KIVO_RECORD_NOTE note_;
 };
 
 // Whether a type is one of the four port types, or one of the two parameter types.

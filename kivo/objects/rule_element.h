@@ -6,6 +6,7 @@
 
 #include "kivo/export.h"
 #include "kivo/toolkit/place.h"
+#include "kivo/toolkit/records/note.h"
 #include "kivo/toolkit/records/obj.h"
 
 // What rule_kind says of a rule element.
@@ -25,9 +26,16 @@ enum KIVO_RULE_KIND : std::int32_t {
     KIVO_RULE_NO_MESSAGE_TYPE = 12,  // never stored: a message without a valid type is refused
 };
 
-// A rule, message, value rule, stimulus entry or condition: three texts and a kind.
+// A rule, message, value rule, stimulus entry or condition: three texts and a kind. A plain record:
+// hosts read and write its fields.
+//
+// Who deletes it depends on where it stands. One of a store's fn_rule_list or message_list goes
+// with the store. The condition of a vector goes with the vector. One that hangs on objects, one of
+// a stimulus list and the condition of a wizard map outlive what holds them; what loads made of
+// these KIVO_INFO::delete_detached_objects deletes.
 class KIVO_API KIVO_RULE_ELEMENT : public KIVO_OBJ {
 public:
+    // Empty texts and kind 0. A copy is the copier's, whoever owns the original.
     KIVO_RULE_ELEMENT();
     KIVO_RULE_ELEMENT(std::string_view first, std::string_view second, std::string_view third,
                       std::int32_t kind, KIVO_MARK declared_at = {});
@@ -38,4 +46,9 @@ public:
     std::string text3;
     std::int32_t rule_kind = 0;
     KIVO_MARK mark;  // the XML element that made it; see KIVO_INFO::get_place
+
+private:
+    friend class KIVO_OWNING;
+
+    KIVO_RECORD_NOTE note_;
 };

@@ -3,9 +3,11 @@
 #include "kivo/objects/info.h"
 #include "kivo/objects/internal/loaded.h"
 #include "kivo/objects/internal/message.h"
+#include "kivo/objects/internal/owning.h"
 #include "kivo/objects/text_obj.h"
 #include "kivo/objects/vector_obj.h"
 #include "kivo/objects/wizard_map.h"
+#include "kivo/toolkit/records/internal/items.h"
 
 namespace {
 
@@ -20,32 +22,55 @@ constexpr KIVO_MESSAGE_TEXT kUnknownType = {
 
 template <class Record>
 Record* find_or_add(KIVO_OBJ_MAP& map, const std::string& name) {
-    if (KIVO_OBJ* found = map.look_up(name)) {
-        return dynamic_cast<Record*>(found);
-    }
-    auto* added = new Record(name);
-    map.set_at(name, added);
-    return added;
+    return dynamic_cast<Record*>(
+        KIVO_ITEMS::find_or_add(map, name, [&name] { return std::make_unique<Record>(name); }));
 }
 
-void delete_all(KIVO_OBJ_LIST& list) {
-    list.reset();
-    while (KIVO_OBJ* object = list.get_next_value()) {
-        delete object;
-    }
+template <class Container>
+void delete_all(Container& container) {
+    KIVO_ITEMS::for_each(container, [](const KIVO_OBJ* record) { delete record; });
+}
+
+// Of a record that several names or places lead to, leaves the first.
+template <class Container>
+void leave_each_once(Container& container) {
+    KIVO_ITEMS::for_each(container, [](KIVO_OBJ*& record) {
+        if (record != nullptr && !KIVO_OWNING::is_first_to_go(record)) {
+            record = nullptr;
+        }
+    });
 }
 
 }  // namespace
 
-KIVO_INFO::KIVO_INFO() : loaded_(std::make_unique<KIVO_LOADED>()) {}
+KIVO_INFO::KIVO_INFO() : loaded_(std::make_unique<KIVO_LOADED>()) {
+    loaded_->store = KIVO_OWNING::next_store();
+}
 
+// Takes no memory: there may be none.
 KIVO_INFO::~KIVO_INFO() {
-    delete html_text;
-    for (const KIVO_OBJ_MAP::Entry& entry : object_map.entries_) {
-        delete entry.object;
+    // A host may have put back a help text that a load had replaced.
+    KIVO_OWNING::Records help_texts = std::move(loaded_->replaced_help_texts);
+    if (html_text != nullptr) {
+        KIVO_OWNING::is_first_to_go(html_text);
     }
+    for (KIVO_OBJ*& text : help_texts) {
+        text = KIVO_OWNING::is_first_to_go(text) ? text : nullptr;
+    }
+    // What only the library put in stands there once.
+    if (KIVO_ITEMS::shares(object_map) || KIVO_ITEMS::shares(fn_rule_list) ||
+        KIVO_ITEMS::shares(message_list)) {
+        leave_each_once(object_map);
+        leave_each_once(fn_rule_list);
+        leave_each_once(message_list);
+    }
+    delete html_text;
+    delete_all(object_map);
     delete_all(fn_rule_list);
     delete_all(message_list);
+    for (const KIVO_OBJ* text : help_texts) {
+        delete text;
+    }
 }
 
 KIVO_OBJ_INFO* KIVO_INFO::add_kivo_object(const std::string& name, KIVO_OBJ_TYPE type) {
@@ -54,29 +79,33 @@ KIVO_OBJ_INFO* KIVO_INFO::add_kivo_object(const std::string& name, KIVO_OBJ_TYPE
 
 KIVO_OBJ_INFO* KIVO_INFO::add_declared_object(const std::string& name, KIVO_OBJ_TYPE type,
                                               KIVO_MESSAGE declared) {
-    // An unknown type makes no object, so it must not make an entry either.
-    KIVO_OBJ* known = type == KIVO_OBJ_UNKNOWN ? get_kivo_obj(name) : nullptr;
-    KIVO_OBJ*& place = type == KIVO_OBJ_UNKNOWN ? known : object_map.place_of(name);
-    if (auto* found = dynamic_cast<KIVO_OBJ_INFO*>(place)) {
-        if (type == KIVO_OBJ_UNKNOWN || type == found->obj_type) {
-            return found;
+    const auto make = [&]() -> std::unique_ptr<KIVO_OBJ_INFO> {
+        if (type == KIVO_OBJ_UNKNOWN) {
+            return nullptr;
         }
-        const std::string found_type = found->get_obj_type_as_string();
-        declared.says = kTypeClash;
-        declared.detail = found_type;
-        declared.related = found->mark;
-        post(declared);
-        return nullptr;
+        auto object = std::make_unique<KIVO_OBJ_INFO>(name, type);
+        object->mark = declared.mark;
+        return object;
+    };
+    auto* object = dynamic_cast<KIVO_OBJ_INFO*>(KIVO_ITEMS::find_or_add(object_map, name, make));
+    if (object == nullptr && type != KIVO_OBJ_UNKNOWN) {
+        // A host's record of another class stands there, and stays the host's.
+        object = KIVO_ITEMS::put(object_map, name, make());
     }
-    if (type == KIVO_OBJ_UNKNOWN) {
+    if (object == nullptr) {
         declared.says = kUnknownType;
         post(declared);
         return nullptr;
     }
-    auto* object = new KIVO_OBJ_INFO(name, type);
-    object->mark = declared.mark;
-    place = object;
-    return object;
+    if (type == KIVO_OBJ_UNKNOWN || type == object->obj_type) {
+        return object;
+    }
+    const std::string found_type = object->get_obj_type_as_string();
+    declared.says = kTypeClash;
+    declared.detail = found_type;
+    declared.related = object->mark;
+    post(declared);
+    return nullptr;
 }
 
 KIVO_OBJ_INFO* KIVO_INFO::get_kivo_obj(const std::string& name) const {
@@ -88,7 +117,7 @@ void KIVO_INFO::reset_kivo_obj_map() {
 }
 
 KIVO_OBJ_INFO* KIVO_INFO::get_next_kivo_obj() {
-    return dynamic_cast<KIVO_OBJ_INFO*>(object_map.get_next_object());
+    return dynamic_cast<KIVO_OBJ_INFO*>(KIVO_ITEMS::next(object_map));
 }
 
 std::map<std::string, KIVO_OBJ_INFO*, LESS_C_STRING> KIVO_INFO::get_sorted_obj_map() {
@@ -129,7 +158,7 @@ void KIVO_INFO::reset_vector_map() {
 }
 
 KIVO_VECTOR_OBJ* KIVO_INFO::get_next_vector_obj() {
-    return dynamic_cast<KIVO_VECTOR_OBJ*>(vector_map.get_next_object());
+    return dynamic_cast<KIVO_VECTOR_OBJ*>(KIVO_ITEMS::next(vector_map));
 }
 
 KIVO_WIZARD_MAP* KIVO_INFO::add_wizard_map(const std::string& name) {
@@ -141,11 +170,5 @@ void KIVO_INFO::reset_wizard_map_map() {
 }
 
 KIVO_WIZARD_MAP* KIVO_INFO::get_next_wizard_map() {
-    return dynamic_cast<KIVO_WIZARD_MAP*>(wizard_map_map.get_next_object());
-}
-
-void KIVO_INFO::retire(KIVO_OBJ* replaced) {
-    if (replaced != nullptr) {
-        loaded_->retired.emplace_back(replaced);
-    }
+    return dynamic_cast<KIVO_WIZARD_MAP*>(KIVO_ITEMS::next(wizard_map_map));
 }

@@ -5,6 +5,8 @@
 KIVO_TEXT_OBJ::KIVO_TEXT_OBJ() = default;
 
 KIVO_TEXT_OBJ::~KIVO_TEXT_OBJ() {
+    if (end != intro) {
+        delete end;
+    }
     delete intro;
-    delete end;
 }

@@ -1,8 +1,10 @@
 #include "kivo/objects/vector_obj.h"
 
 #include <memory>
+#include <utility>
 
 #include "kivo/objects/conditional_text.h"
+#include "kivo/objects/internal/owning.h"
 
 namespace {
 
@@ -33,14 +35,11 @@ KIVO_RULE_ELEMENT* KIVO_VECTOR_OBJ::get_next_vector_stimulus() {
 
 void KIVO_VECTOR_OBJ::add_vector_display_format(const std::string& port, DRO_MEMORY_RADIXES radix,
                                                 const std::string& format_description) {
-    // Goes last, because the arguments may be the earlier format's own strings.
-    const std::unique_ptr<KIVO_VECTOR_DISPLAY_OBJ> replaced(find_format(display_format_map, port));
     auto format = std::make_unique<KIVO_VECTOR_DISPLAY_OBJ>();
     format->port_name = port;
     format->radix = radix;
     format->description = format_description;
-    display_format_map.set_at(port, format.get());
-    static_cast<void>(format.release());
+    KIVO_OWNING::replace_format(*this, std::move(format), KIVO_OWNING::kVector);
 }
 
 DRO_MEMORY_RADIXES KIVO_VECTOR_OBJ::get_vector_display_format(const std::string& port) const {

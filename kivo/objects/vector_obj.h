@@ -2,18 +2,24 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "kivo/export.h"
 #include "kivo/objects/rule_element.h"
 #include "kivo/toolkit/place.h"
 #include "kivo/toolkit/radix/radix.h"
+#include "kivo/toolkit/records/note.h"
 #include "kivo/toolkit/records/obj.h"
 #include "kivo/toolkit/records/obj_list.h"
 #include "kivo/toolkit/records/obj_map.h"
 
 class KIVO_CONDITIONAL_TEXT;
 
-// How the values of one port are shown.
+// How the values of one port are shown. A plain record: hosts read and write its fields.
+//
+// Those of a vector's display_format_map outlive the vector; KIVO_INFO::delete_detached_objects
+// deletes them with it. A host may put one of its own there: from then on it goes with the others,
+// unless a later format of the port replaces it, which gives it back to the host.
 class KIVO_API KIVO_VECTOR_DISPLAY_OBJ : public KIVO_OBJ {
 public:
     KIVO_VECTOR_DISPLAY_OBJ();
@@ -22,23 +28,42 @@ public:
     std::string port_name;
     DRO_MEMORY_RADIXES radix = DRO_RADIX_HEX;
     std::string description;  // of a fixed-point format, empty for the other radixes
+
+private:
+    friend class KIVO_OWNING;
+
+    KIVO_RECORD_NOTE note_;
 };
 
-// A waveform or custom vector: its timing, texts, display formats and stimulus commands.
+// A waveform or custom vector: its timing, texts, display formats and stimulus commands. For one
+// thread at a time.
+//
+// Those of a store outlive it. They go by KIVO_INFO::delete_detached_objects, with all that they
+// hold and with what loads replaced in them; or a host keeps them and deletes each one, its
+// stimulus entries and its display formats itself. Reading a vector again replaces description and
+// wave_condition: the earlier piece is not deleted then, so that a host may go on reading it; one
+// that a host put there is the host's again.
 class KIVO_API KIVO_VECTOR_OBJ : public KIVO_OBJ {
 public:
     explicit KIVO_VECTOR_OBJ(const std::string& vector_name);
     KIVO_VECTOR_OBJ(const KIVO_VECTOR_OBJ&) = delete;
     KIVO_VECTOR_OBJ& operator=(const KIVO_VECTOR_OBJ&) = delete;
-    // Deletes wave_condition and description; leaves stimulus entries and display formats alone.
+    // Deletes wave_condition and description; leaves stimulus entries, display formats and what a
+    // load replaced alone.
     ~KIVO_VECTOR_OBJ() override;
 
-    // Appends an entry, which stays the caller's, at the tail of the stimulus list.
+    // Appends an entry at the tail of the stimulus list. It stays the caller's: this vector does
+    // not delete it, but delete_detached_objects of a store that holds the vector does. The cursor
+    // stays.
     void add_vector_stimulus(KIVO_RULE_ELEMENT* entry);
-    // The entry under the cursor of stimulus_list, which advances; null at the end.
+    // The entry under the cursor of stimulus_list, which advances; null at the end, and for a
+    // record of another class.
     KIVO_RULE_ELEMENT* get_next_vector_stimulus();
 
-    // Stores a new format for the port and deletes an earlier one of the port.
+    // Stores a new format for the port in place of an earlier one. Of that, one that an earlier
+    // call made is deleted; one that a load made can be read until delete_detached_objects; one
+    // that a host put into display_format_map is the host's again. The arguments may be its own
+    // strings. When memory is short the earlier format stays in force.
     void add_vector_display_format(const std::string& port, DRO_MEMORY_RADIXES radix,
                                    const std::string& format_description);
     // The radix of the port's format, DRO_RADIX_HEX without one.
@@ -59,9 +84,16 @@ public:
     std::int32_t index = -1;     // -1: not given
     bool truncate_low = false;
     std::string caption;
-    KIVO_RULE_ELEMENT* wave_condition = nullptr;   // null: none
-    KIVO_CONDITIONAL_TEXT* description = nullptr;  // null: none
-    KIVO_OBJ_LIST stimulus_list;                   // of KIVO_RULE_ELEMENT
-    KIVO_OBJ_MAP display_format_map;               // of KIVO_VECTOR_DISPLAY_OBJ
+    KIVO_RULE_ELEMENT* wave_condition = nullptr;   // this vector's; null: none
+    KIVO_CONDITIONAL_TEXT* description = nullptr;  // a sequence, this vector's; null: none
+    KIVO_OBJ_LIST stimulus_list;                   // of KIVO_RULE_ELEMENT, not deleted by it
+    KIVO_OBJ_MAP display_format_map;  // of KIVO_VECTOR_DISPLAY_OBJ by port, not deleted by it
     KIVO_MARK mark;  // the first XML element that declared it; see KIVO_INFO::get_place
+
+private:
+    friend class KIVO_OWNING;
+
+    // Made by loads and replaced: gone from where they stood, and not yet deleted.
+    std::vector<KIVO_OBJ*> replaced_;
+    KIVO_RECORD_NOTE note_;
 };

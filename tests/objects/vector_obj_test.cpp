@@ -2,11 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <type_traits>
 
 #include "kivo/objects/conditional_text.h"
+#include "tests/support/memory_shortage.h"
 
 namespace {
 
@@ -152,13 +154,32 @@ TEST(VectorDisplayFormat, ALaterOneOfThePortIsInForce) {
     EXPECT_EQ(vector.display_format_map.get_next_entry(port), nullptr);
 }
 
-TEST(VectorDisplayFormat, AReplacedOneIsDeleted) {
-    int deleted = 0;
+TEST(VectorDisplayFormat, AReplacedOneThatAnEarlierCallMadeIsDeleted) {
     OwningVector vector;
-    vector.display_format_map.set_at("q", new Counted<KIVO_VECTOR_DISPLAY_OBJ>(deleted));
+    vector.add_vector_display_format("q", DRO_RADIX_FIXED_POINT, "8.4");
     vector.add_vector_display_format("p", DRO_RADIX_BINARY, "");
-    EXPECT_EQ(deleted, 0);
+    const std::ptrdiff_t before = living_pieces();
     vector.add_vector_display_format("q", DRO_RADIX_BINARY, "");
+    EXPECT_EQ(living_pieces(), before);
+}
+
+TEST(VectorDisplayFormat, AReplacedOneThatAHostPutThereIsTheHostsAgain) {
+    int deleted = 0;
+    {
+        auto hosts = std::make_unique<Counted<KIVO_VECTOR_DISPLAY_OBJ>>(deleted);
+        OwningVector vector;
+        vector.add_vector_display_format("q", DRO_RADIX_BINARY, "");
+        // A copy of what the library made is the host's too.
+        KIVO_VECTOR_DISPLAY_OBJ copy = *format_of(vector, "q");
+        vector.display_format_map.set_at("p", hosts.get());
+        vector.display_format_map.set_at("r", &copy);
+        vector.add_vector_display_format("p", DRO_RADIX_BINARY, "");
+        vector.add_vector_display_format("r", DRO_RADIX_SIGNED, "");
+        EXPECT_EQ(deleted, 0);
+        EXPECT_NE(format_of(vector, "p"), hosts.get());
+        hosts.reset();
+        EXPECT_EQ(deleted, 1);
+    }
     EXPECT_EQ(deleted, 1);
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <memory>
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -21,7 +21,8 @@ struct KIVO_LOADED {
 
     std::vector<File> files;  // mark number n is files[n - 1]; the last is the one being read
     MessageOrigins origins;   // of the messages of error_list
-    // Replaced by something later of the same load or a later one. A host may still look at them,
-    // so they go with the store.
-    std::vector<std::unique_ptr<KIVO_OBJ>> retired;
+    std::uint32_t store = 0;  // what it notes on the pieces that it made
+    // Those that loads made and a later one replaced, to be deleted with the store: a host may
+    // still look at them. What else is replaced, its vector or wizard map keeps.
+    std::vector<KIVO_OBJ*> replaced_help_texts;
 };

@@ -2,12 +2,17 @@
 
 KIVO_OBJ_LIST::~KIVO_OBJ_LIST() = default;
 
-void KIVO_OBJ_LIST::add_at_tail(KIVO_OBJ* object) {
+void KIVO_OBJ_LIST::append(KIVO_OBJ* object) {
     if (few_size_ < kFew) {
         few_[few_size_++] = object;
     } else {
         rest_.push_back(object);
     }
+}
+
+void KIVO_OBJ_LIST::add_at_tail(KIVO_OBJ* object) {
+    append(object);
+    note_.shares_ = true;
 }
 
 void KIVO_OBJ_LIST::reset() {

@@ -1,5 +1,6 @@
 #include "kivo/toolkit/records/obj_map.h"
 
+#include <cassert>
 #include <functional>
 #include <utility>
 
@@ -38,18 +39,18 @@ std::size_t KIVO_OBJ_MAP::find_bucket(std::string_view key, std::uint32_t hash) 
     return bucket;
 }
 
-std::size_t KIVO_OBJ_MAP::find_entry(std::string_view key, std::uint32_t hash,
-                                     std::size_t& bucket) const {
+KIVO_OBJ_MAP::Spot KIVO_OBJ_MAP::find_spot(std::string_view key) const {
+    const std::uint32_t hash = hash_of(key);
     if (!tags_.empty()) {
-        bucket = find_bucket(key, hash);
-        return tags_[bucket] == 0 ? entries_.size() : positions_[bucket];
+        const std::size_t bucket = find_bucket(key, hash);
+        return {tags_[bucket] == 0 ? entries_.size() : positions_[bucket], bucket, hash};
     }
     std::size_t position = 0;
     while (position < entries_.size() &&
            (entries_[position].hash != hash || entries_[position].key != key)) {
         ++position;
     }
-    return position;
+    return {position, 0, hash};
 }
 
 void KIVO_OBJ_MAP::enter(std::size_t bucket, std::uint32_t hash, std::size_t position) {
@@ -74,32 +75,32 @@ void KIVO_OBJ_MAP::grow() {
 }
 
 KIVO_OBJ* KIVO_OBJ_MAP::look_up(const std::string& key) const {
-    std::size_t bucket = 0;
-    const std::size_t position = find_entry(key, hash_of(key), bucket);
+    const std::size_t position = find_spot(key).position;
     return position == entries_.size() ? nullptr : entries_[position].object;
 }
 
-KIVO_OBJ*& KIVO_OBJ_MAP::place_of(const std::string& key) {
-    const std::uint32_t hash = hash_of(key);
-    std::size_t bucket = 0;
-    const std::size_t position = find_entry(key, hash, bucket);
-    if (position != entries_.size()) {
-        return entries_[position].object;
-    }
+void KIVO_OBJ_MAP::add_at(const Spot& spot, const std::string& key, KIVO_OBJ* object) {
+    assert(spot.position == entries_.size());
+    std::size_t bucket = spot.bucket;
     // Half of the buckets stays free, so that every probe ends soon.
-    if (position >= kFew && (position + 1) * 2 > tags_.size()) {
+    if (spot.position >= kFew && (spot.position + 1) * 2 > tags_.size()) {
         grow();
-        bucket = find_bucket(key, hash);
+        bucket = find_bucket(key, spot.hash);
     }
-    entries_.push_back({key, nullptr, hash});
+    entries_.push_back({key, object, spot.hash});
     if (!tags_.empty()) {
-        enter(bucket, hash, position);
+        enter(bucket, spot.hash, spot.position);
     }
-    return entries_.back().object;
 }
 
 void KIVO_OBJ_MAP::set_at(const std::string& key, KIVO_OBJ* object) {
-    place_of(key) = object;
+    const Spot spot = find_spot(key);
+    if (spot.position == entries_.size()) {
+        add_at(spot, key, object);
+    } else {
+        entries_[spot.position].object = object;
+    }
+    note_.shares_ = true;
 }
 
 void KIVO_OBJ_MAP::reset() {
@@ -107,12 +108,11 @@ void KIVO_OBJ_MAP::reset() {
 }
 
 KIVO_OBJ* KIVO_OBJ_MAP::get_next_entry(std::string& key) {
-    if (cursor_ < entries_.size()) {
-        key = entries_[cursor_].key;
+    if (cursor_ == entries_.size()) {
+        return nullptr;
     }
-    return get_next_object();
-}
-
-KIVO_OBJ* KIVO_OBJ_MAP::get_next_object() {
-    return cursor_ < entries_.size() ? entries_[cursor_++].object : nullptr;
+    const Entry& entry = entries_[cursor_];
+    key = entry.key;
+    ++cursor_;
+    return entry.object;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cassert>
 #include <cstdint>
 #include <string>
 #include <utility>
@@ -47,7 +48,9 @@ public:
 class KIVO_XML_FILE_INPUT_SOURCE : public KIVO_XML_SAX_INPUT_SOURCE {
 public:
     // REQUIRES: new_file != nullptr; it stays the caller's
-    explicit KIVO_XML_FILE_INPUT_SOURCE(KIVO_FILE* new_file) : file(new_file) {}
+    explicit KIVO_XML_FILE_INPUT_SOURCE(KIVO_FILE* new_file) : file(new_file) {
+        assert(file != nullptr);
+    }
 
     // False when the file cannot be opened; is_open keeps the result.
     bool open_xml_file(const std::string& path);

@@ -1,6 +1,7 @@
 #include "kivo/toolkit/xml/internal/xml_checks.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cstdint>
 #include <pugixml.hpp>
 
@@ -81,6 +82,8 @@ public:
 
     // The first place from "at" on, or npos. REQUIRES: "at" never decreases.
     std::size_t next(std::size_t at) {
+        assert(at >= last_asked_);
+        last_asked_ = at;
         if (exclamation_ < at) {
             exclamation_ = find('!', at);
         }
@@ -102,6 +105,7 @@ private:
     std::string_view text_;
     std::size_t exclamation_;
     std::size_t question_;
+    std::size_t last_asked_ = 0;
 };
 
 // The following are given where something begins and return where it ends, npos when it does not:
