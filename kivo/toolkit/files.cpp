@@ -7,12 +7,15 @@
 #include <locale>
 #include <sstream>
 
+#include "kivo/toolkit/internal/module_path.h"
+
 namespace {
 
 // The path of the file from which the code at "address" was loaded, empty when the system does not
 // tell.
 std::string mapped_file(std::uintptr_t address) {
     std::ifstream maps("/proc/self/maps");
+    maps.exceptions(std::ios::badbit);  // a shortage of memory is no answer
     for (std::string line; std::getline(maps, line);) {
         std::istringstream words(line);
         words.imbue(std::locale::classic());
@@ -36,14 +39,16 @@ bool dro_file_exists(const std::string& path) {
            S_ISREG(status.st_mode);
 }
 
-std::string dro_get_library_module_path() {
-    void* const here = reinterpret_cast<void*>(&dro_get_library_module_path);
-    Dl_info module{};
-    std::string path = dladdr(here, &module) == 0 ? "" : module.dli_fname;
-    // A relative name, as a program's own often is, is relative to a working directory that the
-    // host may have left since.
+std::string directory_of_module(const char* told, const void* address) {
+    std::string path = told == nullptr ? "" : told;
     if (path.empty() || path.front() != '/') {
-        path = mapped_file(reinterpret_cast<std::uintptr_t>(here));
+        path = mapped_file(reinterpret_cast<std::uintptr_t>(address));
     }
     return path.empty() ? "./" : path.substr(0, path.rfind('/') + 1);
+}
+
+std::string dro_get_library_module_path() {
+    const auto* const here = reinterpret_cast<const void*>(&dro_get_library_module_path);
+    Dl_info module{};
+    return directory_of_module(dladdr(here, &module) == 0 ? nullptr : module.dli_fname, here);
 }

@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <string>
 
+#include "kivo/toolkit/internal/module_path.h"
 #include "tests/support/temporary_folder.h"
 
 TEST(FileExists, only_for_a_regular_file) {
@@ -42,4 +43,23 @@ TEST(LibraryModulePath, is_the_directory_of_the_program_that_the_library_is_link
     const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe");
     EXPECT_EQ(path.back(), '/');
     EXPECT_EQ(path, program.parent_path().string() + "/");
+}
+
+TEST(DirectoryOfModule, is_that_of_the_file_that_the_dynamic_linker_names) {
+    EXPECT_EQ(directory_of_module("/usr/lib/libkivo.so", nullptr), "/usr/lib/");
+    EXPECT_EQ(directory_of_module("/libkivo.so", nullptr), "/");
+}
+
+TEST(DirectoryOfModule, is_that_of_the_mapped_file_when_the_linker_tells_no_absolute_path) {
+    const auto* const here = reinterpret_cast<const void*>(&dro_get_library_module_path);
+    const std::string expected = dro_get_library_module_path();
+    EXPECT_EQ(directory_of_module(nullptr, here), expected);
+    EXPECT_EQ(directory_of_module("", here), expected);
+    EXPECT_EQ(directory_of_module("bin/program", here), expected);
+}
+
+TEST(DirectoryOfModule, is_the_working_directory_when_nobody_knows) {
+    const int on_the_stack = 0;
+    EXPECT_EQ(directory_of_module(nullptr, &on_the_stack), "./");
+    EXPECT_EQ(directory_of_module(nullptr, nullptr), "./");
 }

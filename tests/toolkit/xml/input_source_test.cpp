@@ -101,6 +101,16 @@ TEST(FileInputSource, file_that_may_not_be_read_is_not_opened) {
     EXPECT_FALSE(can_open(path));
 }
 
+// The system shows a process its own memory as a regular file, and nothing is mapped at its start.
+TEST(FileInputSource, file_that_opens_and_cannot_be_read_is_no_text) {
+    KIVO_FILE file;
+    KIVO_XML_FILE_INPUT_SOURCE source(&file);
+    ASSERT_TRUE(source.open_xml_file("/proc/self/mem"));
+    TextBuffer text;
+    EXPECT_FALSE(source.read_text(text));
+    EXPECT_EQ(text.size, 0u);
+}
+
 TEST(FileInputSource, closing_ends_reading) {
     const TemporaryFolder folder;
     KIVO_FILE file;
