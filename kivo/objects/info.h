@@ -28,18 +28,39 @@ struct KIVO_MESSAGE;
 
 // What description files hold: the one object through which a host uses the library. Loads only
 // add to it. Bad input never throws; each problem becomes one message of the error list.
-// A store is used by one thread at a time. Every collection has one cursor, so one walk over it
-// can be in progress at a time; a walk that is not reset goes on where the last one stopped.
+// A store is used by one thread at a time.
+//
+// Cursors. Every collection has one, so one walk over it can be in progress at a time; a walk that
+// is not reset goes on where the last one stopped. A cursor is a position: a load leaves it where
+// it is, and a walk that had come to the end reaches what the load added. The one exception is that
+// generic objects of a WIZARD_DATA section leave the cursor of the wizard maps at the end.
+//
+// Exceptions. Only std::bad_alloc leaves a call. A load that it ends has added what it read until
+// then, each record whole and in its place, with the places of its messages; what was to replace
+// something has replaced it or not. The store can be walked, added to, loaded again, released and
+// destroyed. Other calls that it ends have changed nothing, unless they say so.
+//
+// Ownership. The store owns its objects, function-wide rules, messages and help text: its
+// destruction deletes them. It holds vectors, wizard maps and the rule elements of objects, which
+// outlive it: delete_detached_objects deletes them, or a host keeps them. Fields that hold records
+// are plain pointers. What a host puts there is treated like what a load put there, with one
+// difference: once a load replaces it, it is the host's again.
+// REQUIRES: no record is held by two stores, and one of a class of the host's own, derived from
+// KIVO_OBJ itself, stands in object_map, fn_rule_list and message_list once
 class KIVO_API KIVO_INFO {
 public:
     KIVO_INFO();
     KIVO_INFO(const KIVO_INFO&) = delete;
     KIVO_INFO& operator=(const KIVO_INFO&) = delete;
-    // Deletes the help text, the objects, the function-wide rules and the messages. Vectors, wizard
-    // maps and rule elements that hang only on objects stay; see delete_detached_objects.
+    // Deletes the help text, the objects, the function-wide rules and the messages, each once
+    // though several names or lists lead to it, and help texts that loads made and replaced.
+    // Vectors, wizard maps, rule elements that hang only on objects, and what was replaced in
+    // vectors and maps stay; see delete_detached_objects. Takes no memory.
     ~KIVO_INFO();
 
     // --- Loading. True when the error list is empty afterwards, also of earlier loads' messages.
+    // Pieces that a file replaces, as a second DESCRIPTION does, are not deleted then: pointers
+    // that a host keeps stay good.
 
     // Loads DIRECTORY/NAME_info.xml, NAME in lower case; an empty directory stands for the one from
     // which the library was loaded.
@@ -47,7 +68,8 @@ public:
     // Loads a file, and then the files that it includes. A name that does not exist as it stands is
     // looked for in the library's directory too.
     bool process_xml_file(const std::string& file_name);
-    // Parses one display-format command ("add wave -hex data") and adds the format to the vector.
+    // Parses one display-format command ("add wave -hex data") and adds the format to the vector,
+    // as a load does: an earlier one of the port can be read until delete_detached_objects.
     // REQUIRES: vector != nullptr
     void process_display_format_string(KIVO_VECTOR_OBJ* vector, const std::string& text);
 
@@ -77,7 +99,8 @@ public:
     // --- Parameters, ports, hidden parameters and macros.
 
     // The object of that name when it has that type or the type is KIVO_OBJ_UNKNOWN, else a new one
-    // when the name is new; null with a message otherwise. The object stays the store's.
+    // when the name is new; null with a message otherwise. The object is the store's, which deletes
+    // it in its destruction. The cursor stays.
     KIVO_OBJ_INFO* add_kivo_object(const std::string& name, KIVO_OBJ_TYPE type);
     // The object of that name, or null.
     KIVO_OBJ_INFO* get_kivo_obj(const std::string& name) const;
@@ -95,8 +118,9 @@ public:
     void reset_message_list();
     KIVO_RULE_ELEMENT* get_next_msg();
 
-    // --- Vectors and wizard maps. "add" returns the one stored under the name or makes it; walks
-    // give null at the end. They outlive the store: see delete_detached_objects.
+    // --- Vectors and wizard maps. "add" returns the one stored under the name or makes it, null
+    // when a record of another class stands there, and moves no cursor; walks give null at the end.
+    // They outlive the store: delete_detached_objects deletes them, or else the host does.
 
     KIVO_VECTOR_OBJ* add_vector_object(const std::string& name);
     // The vector of that name, or null.
@@ -107,9 +131,16 @@ public:
     void reset_wizard_map_map();
     KIVO_WIZARD_MAP* get_next_wizard_map();
 
-    // Deletes what the store's destruction leaves alone: vectors and wizard maps with all that they
-    // hold, and rule elements that hang only on objects, each exactly once. Puts the object cursor
-    // on the first object. The store can be used and loaded again.
+    // Deletes what the store's destruction leaves alone, each record once however many names and
+    // lists lead to it: the vectors and wizard maps with all that they hold, whoever put it there;
+    // the rule elements that hang only on objects; and what loads of this store made for vectors
+    // and maps and something later replaced. What the store owns stays, also where a vector, a map
+    // or an object holds it too; what a host made and a load replaced is left alone. Afterwards
+    // vector_map, wizard_map_map and the objects' rule lists are empty and the object cursor stands
+    // on the first object; the store can be used and loaded again. When memory is short nothing was
+    // deleted, and the call can be repeated.
+    // REQUIRES: what it deletes is held by nobody else; a sub-text of a conditional text by that
+    // text alone
     void delete_detached_objects();
 
     // The libraries that a simulator must map, each followed by ";": the entries of vhdl_library
@@ -118,15 +149,15 @@ public:
 
     std::string function_name;
     std::vector<std::string> error_list;
-    KIVO_OBJ_MAP object_map;             // of KIVO_OBJ_INFO
-    KIVO_OBJ_MAP vector_map;             // of KIVO_VECTOR_OBJ
-    KIVO_TEXT_OBJ* html_text = nullptr;  // null: no help text was read
+    KIVO_OBJ_MAP object_map;             // of KIVO_OBJ_INFO by name, the store's
+    KIVO_OBJ_MAP vector_map;             // of KIVO_VECTOR_OBJ by name, which outlive the store
+    KIVO_TEXT_OBJ* html_text = nullptr;  // the store's; null: no help text was read
     std::string vhdl_library;
     std::string time_scale;
     std::string time_delta;
-    KIVO_OBJ_LIST fn_rule_list;   // of KIVO_RULE_ELEMENT
-    KIVO_OBJ_LIST message_list;   // of KIVO_RULE_ELEMENT
-    KIVO_OBJ_MAP wizard_map_map;  // of KIVO_WIZARD_MAP
+    KIVO_OBJ_LIST fn_rule_list;   // of KIVO_RULE_ELEMENT, the store's
+    KIVO_OBJ_LIST message_list;   // of KIVO_RULE_ELEMENT, the store's
+    KIVO_OBJ_MAP wizard_map_map;  // of KIVO_WIZARD_MAP by name, which outlive the store
     std::int32_t start_time = 0;  // in units of time_scale
 
 private:

@@ -31,8 +31,9 @@ public:
     // When memory is short nothing is added.
     KIVO_OBJ_INFO* add_kivo_object(const std::string& object_name, KIVO_OBJ_TYPE type);
     // Stores a copy of "source" under its name, without looking first, and returns the copy, which
-    // shares the rule elements. "source" stays the caller's, and so does an object that stood
-    // there. Leaves the rule cursor of "source" at the end. REQUIRES: source != nullptr
+    // shares the rule elements. "source" stays the caller's, and an object that stood there is from
+    // now on. Leaves the rule cursor of "source" at the end.
+    // REQUIRES: source != nullptr
     KIVO_OBJ_INFO* add_kivo_object(KIVO_OBJ_INFO* source);
     // The object of that name, or null.
     KIVO_OBJ_INFO* get_kivo_obj(const std::string& object_name) const;

@@ -126,6 +126,7 @@ void flip(std::string& bits) {
 // In two's complement, where -n is the complement of n - 1.
 // REQUIRES: the number fits
 std::string number_to_bits(Number number, std::size_t width) {
+    assert(fits(number, number.negative, width));
     if (!number.negative) {
         return number.magnitude.to_bits(width);
     }

@@ -85,6 +85,7 @@ std::optional<std::string> read_digits(std::string_view text) {
 // REQUIRES: bits.size() is a multiple of kDigitBits
 template <unsigned kDigitBits>
 std::optional<std::string> write_digits(std::string_view bits) {
+    assert(bits.size() % kDigitBits == 0);
     std::string text(bits.size() / kDigitBits, '\0');
     const char* group = bits.data();
     for (char& digit : text) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -29,6 +30,7 @@ constexpr auto kReciprocal = static_cast<std::uint64_t>(~Wide{0} / kChunk);
 // takes a fraction of the time of the compiler's 128-bit division, which is a function call.
 // REQUIRES: high < kChunk
 inline Division divide_by_chunk(std::uint64_t high, std::uint64_t low) {
+    assert(high < kChunk);
     const Wide number = (Wide{high} << kLimbBits) | low;
     const Wide estimate = Wide{kReciprocal} * high + number;
     std::uint64_t quotient = static_cast<std::uint64_t>(estimate >> kLimbBits) + 1;
