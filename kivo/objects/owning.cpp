@@ -6,6 +6,20 @@
 #include "kivo/objects/text_obj.h"
 #include "kivo/toolkit/records/internal/items.h"
 
+namespace {
+
+// Whether a host gave the format to another port too.
+bool holds(KIVO_OBJ_MAP& formats, const KIVO_OBJ* format) {
+    bool is_held = false;
+    if (KIVO_ITEMS::shares(formats)) {
+        KIVO_ITEMS::for_each(formats,
+                             [&](const KIVO_OBJ* other) { is_held = is_held || other == format; });
+    }
+    return is_held;
+}
+
+}  // namespace
+
 KIVO_OWNING::Maker KIVO_OWNING::next_store() {
     static std::atomic<Maker> count = 0;
     return kFirstStore + count++ % (kGoing - kFirstStore);
@@ -22,7 +36,7 @@ void KIVO_OWNING::replace_format(KIVO_VECTOR_OBJ& vector,
         vector.replaced_.push_back(earlier);
     }
     KIVO_ITEMS::put(formats, port, std::move(format));
-    if (made_earlier == kVector) {
+    if (made_earlier == kVector && !holds(formats, earlier)) {
         delete earlier;
     }
 }

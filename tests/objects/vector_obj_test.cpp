@@ -183,6 +183,15 @@ TEST(VectorDisplayFormat, AReplacedOneThatAHostPutThereIsTheHostsAgain) {
     EXPECT_EQ(deleted, 1);
 }
 
+TEST(VectorDisplayFormat, AReplacedOneStaysThatAHostGaveToAnotherPortToo) {
+    OwningVector vector;
+    vector.add_vector_display_format("q", DRO_RADIX_FIXED_POINT, "8.4");
+    vector.display_format_map.set_at("p", vector.display_format_map.look_up("q"));
+    vector.add_vector_display_format("q", DRO_RADIX_BINARY, "");
+    EXPECT_EQ(vector.get_vector_display_format_description("p"), "8.4");
+    EXPECT_EQ(vector.get_vector_display_format("q"), DRO_RADIX_BINARY);
+}
+
 TEST(VectorDisplayFormat, MayBeReplacedByItsOwnStrings) {
     OwningVector vector;
     vector.add_vector_display_format("q", DRO_RADIX_FIXED_POINT, "8.4");
