@@ -35,10 +35,12 @@ struct KIVO_MESSAGE;
 // it is, and a walk that had come to the end reaches what the load added. The one exception is that
 // generic objects of a WIZARD_DATA section leave the cursor of the wizard maps at the end.
 //
-// Exceptions. Only std::bad_alloc leaves a call. A load that it ends has added what it read until
-// then, each record whole and in its place, with the places of its messages; what was to replace
-// something has replaced it or not. The store can be walked, added to, loaded again, released and
-// destroyed. Other calls that it ends have changed nothing, unless they say so.
+// Exceptions. Only std::bad_alloc leaves a call. A file whose text or parse tree memory is too
+// short for is reported as invalid instead. A load that an exception ends has added what it read
+// until then: each record in its place, the last one perhaps without some of its fields, and the
+// messages with theirs; what was to replace something has replaced it or not. The store can be
+// walked, added to, loaded again, released and destroyed. Another call that it ends has added no
+// record.
 //
 // Ownership. The store owns its objects, function-wide rules, messages and help text: its
 // destruction deletes them. It holds vectors, wizard maps and the rule elements of objects, which

@@ -60,10 +60,10 @@ public:
     // record of another class.
     KIVO_RULE_ELEMENT* get_next_vector_stimulus();
 
-    // Stores a new format for the port in place of an earlier one. Of that, one that an earlier
-    // call made is deleted; one that a load made can be read until delete_detached_objects; one
-    // that a host put into display_format_map is the host's again. The arguments may be its own
-    // strings. When memory is short the earlier format stays in force.
+    // Stores a new format for the port, which is deleted as told above, in place of an earlier one.
+    // Of that, one that an earlier call made is deleted; one that a load made can be read until
+    // delete_detached_objects; one that a host put into display_format_map is the host's again. The
+    // arguments may be its own strings. When memory is short the earlier format stays in force.
     void add_vector_display_format(const std::string& port, DRO_MEMORY_RADIXES radix,
                                    const std::string& format_description);
     // The radix of the port's format, DRO_RADIX_HEX without one.

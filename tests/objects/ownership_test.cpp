@@ -5,23 +5,11 @@
 
 #include "kivo/kivo.h"
 #include "tests/support/conditional_text.h"
+#include "tests/support/counted.h"
 #include "tests/support/description.h"
 #include "tests/support/memory_shortage.h"
 
 namespace {
-
-// Records that count how many of them were destroyed.
-template <class Record>
-class Counted : public Record {
-public:
-    template <class... Argument>
-    explicit Counted(int* deaths, const Argument&... argument)
-        : Record(argument...), deaths_(deaths) {}
-    ~Counted() override { ++*deaths_; }
-
-private:
-    int* deaths_;
-};
 
 std::string wave(const std::string& content) {
     return "<WAVE_DATA><WAVE NAME='w'>" + content + "</WAVE></WAVE_DATA>";

@@ -5,24 +5,12 @@
 #include <vector>
 
 #include "kivo/toolkit/records/internal/record_pool.h"
+#include "tests/support/counted.h"
 #include "tests/support/description.h"
 
 namespace {
 
 using Messages = std::vector<std::string>;
-
-// Records that count how many of them were destroyed.
-template <class Record>
-class Counted : public Record {
-public:
-    template <class... Argument>
-    explicit Counted(int* deaths, const Argument&... argument)
-        : Record(argument...), deaths_(deaths) {}
-    ~Counted() override { ++*deaths_; }
-
-private:
-    int* deaths_;
-};
 
 std::vector<std::string> object_names(KIVO_INFO& info) {
     std::vector<std::string> names;
