@@ -92,7 +92,7 @@ public:
 
 private:
     void write_note(const std::string& text) {
-        html_.element("p", {{"class", "note"}}, "Note: " + text + ".");
+        html_.element("p", {{"class", "note"}}, as_note(text));
     }
 
     void write_picture(KIVO_VECTOR_OBJ& vector) {

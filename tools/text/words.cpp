@@ -11,6 +11,10 @@ std::string counted(std::size_t count, const std::string& noun) {
     return fmt::format("{} {}{}", count, noun, count == 1 ? "" : "s");
 }
 
+std::string as_note(const std::string& text) {
+    return "Note: " + text + ".";
+}
+
 std::string radix_name(DRO_MEMORY_RADIXES radix) {
     switch (radix) {
         case DRO_RADIX_BINARY:

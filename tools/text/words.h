@@ -15,6 +15,9 @@ std::string with_unit(std::int64_t time, const std::string& scale);
 // "1 error", "2 errors".
 std::string counted(std::size_t count, const std::string& noun);
 
+// "Note: TEXT.", for a sentence of its own.
+std::string as_note(const std::string& text);
+
 // "hexadecimal" and so on.
 std::string radix_name(DRO_MEMORY_RADIXES radix);
 

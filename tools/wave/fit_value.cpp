@@ -4,6 +4,8 @@
 
 namespace {
 
+// The mark and two digits: less tells nothing.
+constexpr std::size_t kFewestColumns = 3;
 constexpr std::string_view kDigits = "0123456789";
 
 bool is_decimal(const std::string& shown, DRO_MEMORY_RADIXES radix) {
@@ -26,7 +28,7 @@ std::string fit_value(const std::string& shown, DRO_MEMORY_RADIXES radix, bool t
     if (text_width(shown) <= columns) {
         return shown;
     }
-    if (columns < 2) {
+    if (columns < kFewestColumns) {
         return {};
     }
     const std::string_view start = start_within(shown, columns - 1);

@@ -17,6 +17,13 @@
 namespace {
 
 constexpr double kMarkDistance = 72;
+constexpr double kNoteHeight = 18;
+
+// A line at the left margin.
+std::string text_line(const char* style, double y, const std::string& text) {
+    return fmt::format("<text class=\"{}\" x=\"{}\" y=\"{}\">{}</text>\n", style, kSvgMargin, y,
+                       escape_xml(text));
+}
 
 class Picture {
 public:
@@ -38,27 +45,26 @@ public:
         }
         bottom_ = frame_.top + static_cast<double>(rows_.count()) * kSvgRowHeight + 4;
         const std::string legend = make_legend();
-        add_start(!legend.empty());
+        const std::string notes = make_notes(bottom_ + (legend.empty() ? 22 : 46));
+        add_start();
         if (!frame_.is_embedded) {
             add_heading();
         }
         add_grid();
-        return out_ + rows_.markup() + legend + "</svg>\n";
+        return out_ + rows_.markup() + legend + notes + "</svg>\n";
     }
 
     std::size_t rows() const { return rows_.count(); }
 
 private:
-    void add_start(bool has_legend) {
-        const double height =
-            bottom_ + (has_legend ? 46 : 22) + (frame_.is_embedded ? 4 : kSvgMargin);
+    void add_start() {
         out_ += frame_.is_embedded ? "<svg class=\"wave\" "
                                    : "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg ";
         out_ += fmt::format(
             "xmlns=\"http://www.w3.org/2000/svg\" width=\"{0:.0f}\" height=\"{1:.0f}\" "
             "viewBox=\"0 0 {0:.0f} {1:.0f}\" role=\"img\" "
             "aria-labelledby=\"{2}-title {2}-description\">\n",
-            frame_.right() + kSvgMargin, height, id_);
+            frame_.right() + kSvgMargin, height_, id_);
         out_ +=
             fmt::format("<title id=\"{}-title\">{}</title>\n", id_,
                         escape_xml(model_.caption.empty() ? "Waveform " + model_.name
@@ -75,20 +81,15 @@ private:
 
     void add_heading() {
         double y = kSvgMargin + 12;
-        add_line("title", y, model_.name);
+        out_ += text_line("title", y, model_.name);
         if (!model_.caption.empty()) {
             y += 20;
-            add_line("caption", y, model_.caption);
+            out_ += text_line("caption", y, model_.caption);
         }
         if (!model_.condition.empty()) {
             y += 18;
-            add_line("caption", y, "Applies if " + model_.condition);
+            out_ += text_line("caption", y, "Applies if " + model_.condition);
         }
-    }
-
-    void add_line(const char* style, double y, const std::string& text) {
-        out_ += fmt::format("<text class=\"{}\" x=\"{}\" y=\"{}\">{}</text>\n", style, kSvgMargin,
-                            y, escape_xml(text));
     }
 
     // The shortest time between two marks of the axis whose numbers do not touch.
@@ -146,11 +147,27 @@ private:
         return legend;
     }
 
+    // The lines below everything else, from "top" on, which give the picture its height.
+    std::string make_notes(double top) {
+        const auto columns =
+            static_cast<std::size_t>((frame_.right() - kSvgMargin) / kSvgLetterWidth);
+        std::string notes;
+        double y = top;
+        for (const std::string& line : svg_notes(frame_, columns)) {
+            y += kNoteHeight;
+            notes += text_line("tick", y, line);
+            told_ += escape_xml(' ' + line);
+        }
+        height_ = y + (frame_.is_embedded ? 4 : kSvgMargin);
+        return notes;
+    }
+
     const WaveModel& model_;
     const SvgFrame frame_;
     const std::string id_;  // begins the ids in the markup
     SvgRows rows_;
-    double bottom_ = 0;
+    double bottom_ = 0;  // of the rows
+    double height_ = 0;  // of all
     std::string out_;
     std::string told_;  // of all rows, in words
 };

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "tools/text/text_escape.h"
+#include "tools/text/text_width.h"
 #include "tools/text/words.h"
 #include "tools/wave/fit_value.h"
 
@@ -43,4 +44,17 @@ std::string svg_value(const SvgFrame& frame, const WaveSignal& signal, const Wav
     return frame.is_embedded ? fit_value(escape_text(shown), signal.radix, frame.model.truncate_low,
                                          kMaxToldLetters)
                              : shown;
+}
+
+std::vector<std::string> svg_notes(const SvgFrame& frame, std::size_t columns) {
+    std::vector<std::string> lines;
+    if (frame.is_embedded) {
+        return lines;
+    }
+    for (const std::string& note : frame.model.notes) {
+        for (const std::string& line : wrap_text(escape_text(as_note(note)), columns)) {
+            lines.push_back(shortened_to(line, columns));
+        }
+    }
+    return lines;
 }

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
+#include <vector>
 
 #include "tools/wave/svg_frame.h"
 
@@ -11,3 +13,7 @@ std::string svg_words(const SvgFrame& frame, const WaveSignal& signal);
 
 // The value that a change sets. On a page, where many pictures share the room, long ones are cut.
 std::string svg_value(const SvgFrame& frame, const WaveSignal& signal, const WaveChange& change);
+
+// What the picture leaves out, in escaped lines of at most so many columns. None in a page, which
+// tells it below the picture.
+std::vector<std::string> svg_notes(const SvgFrame& frame, std::size_t columns);

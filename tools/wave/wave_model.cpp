@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "tools/text/text_escape.h"
+#include "tools/text/text_width.h"
 #include "tools/wave/driver_merge.h"
 #include "tools/wave/drivers.h"
 #include "tools/wave/port_width.h"
@@ -18,8 +19,16 @@ namespace {
 // Of all values of a vector together, when its ports are wider than the values.
 constexpr std::size_t kMaxBits = 64'000'000;
 
+// A note names so many values, and of each text so much.
+constexpr std::size_t kMostNamedValues = 3;
+constexpr std::size_t kWidestInNote = 64;
+
 bool is_negative(const std::string& value) {
     return !value.empty() && value.front() == '-';
+}
+
+bool is_released(const WaveValue& value) {
+    return !value.bits.empty() && value.bits.find_first_not_of('z') == std::string::npos;
 }
 
 // Evaluates all commands and gives the range that the picture has.
@@ -76,6 +85,7 @@ private:
             positions.push_back(add_values(*driver, signal));
             note_nameless(*driver);
         }
+        note_values_as_written(signal);
         set_width(signal);
         signal.changes = merge_drivers(drivers, positions, model_.end);
         if (signal.changes.empty() || signal.changes.front().time > model_.start) {
@@ -84,6 +94,7 @@ private:
         model_.signals.push_back(std::move(signal));
         negatives_.clear();
         by_text_.clear();
+        as_written_.clear();
     }
 
     ValuePositions add_values(const Driver& driver, WaveSignal& signal) {
@@ -96,10 +107,33 @@ private:
                 signal.values.push_back({shown_value(vector_, signal.name, value, is_binary),
                                          converter_.bits_of(value, is_binary)});
                 negatives_.push_back(!is_binary && is_negative(value));
+                if (is_beyond_fixed_point(vector_, signal.name, value, is_binary) &&
+                    !is_released(signal.values.back())) {
+                    as_written_.push_back(signal.values.back().shown);
+                }
             }
             positions.push_back(found->second);
         }
         return positions;
+    }
+
+    void note_values_as_written(const WaveSignal& signal) {
+        if (as_written_.empty()) {
+            return;
+        }
+        const std::size_t named = std::min(as_written_.size(), kMostNamedValues);
+        std::string values;
+        for (std::size_t i = 0; i < named; ++i) {
+            values += (i == 0 ? "'" : ", '") + shortened_to(as_written_[i], kWidestInNote) + "'";
+        }
+        if (named < as_written_.size()) {
+            values += fmt::format(" and {} more", as_written_.size() - named);
+        }
+        model_.notes.push_back(
+            fmt::format("values of signal '{}' that the fixed-point format {} cannot show are "
+                        "shown as written: {}",
+                        shortened_to(signal.name, kWidestInNote),
+                        shortened_to(signal.fixed_point, kWidestInNote), values));
     }
 
     void set_width(WaveSignal& signal) {
@@ -143,9 +177,11 @@ private:
     KIVO_VECTOR_OBJ& vector_;
     WaveModel& model_;
     BitConverter converter_;
-    // Of the signal in hand: which of its values are negative numbers, and where each stands.
+    // Of the signal in hand: which of its values are negative numbers, where each stands, and those
+    // that its format cannot show.
     std::vector<bool> negatives_;
     std::map<std::string, std::size_t> by_text_;
+    std::vector<std::string> as_written_;
     std::size_t bits_ = 0;  // of all signals so far
 };
 

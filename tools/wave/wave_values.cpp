@@ -39,6 +39,10 @@ std::string_view without_prefix(std::string_view text) {
     return text.substr(0, 2) == "0b" ? text.substr(2) : text;
 }
 
+DRO_MEMORY_RADIXES radix_of_values(bool is_binary) {
+    return is_binary ? DRO_RADIX_BINARY : DRO_RADIX_SIGNED;
+}
+
 bool has_only(std::string_view text, char wanted) {
     return std::all_of(text.begin(), text.end(), [=](char letter) { return letter == wanted; });
 }
@@ -96,10 +100,21 @@ bool fit_bits(std::string& bits, std::size_t width, bool is_negative, bool trunc
 
 std::string shown_value(const KIVO_VECTOR_OBJ& vector, const std::string& port,
                         const std::string& value, bool is_binary) {
-    std::string shown =
-        vector.format_display_string(port, value, is_binary ? DRO_RADIX_BINARY : DRO_RADIX_SIGNED);
+    std::string shown = vector.format_display_string(port, value, radix_of_values(is_binary));
     if (is_binary && shown == value && vector.get_vector_display_format(port) == DRO_RADIX_BINARY) {
         shown = without_prefix(shown);
     }
     return shown;
+}
+
+bool is_beyond_fixed_point(const KIVO_VECTOR_OBJ& vector, const std::string& port,
+                           const std::string& value, bool is_binary) {
+    if (vector.get_vector_display_format(port) != DRO_RADIX_FIXED_POINT) {
+        return false;
+    }
+    // The library leaves alone what it cannot convert, and never writes a number with a zero in
+    // front or with the prefix of a binary one.
+    const bool has_sign = !value.empty() && (value.front() == '-' || value.front() == '+');
+    const std::string longer = is_binary ? value : std::string(value).insert(has_sign ? 1 : 0, "0");
+    return vector.format_display_string(port, longer, radix_of_values(is_binary)) == longer;
 }

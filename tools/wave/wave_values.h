@@ -28,3 +28,8 @@ bool fit_bits(std::string& bits, std::size_t width, bool is_negative, bool trunc
 // "value" in the display format of the port.
 std::string shown_value(const KIVO_VECTOR_OBJ& vector, const std::string& port,
                         const std::string& value, bool is_binary);
+
+// Whether the port has a fixed-point format that cannot show "value", so that it is shown as it is
+// written.
+bool is_beyond_fixed_point(const KIVO_VECTOR_OBJ& vector, const std::string& port,
+                           const std::string& value, bool is_binary);

@@ -220,6 +220,69 @@ TEST(WaveTest, APictureCutsValuesAsATerminalDoes) {
     EXPECT_EQ(values("LOW"), (std::set<std::string>{"CA…", "BE…", "…", "64"}));
 }
 
+// Numbers within the format, one beyond it, one that is no integer, and no number at all.
+constexpr const char* kFixedPointValues =
+    "<STIM>force f 5 0,1000 10,3.14159 20</STIM><STIM>force -hex g 7F 0,FFF 10,-c 20</STIM>"
+    "<STIM>force -bin z zzzz 0</STIM><DISPLAY>add wave -fixed_point(s4.4) f</DISPLAY>"
+    "<DISPLAY>add wave -fixed_point(s4.4) g</DISPLAY>"
+    "<DISPLAY>add wave -fixed_point(s4.4) z</DISPLAY>";
+const std::string kFixedPointNotes[] = {
+    "values of signal 'f' that the fixed-point format s4.4 cannot show are shown as written: "
+    "'1000', '3.14159'",
+    "values of signal 'g' that the fixed-point format s4.4 cannot show are shown as written: "
+    "'0b111111111111'"};
+
+TEST(WaveTest, AValueThatItsFixedPointFormatCannotShowIsTold) {
+    const TemporaryFolder folder;
+    const std::string description = folder.write("a_info.xml", with_wave(kFixedPointValues));
+    const RunResult run = run_kivo({"wave", description});
+    EXPECT_TRUE(has(run.out, "=0.3125=")) << run.out;
+    EXPECT_TRUE(has(run.out, "=7.9375=")) << run.out;
+    EXPECT_EQ(run.err, "kivo: note: " + kFixedPointNotes[0] +
+                           "\nkivo: note: value '3.14159' of signal 'f' is no number of 10 bits\n"
+                           "kivo: note: " +
+                           kFixedPointNotes[1] + "\n");
+}
+
+TEST(WaveTest, APictureTellsItsNotesInTheSameWords) {
+    const std::string svg = written(kFixedPointValues, "--svg");
+    pugi::xml_document document;
+    ASSERT_TRUE(document.load_string(svg.c_str())) << svg;
+    const pugi::xml_node root = document.child("svg");
+    std::string shown;
+    double lowest = 0;
+    for (const pugi::xml_node text : root.children("text")) {
+        const std::string line = text.child_value();
+        shown += (shown.empty() ? "" : " ") + line;
+        lowest = std::max(lowest, text.attribute("y").as_double());
+        EXPECT_LE(20 + 7.25 * static_cast<double>(text_width(line)),
+                  root.attribute("width").as_double());
+    }
+    EXPECT_LT(lowest, root.attribute("height").as_double());
+    for (const std::string& note : kFixedPointNotes) {
+        EXPECT_TRUE(has(shown, "Note: " + note + ".")) << svg;
+        EXPECT_TRUE(has(root.child_value("desc"), "Note: " + note + ".")) << svg;
+    }
+}
+
+TEST(WaveTest, OfManyValuesThatAFormatCannotShowTheFirstAreNamed) {
+    const TemporaryFolder folder;
+    const std::string description = folder.write(
+        "a_info.xml", with_wave("<STIM>force -unsigned f 500 0,501 1,502 2,503 3,504 4</STIM>"
+                                "<DISPLAY>add wave -fixed_point(4.0) f</DISPLAY>"));
+    EXPECT_EQ(run_kivo({"wave", description}).err,
+              "kivo: note: values of signal 'f' that the fixed-point format 4.0 cannot show are "
+              "shown as written: '500', '501', '502' and 2 more\n");
+}
+
+TEST(WaveTest, ANumberThatItsFixedPointFormatShowsUnchangedIsNoMatter) {
+    const TemporaryFolder folder;
+    const std::string description =
+        folder.write("a_info.xml", with_wave("<STIM>force f 5 0,-5 10,0 20,-0 30</STIM>"
+                                             "<DISPLAY>add wave -fixed_point(s4.0) f</DISPLAY>"));
+    EXPECT_EQ(run_kivo({"wave", description}).err, "");
+}
+
 TEST(WaveTest, WithoutAVectorDrawsAllOfThem) {
     const RunResult run = run_kivo({"wave", example("fifo_info.xml")});
     EXPECT_EQ(run.status, 0) << run.err;

@@ -296,6 +296,15 @@ TEST_F(PageTest, AVectorThatCannotBeDrawnSaysWhy) {
                      "Note: 'force' names no signal and is left out."}));
 }
 
+TEST_F(PageTest, AValueThatItsFixedPointFormatCannotShowIsTold) {
+    make_from(
+        "<WAVE_DATA><WAVE NAME='w' MAX_TIME='9'><STIM>force f 5 0,1000 5</STIM>"
+        "<DISPLAY>add wave -fixed_point(s4.4) f</DISPLAY></WAVE></WAVE_DATA>");
+    EXPECT_EQ(texts_of("//p[@class='note']"),
+              Texts{"Note: values of signal 'f' that the fixed-point format s4.4 cannot show are "
+                    "shown as written: '1000'."});
+}
+
 std::string busy_vector(const std::string& name, std::size_t signals, const std::string& max_time) {
     std::string text = "<WAVE NAME='" + name + "' MAX_TIME='" + max_time + "'>";
     for (std::size_t i = 0; i < signals; ++i) {

@@ -16,14 +16,14 @@ struct FitRow {
 constexpr FitRow kRows[] = {
     { "CAFE",    DRO_RADIX_HEX,         4, "CAFE",   "CAFE" },
     { "CAFE",    DRO_RADIX_HEX,         3, "~FE",    "CA~" },
-    { "CAFE",    DRO_RADIX_HEX,         2, "~E",     "C~" },
+    { "CAFE",    DRO_RADIX_HEX,         2, "",       "" },
     { "CAFE",    DRO_RADIX_HEX,         1, "",       "" },
     { "CAFE",    DRO_RADIX_HEX,         0, "",       "" },
     { "10xz",    DRO_RADIX_BINARY,      3, "~xz",    "10~" },
     { "-128",    DRO_RADIX_SIGNED,      4, "-128",   "-128" },
     { "-128",    DRO_RADIX_SIGNED,      3, "~",      "~" },
     { "12800",   DRO_RADIX_UNSIGNED,    4, "~",      "~" },
-    { "12800",   DRO_RADIX_UNSIGNED,    1, "",       "" },
+    { "12800",   DRO_RADIX_UNSIGNED,    2, "",       "" },
     // Of decimal places the low ones may go, as long as there is one.
     { "-3.1415", DRO_RADIX_FIXED_POINT, 7, "-3.1415", "-3.1415" },
     { "-3.1415", DRO_RADIX_FIXED_POINT, 6, "~",      "-3.14~" },
