@@ -63,18 +63,15 @@ nav li { padding: 0.1rem 0; }
 article + article { margin-top: 2rem; }
 .scroll { overflow-x: auto; margin: 0.75rem 0; }
 table { width: 100%; border-collapse: separate; border-spacing: 0; font-size: 0.9rem; overflow-wrap: normal; }
+.long { overflow-wrap: anywhere; }
 th, td { padding: 0.4rem 0.75rem 0.4rem 0; border-top: 1px solid var(--line); text-align: left; vertical-align: top; }
 thead th { border-top: 0; color: var(--quiet); font-weight: 600; white-space: nowrap; }
 tbody tr:first-child > * { border-top: 2px solid var(--quiet); }
-tbody th { position: sticky; left: 0; background: var(--paper); font-weight: 600; }
+tbody th { font-weight: 600; }
 td:last-child, th:last-child { padding-right: 0; }
-.rule-table tbody th, .stimulus tbody th, .problems tbody th { position: static; font-weight: 400; }
+.rule-table tbody th, .stimulus tbody th, .problems tbody th { font-weight: 400; }
 .scroll:not(.picture) { border-bottom: 1px solid var(--line); }
-.objects { min-width: 40rem; }
-.rule-table { min-width: 52rem; }
-.stimulus { min-width: 34rem; }
-.problems { min-width: 34rem; }
-.rules { margin: 0; padding-left: 1.1rem; min-width: 20rem; }
+.rules { margin: 0; padding-left: 1.1rem; min-width: 13rem; }
 .rules li { padding: 0.05rem 0; }
 figure { margin: 1rem 0; }
 figcaption { margin: 0 auto; max-width: 46rem; color: var(--quiet); font-size: 0.9rem; text-align: center; }
@@ -119,6 +116,21 @@ figcaption { margin: 0 auto; max-width: 46rem; color: var(--quiet); font-size: 0
 .wave .released { stroke: var(--released); stroke-dasharray: 5 3; }
 .wave .undriven { stroke: var(--quiet); stroke-dasharray: 1.5 4; }
 .wave .crowded { fill: var(--wave); fill-opacity: 0.55; }
+@media screen and (max-width: 48rem) {
+  .rules { min-width: 8rem; }
+  th, td { padding-right: 0.5rem; }
+}
+@media screen and (max-width: 72rem) {
+  .many thead { display: none; }
+  .many tbody tr { display: grid; grid-template-columns: repeat(auto-fill, minmax(7.5rem, 1fr)); column-gap: 1rem; padding: 0.5rem 0; border-top: 1px solid var(--line); }
+  .many tbody tr > * { min-width: 0; padding: 0.1rem 0; border: 0; overflow-wrap: anywhere; }
+  .many tbody tr:first-child, .many tbody tr:first-child > * { border: 0; }
+  .many tbody th { grid-column: 1 / -1; }
+  .many td:empty { display: none; }
+  .many td:has(ul) { grid-column: 1 / -1; }
+  .many td::before { content: attr(data-label); display: block; color: var(--quiet); font-size: 0.85em; }
+  .rule-table.many tbody tr { grid-template-columns: repeat(auto-fill, minmax(min(15rem, 100%), 1fr)); }
+}
 @page { margin: 16mm 14mm; }
 @media print {
   :root {
@@ -140,10 +152,9 @@ figcaption { margin: 0 auto; max-width: 46rem; color: var(--quiet); font-size: 0
   .picture svg { min-width: 0; max-width: 100%; height: auto; }
   a { color: inherit; text-decoration: none; }
   .scroll { overflow: visible; }
-  .objects, .rule-table, .stimulus, .rules { min-width: 0; }
+  .rules { min-width: 0; }
   table { font-size: 8pt; }
   td:last-child, .rule-table td + td { overflow-wrap: anywhere; }
-  tbody th { position: static; background: none; }
   .messages li { background: none; }
 }
 )css";

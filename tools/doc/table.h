@@ -10,8 +10,8 @@
 std::string code_cell(std::string_view text);
 std::string text_cell(std::string_view text);
 
-// A table that scrolls sideways where the page is narrow. Its first column names the row; columns
-// without any content are left out.
+// A table that is no wider than the page: one of many columns shows its rows as blocks where the
+// page is narrow. Its first column names the row; columns without any content are left out.
 class HtmlTable {
 public:
     // "style" is a class name, "label" says to those who do not see the table what it holds.
