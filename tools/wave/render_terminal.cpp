@@ -117,13 +117,7 @@ private:
 
     // The border of the widest value, the value and what sets it off from the next one.
     std::size_t columns_per_step() const {
-        std::size_t widest = 0;
-        for (const WaveSignal& signal : model_.signals) {
-            for (const WaveValue& value : signal.values) {
-                widest = std::max(widest, text_width(value.shown));
-            }
-        }
-        return std::max(kMaxColumnsPerStep, widest + 2);
+        return std::max(kMaxColumnsPerStep, model_.widest_value() + 2);
     }
 
     // The last number of the axis begins where the waves end.

@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr double kStepWidth = 24;
+constexpr double kStepWidth = 24;  // or as much as the widest value needs
 constexpr double kMinPlotWidth = 640;
 constexpr double kMaxPlotWidth = 1400;
 constexpr double kMaxEmbeddedWidth = 960;  // on paper still more than half as large
@@ -44,7 +44,8 @@ SvgFrame make_svg_frame(const WaveModel& model, bool is_embedded) {
     frame.left = (is_embedded ? 2 : kSvgMargin) +
                  static_cast<double>(letters_of_names(model)) * kSvgLetterWidth + kSvgNameGap;
     const std::int64_t steps = (model.end - model.start) / model.common_step();
-    const double wanted = static_cast<double>(steps) * kStepWidth;
+    const double value = static_cast<double>(model.widest_value() + 1) * kSvgLetterWidth;
+    const double wanted = static_cast<double>(steps) * std::max(kStepWidth, value);
     if (is_embedded) {
         frame.top = kSvgMargin / 2;
         frame.plot_width =

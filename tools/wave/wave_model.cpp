@@ -205,6 +205,16 @@ char WaveSignal::level(const WaveChange& change) const {
     return width == 1 && bits != "x" ? bits.front() : '=';
 }
 
+std::size_t WaveModel::widest_value() const {
+    std::size_t widest = 0;
+    for (const WaveSignal& signal : signals) {
+        for (const WaveValue& value : signal.values) {
+            widest = std::max(widest, text_width(value.shown));
+        }
+    }
+    return widest;
+}
+
 std::int64_t WaveModel::common_step() const {
     std::int64_t step = end - start;
     for (const WaveSignal& signal : signals) {

@@ -56,6 +56,9 @@ struct WaveModel {
     std::vector<WaveSignal> signals;
     std::vector<std::string> notes;  // what the picture leaves out, for people
 
+    // The columns of the widest value.
+    std::size_t widest_value() const;
+
     // The longest step, from the start on, in which every change and the end can be counted.
     std::int64_t common_step() const;
 };

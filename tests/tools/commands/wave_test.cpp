@@ -244,6 +244,22 @@ TEST(WaveTest, AValueThatItsFixedPointFormatCannotShowIsTold) {
                            kFixedPointNotes[1] + "\n");
 }
 
+TEST(WaveTest, APictureIsAsWideAsItsValuesNeed) {
+    const auto texts_of = [](const std::string& option_value) {
+        const std::string svg = written("<STIM>force -signed d " + option_value +
+                                            " 0,1 10</STIM><STIM>force c 0 0,1 10,-r 20</STIM>"
+                                            "<DISPLAY>add wave -signed d</DISPLAY>",
+                                        "--svg");
+        pugi::xml_document document;
+        EXPECT_TRUE(document.load_string(svg.c_str())) << svg;
+        return std::string(document.select_node("//text[@class='value']").node().child_value());
+    };
+    const std::string number = "-1234567890123456789012345678901234567890";
+    EXPECT_EQ(texts_of(number), number);
+    // There is an end to it.
+    EXPECT_EQ(texts_of(number + number.substr(1) + number.substr(1)), "…");
+}
+
 TEST(WaveTest, APictureTellsItsNotesInTheSameWords) {
     const std::string svg = written(kFixedPointValues, "--svg");
     pugi::xml_document document;
