@@ -73,18 +73,23 @@ TEST(ProgramTest, WrongUsageIsAnsweredInOneLineThatSaysWhatIsRight) {
     expect_usage_error({"fifo_info.xml"}, "unknown sub-command 'fifo_info.xml'; usage: kivo");
     expect_usage_error({"--colour"}, "unknown option '--colour'");
     expect_usage_error({"completion"}, "SHELL is required; usage: kivo completion");
-    expect_usage_error({"completion", "tcsh"}, "tcsh not in {bash,zsh,fish}; usage: kivo");
-    expect_usage_error({"check"}, "FILE is required; usage: kivo check [--color WHEN] [--format");
+    expect_usage_error({"completion", "tcsh"},
+                       "'bash', 'zsh' or 'fish' is wanted, not 'tcsh'; usage: kivo");
+    expect_usage_error({"check"},
+                       "FILE is required; usage: kivo check [--format text|json|sarif] [--color");
     expect_usage_error({"check", "--quiet"}, "unknown option '--quiet'");
-    expect_usage_error({"check", "--color", "blue", "f"}, "blue not in {auto,always,never}");
+    expect_usage_error({"check", "--color", "blue", "f"},
+                       "'auto', 'always' or 'never' is wanted, not 'blue'");
     expect_usage_error(
         {"show"}, "FILE is required; usage: kivo show [--format text|json] [--color WHEN] FILE");
     expect_usage_error({"show", "a", "b"}, "unexpected argument 'b'");
     expect_usage_error({"translate", "a"},
                        "--to is required; usage: kivo translate --to nhdl|vhdl");
-    expect_usage_error({"translate", "--to", "ada", "a"}, "ada not in {nhdl,vhdl,verilog}");
+    expect_usage_error({"translate", "--to", "ada", "a"},
+                       "'nhdl', 'vhdl' or 'verilog' is wanted, not 'ada'");
     expect_usage_error({"value", "f", "v", "s"}, "TIME is required; usage: kivo value");
-    expect_usage_error({"value", "f", "v", "s", "5ns"}, "whole number of 32 bits, not '5ns'");
+    expect_usage_error({"value", "f", "v", "s", "5ns"},
+                       "TIME: a whole number from -2147483648 to 2147483647 is wanted, not '5ns'");
     expect_usage_error({"value", "f", "v", "s", "2147483648"}, "not '2147483648'");
 }
 

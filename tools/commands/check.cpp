@@ -88,34 +88,35 @@ std::string check_paths(const Options& options) {
                : "";
 }
 
+constexpr const char* kFooter =
+    "Every message is one line on standard error, with its source line below it; what it\n"
+    "means and how to mend it says 'kivo explain ID', with the id that ends the line.\n"
+    "Errors are what the library finds; warnings are for files that it reads although they\n"
+    "are not well-formed XML.\n"
+    "Exit status: 0 no messages, 1 messages, 2 wrong usage, 3 a file cannot be read.\n\n"
+    "Example:\n"
+    "  kivo check fifo_info.xml counter_info.xml\n"
+    "  kivo check --format sarif descriptions > check.sarif";
+
 }  // namespace
 
-Command add_check(CLI::App& program) {
-    CLI::App* const app =
-        program.add_subcommand("check", "Load descriptions and report what is wrong with them");
+Command make_check() {
     auto options = std::make_shared<Options>();
-    app->add_option("FILE", options->paths,
-                    "Files, directories (every *_info.xml below them), - for standard input")
-        ->required()
-        ->type_name("");
-    app->add_option("--format", options->format,
-                    "text (the default); json or sarif go to standard output")
-        ->type_name("FORMAT")
-        ->check(one_of({"text", "json", "sarif"}));
-    app->callback([options] {
-        if (const std::string problem = check_paths(*options); !problem.empty()) {
-            throw CLI::ValidationError(problem);
-        }
-    });
-    app->footer(
-        "Every message is one line on standard error, with its source line below it; what it\n"
-        "means and how to mend it says 'kivo explain ID', with the id that ends the line.\n"
-        "Errors are what the library finds; warnings are for files that it reads although they\n"
-        "are no well-formed XML.\n"
-        "Exit status: 0 no messages, 1 messages, 2 wrong usage, 3 a file cannot be read.\n\n"
-        "Example:\n"
-        "  kivo check fifo_info.xml counter_info.xml\n"
-        "  kivo check --format sarif descriptions > check.sarif");
-    return {app, "kivo check [--color WHEN] [--format text|json|sarif] FILE...",
-            [options](Terminal& terminal) { return check(terminal, *options); }};
+    // clang-format off
+    return {
+        .name = "check",
+        .summary = "Load descriptions and report what is wrong with them",
+        .rows = {
+            {.name = "FILE", .target = &options->paths,
+             .help = "Files, directories (every *_info.xml below them), - for standard input",
+             .is_required = true, .offer = Offer::kDescriptions},
+            {.name = "--format", .value_name = "FORMAT", .target = &options->format,
+             .help = "text (the default); json or sarif go to standard output",
+             .choices = {"text", "json", "sarif"}},
+        },
+        .footer = kFooter,
+        .check = [options] { return check_paths(*options); },
+        .run = [options](Terminal& terminal) { return check(terminal, *options); },
+    };
+    // clang-format on
 }

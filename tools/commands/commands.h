@@ -1,34 +1,16 @@
 #pragma once
 
-#include <CLI/CLI.hpp>
-#include <functional>
-#include <string>
-#include <vector>
+#include "tools/arguments/command.h"
 
-#include "tools/terminal/terminal.h"
+// Each declares a sub-command, in the file of its name.
+Command make_check();
+Command make_doc();
+Command make_explain();
+Command make_show();
+Command make_translate();
+Command make_value();
+Command make_wave();
 
-// One sub-command: how it is called, and its work, which answers an ExitStatus.
-struct Command {
-    CLI::App* app = nullptr;
-    std::string usage;
-    std::function<int(Terminal&)> run;
-};
-
-// The name of a validator of words, by which shells learn what can stand there.
-std::string joined_words(const std::vector<std::string>& words);
-
-// Accepts only these words, and names them when it gets another.
-CLI::Validator one_of(const std::vector<std::string>& words);
-
-// Each declares a sub-command with its options, in the file of its name.
-Command add_check(CLI::App& program);
-Command add_doc(CLI::App& program);
-Command add_explain(CLI::App& program);
-Command add_show(CLI::App& program);
-Command add_translate(CLI::App& program);
-Command add_value(CLI::App& program);
-Command add_wave(CLI::App& program);
-
-// Print what is made of all the sub-commands, which must live on; the list is read when they run.
-Command add_completion(CLI::App& program, const std::vector<Command>& commands);
-Command add_manual(CLI::App& program, const std::vector<Command>& commands);
+// Print what is made of all the sub-commands, once these are known; the program must live on.
+Command make_completion(const Program& program);
+Command make_manual(const Program& program);

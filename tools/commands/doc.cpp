@@ -31,21 +31,28 @@ int write_doc(Terminal& terminal, const Options& options) {
     return description.has_messages() ? kExitMessages : kExitDone;
 }
 
+constexpr const char* kFooter =
+    "The page holds its pictures and its style; it needs neither a network nor scripts.\n"
+    "Exit status: 0 done, 1 done although the description gave messages, 2 wrong usage,\n"
+    "3 the file cannot be read or the page not be written.\n\n"
+    "Example:\n  kivo doc fifo_info.xml -o fifo.html";
+
 }  // namespace
 
-Command add_doc(CLI::App& program) {
-    CLI::App* const app =
-        program.add_subcommand("doc", "Write a description as a page for people to read");
+Command make_doc() {
     auto options = std::make_shared<Options>();
-    app->add_option("FILE", options->path, "Description file")->required()->type_name("");
-    app->add_option("-o,--output", options->output, "Where the page goes")
-        ->required()
-        ->type_name("OUT.html");
-    app->footer(
-        "The page holds its pictures and its style; it needs neither a network nor scripts.\n"
-        "Exit status: 0 done, 1 done although the description gave messages, 2 wrong usage,\n"
-        "3 the file cannot be read or the page not be written.\n\n"
-        "Example:\n  kivo doc fifo_info.xml -o fifo.html");
-    return {app, "kivo doc [--color WHEN] FILE -o OUT.html",
-            [options](Terminal& terminal) { return write_doc(terminal, *options); }};
+    // clang-format off
+    return {
+        .name = "doc",
+        .summary = "Write a description as a page for people to read",
+        .rows = {
+            description_row(options->path),
+            {.name = "--output", .short_name = "-o", .value_name = "OUT.html",
+             .target = &options->output, .help = "Where the page goes", .is_required = true,
+             .offer = Offer::kFiles},
+        },
+        .footer = kFooter,
+        .run = [options](Terminal& terminal) { return write_doc(terminal, *options); },
+    };
+    // clang-format on
 }

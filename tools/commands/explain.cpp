@@ -86,19 +86,26 @@ int explain(Terminal& terminal, const std::vector<std::string>& ids) {
     return kExitDone;
 }
 
+constexpr const char* kFooter =
+    "Every example is a whole description that gives the message, if any does.\n"
+    "Exit status: 0 done, 2 wrong usage or no message of that id.\n\n"
+    "Example:\n  kivo explain unknown-section surplus-else";
+
 }  // namespace
 
-Command add_explain(CLI::App& program) {
-    CLI::App* const app =
-        program.add_subcommand("explain", "Explain messages and show what gives them");
+Command make_explain() {
     auto ids = std::make_shared<std::vector<std::string>>();
-    app->add_option("ID", *ids, "Ids of messages, as 'kivo check' prints them; else all are listed")
-        ->type_name("")
-        ->check(CLI::Validator(check_id, "").name(joined_words(known_ids())));
-    app->footer(
-        "Every example is a whole description that gives the message, if any does.\n"
-        "Exit status: 0 done, 2 wrong usage or no message of that id.\n\n"
-        "Example:\n  kivo explain unknown-section surplus-else");
-    return {app, "kivo explain [--color WHEN] [ID...]",
-            [ids](Terminal& terminal) { return explain(terminal, *ids); }};
+    // clang-format off
+    return {
+        .name = "explain",
+        .summary = "Explain messages and show what gives them",
+        .rows = {
+            {.name = "ID", .target = ids.get(),
+             .help = "Ids of messages, as 'kivo check' prints them; else all are listed",
+             .choices = known_ids(), .check = check_id},
+        },
+        .footer = kFooter,
+        .run = [ids](Terminal& terminal) { return explain(terminal, *ids); },
+    };
+    // clang-format on
 }

@@ -15,3 +15,11 @@ bool report_loading(Terminal& terminal, const Description& description) {
     }
     return true;
 }
+
+OptionRow description_row(std::string& path) {
+    return {.name = "FILE",
+            .target = &path,
+            .help = "Description file",
+            .is_required = true,
+            .offer = Offer::kDescriptions};
+}

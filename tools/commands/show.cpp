@@ -108,25 +108,31 @@ int show(Terminal& terminal, const Options& options) {
     return description.has_messages() ? kExitMessages : kExitDone;
 }
 
+constexpr const char* kFooter =
+    "Sections that the description does not have are left out. Messages go to standard\n"
+    "error, as 'kivo check' writes them; what was read is shown all the same.\n"
+    "JSON holds everything, messages too, in one object whose keys are always there;\n"
+    "docs/show.schema.json describes each of them.\n"
+    "Exit status: 0 no messages, 1 messages, 2 wrong usage, 3 the file cannot be read.\n\n"
+    "Example:\n"
+    "  kivo show fifo_info.xml\n"
+    "  kivo show --format json fifo_info.xml | jq -r '.object_map[].name'";
+
 }  // namespace
 
-Command add_show(CLI::App& program) {
-    CLI::App* const app =
-        program.add_subcommand("show", "Show all that a description holds as tables");
+Command make_show() {
     auto options = std::make_shared<Options>();
-    app->add_option("FILE", options->path, "Description file")->required()->type_name("");
-    app->add_option("--format", options->format, "What to write: text (the default) or json")
-        ->type_name("FORMAT")
-        ->check(one_of({"text", "json"}));
-    app->footer(
-        "Sections that the description does not have are left out. Messages go to standard\n"
-        "error, as 'kivo check' writes them; what was read is shown all the same.\n"
-        "JSON holds everything, messages too, in one object whose keys are always there;\n"
-        "docs/show.schema.json describes each of them.\n"
-        "Exit status: 0 no messages, 1 messages, 2 wrong usage, 3 the file cannot be read.\n\n"
-        "Example:\n"
-        "  kivo show fifo_info.xml\n"
-        "  kivo show --format json fifo_info.xml | jq -r '.object_map[].name'");
-    return {app, "kivo show [--format text|json] [--color WHEN] FILE",
-            [options](Terminal& terminal) { return show(terminal, *options); }};
+    // clang-format off
+    return {
+        .name = "show",
+        .summary = "Show all that a description holds as tables",
+        .rows = {
+            description_row(options->path),
+            {.name = "--format", .value_name = "FORMAT", .target = &options->format,
+             .help = "What to write: text (the default) or json", .choices = {"text", "json"}},
+        },
+        .footer = kFooter,
+        .run = [options](Terminal& terminal) { return show(terminal, *options); },
+    };
+    // clang-format on
 }

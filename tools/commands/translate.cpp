@@ -70,23 +70,29 @@ int translate(Terminal& terminal, const Options& options) {
     return kExitDone;
 }
 
+constexpr const char* kFooter =
+    "A word is an operator only between blanks; everything else stays as it is.\n"
+    "Exit status: 0 done, 2 wrong usage, 3 standard input cannot be read.\n\n"
+    "Example:\n  kivo translate --to verilog \"WIDTH gte 4 and DEPTH lt 16\"\n"
+    "  kivo translate --to nhdl < rules.txt";
+
 }  // namespace
 
-Command add_translate(CLI::App& program) {
-    CLI::App* const app = program.add_subcommand(
-        "translate", "Translate the operators of rules and conditions into an HDL");
+Command make_translate() {
     auto options = std::make_shared<Options>();
-    app->add_option("--to", options->language, "Target language: nhdl, vhdl or verilog")
-        ->required()
-        ->type_name("LANGUAGE")
-        ->check(one_of(language_names()));
-    app->add_option("TEXT", options->texts, "Texts, one line each; else standard input")
-        ->type_name("");
-    app->footer(
-        "A word is an operator only between blanks; everything else stays as it is.\n"
-        "Exit status: 0 done, 2 wrong usage, 3 standard input cannot be read.\n\n"
-        "Example:\n  kivo translate --to verilog \"WIDTH gte 4 and DEPTH lt 16\"\n"
-        "  kivo translate --to nhdl < rules.txt");
-    return {app, "kivo translate --to nhdl|vhdl|verilog [--color WHEN] [TEXT...]",
-            [options](Terminal& terminal) { return translate(terminal, *options); }};
+    // clang-format off
+    return {
+        .name = "translate",
+        .summary = "Translate the operators of rules and conditions into an HDL",
+        .rows = {
+            {.name = "--to", .value_name = "LANGUAGE", .target = &options->language,
+             .help = "Target language: nhdl, vhdl or verilog", .choices = language_names(),
+             .is_required = true},
+            {.name = "TEXT", .target = &options->texts,
+             .help = "Texts, one line each; else standard input"},
+        },
+        .footer = kFooter,
+        .run = [options](Terminal& terminal) { return translate(terminal, *options); },
+    };
+    // clang-format on
 }

@@ -1,6 +1,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdlib>
 #include <memory>
 #include <string>
@@ -13,6 +14,7 @@
 #include "tools/files/file_output.h"
 #include "tools/terminal/table.h"
 #include "tools/text/text_escape.h"
+#include "tools/text/words.h"
 #include "tools/wave/drivers.h"
 #include "tools/wave/renderers.h"
 #include "tools/wave/wave_model.h"
@@ -22,11 +24,12 @@ namespace {
 // When all vectors are drawn, of which thousands could take seconds each.
 constexpr std::size_t kMaxTransitionsOfOneAmongMany = kMaxTransitions / 4;
 
-struct Request {
+struct Options {
     std::string file;
     std::string vector;
     std::vector<std::string> otherwise;
-    TerminalLook look{.columns = kPageWidth};
+    bool is_ascii = false;
+    std::int32_t columns = kPageWidth;
     std::string svg;
     std::string vcd;
     std::string gtkw;
@@ -62,14 +65,6 @@ std::vector<KIVO_VECTOR_OBJ*> all_vectors(KIVO_INFO& info) {
     return vectors;
 }
 
-std::string quoted(const std::vector<std::string>& names) {
-    std::string text;
-    for (const std::string& name : names) {
-        text += (text.empty() ? "'" : ", '") + name + "'";
-    }
-    return text.empty() ? "none" : text;
-}
-
 std::string names_of(const std::vector<KIVO_VECTOR_OBJ*>& vectors) {
     std::vector<std::string> names;
     for (const KIVO_VECTOR_OBJ* vector : vectors) {
@@ -85,30 +80,30 @@ int report_missing(Terminal& terminal, const std::string& what) {
 
 class Wave {
 public:
-    Wave(Terminal& terminal, KIVO_INFO& info, const Request& request)
-        : terminal_(terminal), info_(info), request_(request), vectors_(all_vectors(info)) {}
+    Wave(Terminal& terminal, KIVO_INFO& info, const Options& options)
+        : terminal_(terminal), info_(info), options_(options), vectors_(all_vectors(info)) {}
 
     int run() {
         const std::string all = names_of(vectors_);
-        if (!request_.vector.empty()) {
+        if (!options_.vector.empty()) {
             std::erase_if(vectors_, [this](const KIVO_VECTOR_OBJ* vector) {
-                return vector->name != request_.vector;
+                return vector->name != options_.vector;
             });
             if (vectors_.empty()) {
                 return report_missing(
-                    terminal_, "no vector '" + request_.vector + "'; the vectors are: " + all);
+                    terminal_, "no vector '" + options_.vector + "'; the vectors are: " + all);
             }
         }
         if (vectors_.empty()) {
             return report_missing(terminal_, "the description has no vectors");
         }
-        if (request_.wants_files() && vectors_.size() > 1) {
+        if (options_.wants_files() && vectors_.size() > 1) {
             terminal_.report_error("a file holds one vector, name it; the vectors are: " + all);
             return kExitUsage;
         }
         const int status = check_conditions();
         return status != kExitDone ? status
-               : request_.wants_files()
+               : options_.wants_files()
                    ? write_files(make_model(*vectors_.front(), kMaxTransitions))
                    : draw();
     }
@@ -122,7 +117,7 @@ private:
                 known.push_back(condition);
             }
         }
-        for (const std::string& condition : request_.otherwise) {
+        for (const std::string& condition : options_.otherwise) {
             if (std::find(known.begin(), known.end(), join_lines(condition)) == known.end()) {
                 return report_missing(terminal_, "no command has the condition '" + condition +
                                                      "'; the conditions are: " + quoted(known));
@@ -133,7 +128,7 @@ private:
 
     WaveModel make_model(KIVO_VECTOR_OBJ& vector, std::size_t max_transitions) {
         std::vector<std::string> otherwise;
-        for (const std::string& condition : request_.otherwise) {
+        for (const std::string& condition : options_.otherwise) {
             otherwise.push_back(join_lines(condition));
         }
         WaveModel model = make_wave_model(info_, vector, otherwise, max_transitions);
@@ -148,6 +143,8 @@ private:
     }
 
     int draw() {
+        const TerminalLook look = {static_cast<std::size_t>(options_.columns),
+                                   options_.is_ascii || !is_utf8_locale()};
         const std::size_t limit =
             vectors_.size() > 1 ? kMaxTransitionsOfOneAmongMany : kMaxTransitions;
         std::size_t room = kMaxTransitions;
@@ -156,7 +153,7 @@ private:
             const WaveModel model = make_model(*vectors_[drawn], std::min(limit, room));
             room -= std::min(room, model.transitions);
             terminal_.out.write(drawn == 0 ? "" : "\n");
-            terminal_.out.write(render_terminal(model, request_.look, terminal_.out));
+            terminal_.out.write(render_terminal(model, look, terminal_.out));
         }
         if (drawn < vectors_.size()) {
             write_note(fmt::format(
@@ -177,17 +174,17 @@ private:
 
     int write_files(const WaveModel& model) {
         bool is_written = true;
-        if (!request_.svg.empty()) {
-            is_written = write(request_.svg, render_svg(model));
+        if (!options_.svg.empty()) {
+            is_written = write(options_.svg, render_svg(model));
         }
-        if (!request_.vcd.empty()) {
+        if (!options_.vcd.empty()) {
             is_written = write_vcd_file(model) && is_written;
         }
-        if (!request_.gtkw.empty()) {
+        if (!options_.gtkw.empty()) {
             is_written =
-                write(request_.gtkw, write_gtkw(model, request_.vcd, request_.gtkw)) && is_written;
+                write(options_.gtkw, write_gtkw(model, options_.vcd, options_.gtkw)) && is_written;
         }
-        if (!request_.wavejson.empty()) {
+        if (!options_.wavejson.empty()) {
             is_written = write_wavejson_file(model) && is_written;
         }
         return is_written ? kExitDone : kExitFailed;
@@ -198,10 +195,10 @@ private:
         if (!dump) {
             terminal_.report_error(fmt::format(
                 "cannot write '{}': the values of vector '{}' are too wide and change too often",
-                request_.vcd, model.name));
+                options_.vcd, model.name));
             return false;
         }
-        return write(request_.vcd, *dump);
+        return write(options_.vcd, *dump);
     }
 
     bool write_wavejson_file(const WaveModel& model) {
@@ -209,26 +206,26 @@ private:
         if (!document) {
             terminal_.report_error(fmt::format(
                 "cannot write '{}': in steps of {} the waves of vector '{}' are too long",
-                request_.wavejson, model.common_step(), model.name));
+                options_.wavejson, model.common_step(), model.name));
             return false;
         }
-        return write(request_.wavejson, *document);
+        return write(options_.wavejson, *document);
     }
 
     Terminal& terminal_;
     KIVO_INFO& info_;
-    const Request& request_;
+    const Options& options_;
     std::vector<KIVO_VECTOR_OBJ*> vectors_;
 };
 
 // What is wrong with the paths of the files to be written; empty when nothing is.
-std::string check_outputs(const Request& request) {
+std::string check_outputs(const Options& options) {
     std::vector<std::string> others;
-    for (const std::string& output : {request.svg, request.vcd, request.gtkw, request.wavejson}) {
+    for (const std::string& output : {options.svg, options.vcd, options.gtkw, options.wavejson}) {
         if (output.empty()) {
             continue;
         }
-        if (is_same_file(output, request.file)) {
+        if (is_same_file(output, options.file)) {
             return "'" + output + "' is the description; name another output";
         }
         if (std::any_of(others.begin(), others.end(),
@@ -240,67 +237,57 @@ std::string check_outputs(const Request& request) {
     return {};
 }
 
-int wave(Terminal& terminal, const Request& request) {
-    if (const std::string problem = check_outputs(request); !problem.empty()) {
+int wave(Terminal& terminal, const Options& options) {
+    if (const std::string problem = check_outputs(options); !problem.empty()) {
         terminal.report_error(problem);
         return kExitUsage;
     }
-    Description description(request.file);
+    Description description(options.file);
     if (!report_loading(terminal, description)) {
         return kExitFailed;
     }
-    const int status = Wave(terminal, description.info(), request).run();
+    const int status = Wave(terminal, description.info(), options).run();
     return status == kExitDone && description.has_messages() ? kExitMessages : status;
 }
 
-std::string check_file_name(const std::string& name) {
-    return name.empty() ? "the name of a file is missing" : "";
-}
+constexpr const char* kFooter =
+    "Conditions are not evaluated: of a conditional command the THEN part counts, unless\n"
+    "--else names its condition. A file holds one vector.\n"
+    "Exit status: 0 done, 1 done although the description gave messages, or it has no such\n"
+    "vector, 2 wrong usage, 3 the file cannot be read or the output not be written.\n\n"
+    "Example:\n  kivo wave fifo_info.xml fill_and_drain --svg fill_and_drain.svg";
 
 }  // namespace
 
-Command add_wave(CLI::App& program) {
-    const CLI::Validator file_name(check_file_name, "");
-    CLI::App* const app = program.add_subcommand("wave", "Draw the waveforms of vectors");
-    auto request = std::make_shared<Request>();
-    app->add_option("FILE", request->file, "Description file")->required()->type_name("");
-    app->add_option("VECTOR", request->vector,
-                    "Name of a waveform or custom vector; without it, all are drawn")
-        ->type_name("");
-    app->add_option("--else", request->otherwise,
-                    "Take the ELSE part where this is the condition; may be repeated")
-        ->type_name("COND")
-        ->allow_extra_args(false);
-    app->add_flag("--ascii", request->look.is_ascii,
-                  "Draw with ASCII characters; otherwise that depends on the locale");
-    app->add_option("--width", request->look.columns,
-                    "Columns of the drawing, 40 to 1000; 100 by default")
-        ->type_name("COLUMNS")
-        ->check(CLI::Range(40, 1000).description(""));
-    app->add_option("--svg", request->svg, "Write a picture instead")
-        ->type_name("OUT")
-        ->check(file_name);
-    CLI::Option* const vcd = app->add_option("--vcd", request->vcd, "Write a Value Change Dump")
-                                 ->type_name("OUT")
-                                 ->check(file_name);
-    app->add_option("--gtkw", request->gtkw, "Write a GTKWave save file for the dump")
-        ->type_name("OUT")
-        ->check(file_name)
-        ->needs(vcd);
-    app->add_option("--wavejson", request->wavejson, "Write WaveJSON")
-        ->type_name("OUT")
-        ->check(file_name);
-    app->footer(
-        "Conditions are not evaluated: of a conditional command the THEN part counts, unless\n"
-        "--else names its condition. A file holds one vector.\n"
-        "Exit status: 0 done, 1 done although the description gave messages, or it has no such\n"
-        "vector, 2 wrong usage, 3 the file cannot be read or the output not be written.\n\n"
-        "Example:\n  kivo wave fifo_info.xml fill_and_drain --svg fill_and_drain.svg");
-    return {app,
-            "kivo wave [--else COND]... [--ascii] [--width COLUMNS] [--svg OUT] "
-            "[--vcd OUT [--gtkw OUT]] [--wavejson OUT] [--color WHEN] FILE [VECTOR]",
-            [request](Terminal& terminal) {
-                request->look.is_ascii = request->look.is_ascii || !is_utf8_locale();
-                return wave(terminal, *request);
-            }};
+Command make_wave() {
+    auto options = std::make_shared<Options>();
+    // clang-format off
+    return {
+        .name = "wave",
+        .summary = "Draw the waveforms of vectors",
+        .rows = {
+            description_row(options->file),
+            {.name = "VECTOR", .target = &options->vector,
+             .help = "Name of a waveform or custom vector; without it, all are drawn"},
+            {.name = "--else", .value_name = "COND", .target = &options->otherwise,
+             .help = "Take the ELSE part where this is the condition; may be repeated"},
+            {.name = "--ascii", .target = &options->is_ascii,
+             .help = "Draw with ASCII characters; otherwise that depends on the locale"},
+            {.name = "--width", .value_name = "COLUMNS", .target = &options->columns,
+             .help = "Columns of the drawing, 40 to 1000; 100 by default",
+             .least = 40, .most = 1000},
+            {.name = "--svg", .value_name = "OUT", .target = &options->svg,
+             .help = "Write a picture instead", .offer = Offer::kFiles},
+            {.name = "--vcd", .value_name = "OUT", .target = &options->vcd,
+             .help = "Write a Value Change Dump", .offer = Offer::kFiles},
+            {.name = "--gtkw", .value_name = "OUT", .target = &options->gtkw,
+             .help = "Write a GTKWave save file for the dump", .offer = Offer::kFiles,
+             .needs = "--vcd"},
+            {.name = "--wavejson", .value_name = "OUT", .target = &options->wavejson,
+             .help = "Write WaveJSON", .offer = Offer::kFiles},
+        },
+        .footer = kFooter,
+        .run = [options](Terminal& terminal) { return wave(terminal, *options); },
+    };
+    // clang-format on
 }

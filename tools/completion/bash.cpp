@@ -1,6 +1,7 @@
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
+#include "tools/completion/scopes.h"
 #include "tools/completion/writers.h"
 
 namespace {
@@ -24,6 +25,11 @@ _kivo_unquoted() {
 _kivo_files() {
     compopt -o filenames 2> /dev/null
     mapfile -t COMPREPLY < <(compgen -f -P "$prefix" -- "$(_kivo_unquoted)")
+}
+
+_kivo_folders() {
+    compopt -o filenames 2> /dev/null
+    mapfile -t COMPREPLY < <(compgen -d -P "$prefix" -- "$(_kivo_unquoted)")
 }
 
 _kivo_descriptions() {
@@ -84,15 +90,18 @@ _kivo() {
 complete -F _kivo kivo
 )sh";
 
-std::string action_of(const ValueModel& value) {
-    switch (value.kind) {
-        case ValueModel::Kind::kWords:
-            return fmt::format("_kivo_words '{}'", fmt::join(value.words, " "));
-        case ValueModel::Kind::kDescriptions:
+std::string action_of(const OptionRow& row) {
+    if (!row.choices.empty()) {
+        return fmt::format("_kivo_words '{}'", fmt::join(row.choices, " "));
+    }
+    switch (row.offer) {
+        case Offer::kDescriptions:
             return "_kivo_descriptions";
-        case ValueModel::Kind::kFiles:
+        case Offer::kFiles:
             return "_kivo_files";
-        case ValueModel::Kind::kFree:
+        case Offer::kFolders:
+            return "_kivo_folders";
+        case Offer::kNothing:
             break;
     }
     return {};
@@ -110,42 +119,43 @@ struct Parts {
     std::string options;
     std::string arguments;
 
-    void add(const std::string& name, const CommandModel& command) {
+    void add(const Scope& scope) {
         std::vector<std::string> names;
-        for (const OptionModel& option : command.options) {
-            names.insert(names.end(), option.names.begin(), option.names.end());
-            add_option(name, option);
+        for (const OptionRow* const option : scope.options) {
+            for (const std::string& name : option->names()) {
+                names.push_back(name);
+            }
+            add_option(scope.name, *option);
         }
-        options +=
-            fmt::format("            '{}') _kivo_words '{}' ;;\n", name, fmt::join(names, " "));
-        for (std::size_t index = 0; index < command.arguments.size(); ++index) {
-            add_argument(name, command.arguments[index], index);
+        options += fmt::format("            '{}') _kivo_words '{}' ;;\n", scope.name,
+                               fmt::join(names, " "));
+        for (std::size_t index = 0; index < scope.arguments.size(); ++index) {
+            add_argument(scope.name, *scope.arguments[index], index);
         }
     }
 
 private:
-    void add_option(const std::string& command, const OptionModel& option) {
-        if (!option.takes_value()) {
+    void add_option(const std::string& command, const OptionRow& option) {
+        if (option.is_switch()) {
             return;
         }
         std::vector<std::string> patterns;
-        for (const std::string& name : option.names) {
+        for (const std::string& name : option.names()) {
             patterns.push_back(in_command(command, name));
         }
         valued.insert(valued.end(), patterns.begin(), patterns.end());
-        add_case(values, fmt::format("{}", fmt::join(patterns, " | ")), option.value);
+        add_case(values, fmt::format("{}", fmt::join(patterns, " | ")), option);
     }
 
-    void add_argument(const std::string& command, const ArgumentModel& argument,
-                      std::size_t index) {
-        const std::string pattern = argument.is_repeated
+    void add_argument(const std::string& command, const OptionRow& argument, std::size_t index) {
+        const std::string pattern = argument.is_repeated()
                                         ? "'" + command + " '*"
                                         : in_command(command, std::to_string(index));
-        add_case(arguments, pattern, argument.value);
+        add_case(arguments, pattern, argument);
     }
 
-    static void add_case(std::string& cases, const std::string& pattern, const ValueModel& value) {
-        const std::string action = action_of(value);
+    static void add_case(std::string& cases, const std::string& pattern, const OptionRow& row) {
+        const std::string action = action_of(row);
         if (!action.empty()) {
             cases += fmt::format("            {}) {} ;;\n", pattern, action);
         }
@@ -158,13 +168,14 @@ void replace(std::string& text, const std::string& mark, const std::string& with
 
 }  // namespace
 
-std::string bash_completion(const ProgramModel& model) {
+std::string bash_completion(const Program& program) {
     Parts parts;
-    parts.add("", model.program);
+    for (const Scope& scope : scopes_of(program)) {
+        parts.add(scope);
+    }
     std::vector<std::string> names;
-    for (const CommandModel& command : model.commands) {
-        names.push_back(command.name);
-        parts.add(command.name, command);
+    for (const Command* const command : shown_commands(program)) {
+        names.push_back(command->name);
     }
     std::string script = kHead;
     replace(script, "{valued}", fmt::format("{}", fmt::join(parts.valued, " | ")));

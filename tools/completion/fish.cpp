@@ -3,6 +3,7 @@
 
 #include <string_view>
 
+#include "tools/completion/scopes.h"
 #include "tools/completion/writers.h"
 
 namespace {
@@ -67,15 +68,18 @@ std::string in_quotes(std::string_view text) {
 }
 
 // What may stand there, for "complete".
-std::string candidates(const ValueModel& value) {
-    switch (value.kind) {
-        case ValueModel::Kind::kWords:
-            return " -a " + in_quotes(fmt::format("{}", fmt::join(value.words, " ")));
-        case ValueModel::Kind::kDescriptions:
+std::string candidates(const OptionRow& row) {
+    if (!row.choices.empty()) {
+        return " -a " + in_quotes(fmt::format("{}", fmt::join(row.choices, " ")));
+    }
+    switch (row.offer) {
+        case Offer::kDescriptions:
             return " -k -a '(__fish_complete_suffix .xml)'";
-        case ValueModel::Kind::kFiles:
+        case Offer::kFiles:
             return " -F";
-        case ValueModel::Kind::kFree:
+        case Offer::kFolders:
+            return " -a '(__fish_complete_directories)'";
+        case Offer::kNothing:
             break;
     }
     return {};
@@ -87,55 +91,59 @@ std::string condition(const std::string& command, const std::string& argument = 
            in_quotes("__kivo_at " + name + (argument.empty() ? "" : " " + argument));
 }
 
-std::string option_line(const std::string& command, const OptionModel& option) {
+std::string option_line(const std::string& command, const OptionRow& option) {
     std::string line = condition(command);
-    for (const std::string& name : option.names) {
+    for (const std::string& name : option.names()) {
         line += name.rfind("--", 0) == 0 ? " -l " + name.substr(2) : " -s " + name.substr(1);
     }
-    if (option.takes_value()) {
-        const bool is_file = option.value.kind == ValueModel::Kind::kFiles;
-        line += (is_file ? " -r" : " -x") + candidates(option.value);
+    if (!option.is_switch()) {
+        line += (option.offer == Offer::kFiles ? " -r" : " -x") + candidates(option);
     }
-    return line + " -d " + in_quotes(option.description) + '\n';
+    return line + " -d " + in_quotes(option.help) + '\n';
 }
 
-std::string lines_of(const std::string& name, const CommandModel& command) {
+std::string lines_of(const Scope& scope) {
     std::string lines;
-    for (const OptionModel& option : command.options) {
-        lines += option_line(name, option);
+    for (const OptionRow* const option : scope.options) {
+        lines += option_line(scope.name, *option);
     }
-    for (std::size_t index = 0; index < command.arguments.size(); ++index) {
-        const ArgumentModel& argument = command.arguments[index];
-        if (argument.value.kind != ValueModel::Kind::kFree) {
-            lines += condition(name, argument.is_repeated ? "" : std::to_string(index)) +
-                     candidates(argument.value) + '\n';
+    for (std::size_t index = 0; index < scope.arguments.size(); ++index) {
+        const OptionRow& argument = *scope.arguments[index];
+        if (const std::string words = candidates(argument); !words.empty()) {
+            lines += condition(scope.name, argument.is_repeated() ? "" : std::to_string(index)) +
+                     words + '\n';
         }
     }
     return lines;
 }
 
-void append_valued(std::vector<std::string>& patterns, const std::string& name,
-                   const CommandModel& command) {
-    const std::string before = name + ' ';
-    for (const OptionModel& option : command.options) {
-        for (const std::string& word : option.names) {
-            if (option.takes_value()) {
-                patterns.push_back(in_quotes(before + word));
-            }
+// The options of a scope that take a value, each with its sub-command.
+void append_valued(std::vector<std::string>& patterns, const Scope& scope) {
+    for (const OptionRow* const option : scope.options) {
+        if (option->is_switch()) {
+            continue;
+        }
+        for (const std::string& name : option->names()) {
+            patterns.push_back(in_quotes(scope.name + ' ' + name));
         }
     }
 }
 
+std::string command_line(const Command& command) {
+    return '\n' + condition("") + " -a " + command.name + " -d " + in_quotes(command.summary) +
+           '\n';
+}
+
 }  // namespace
 
-std::string fish_completion(const ProgramModel& model) {
+std::string fish_completion(const Program& program) {
+    const std::vector<Scope> scopes = scopes_of(program);
+    const std::vector<const Command*> commands = shown_commands(program);
     std::vector<std::string> valued;
-    append_valued(valued, "", model.program);
-    std::string lines = lines_of("", model.program);
-    for (const CommandModel& command : model.commands) {
-        append_valued(valued, command.name, command);
-        lines += '\n' + condition("") + " -a " + command.name + " -d " +
-                 in_quotes(command.description) + '\n' + lines_of(command.name, command);
+    std::string lines;
+    for (std::size_t index = 0; index < scopes.size(); ++index) {
+        append_valued(valued, scopes[index]);
+        lines += (index == 0 ? "" : command_line(*commands[index - 1])) + lines_of(scopes[index]);
     }
     std::string script = kHead;
     const std::string mark = "{valued}";

@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <string_view>
 
+#include "tools/arguments/usage.h"
+#include "tools/completion/scopes.h"
 #include "tools/completion/writers.h"
 
 namespace {
@@ -166,66 +168,66 @@ std::string paragraphs(std::string_view text) {
     return is_example ? out + ".EE\n.RE\n" : out;
 }
 
-std::string option_entry(const OptionModel& option) {
+std::string option_entry(const OptionRow& option) {
     std::vector<std::string> names;
-    for (const std::string& name : option.names) {
+    for (const std::string& name : option.names()) {
         names.push_back("\\fB" + escaped(name) + "\\fR");
     }
     std::string entry = fmt::format(".TP\n{}", fmt::join(names, ", "));
-    if (option.takes_value()) {
+    if (!option.is_switch()) {
         entry += " \\fI" + escaped(option.value_name) + "\\fR";
     }
-    return entry + '\n' + escaped(option.description) + ".\n";
+    return entry + '\n' + escaped(option.help) + ".\n";
 }
 
-std::string argument_entry(const ArgumentModel& argument) {
+std::string argument_entry(const OptionRow& argument) {
     return fmt::format(".TP\n\\fI{}\\fR{}\n{}.\n", escaped(argument.name),
-                       argument.is_repeated ? " ..." : "", escaped(argument.description));
+                       argument.is_repeated() ? " ..." : "", escaped(argument.help));
 }
 
-bool is_common(const OptionModel& option, const CommandModel& program) {
-    return std::any_of(program.options.begin(), program.options.end(),
-                       [&](const OptionModel& common) { return common.names == option.names; });
-}
-
-std::string command_part(const CommandModel& command, const CommandModel& program) {
-    std::string part = ".SS kivo " + command.name + "\n" + escaped(command.description) + ".\n";
-    for (const ArgumentModel& argument : command.arguments) {
-        part += argument_entry(argument);
+// What the options common to all sub-commands do is said once.
+std::string command_part(const Command& command) {
+    std::string part = ".SS kivo " + command.name + "\n" + escaped(command.summary) + ".\n";
+    for (const OptionRow* const argument : arguments_of(command)) {
+        part += argument_entry(*argument);
     }
-    for (const OptionModel& option : command.options) {
-        if (!is_common(option, program)) {
-            part += option_entry(option);
-        }
+    for (const OptionRow& row : command.rows) {
+        part += row.is_argument() ? "" : option_entry(row);
     }
     return part + paragraphs(command.footer);
 }
 
+std::string synopsis(const Program& program) {
+    std::string lines;
+    for (const Command* const command : shown_commands(program)) {
+        const std::string usage = usage_of(program, *command);
+        lines += ".SY kivo\n" + styled_usage(usage.substr(usage.find(' ') + 1)) + "\n.YS\n";
+    }
+    return lines;
+}
+
 }  // namespace
 
-std::string manual_page(const ProgramModel& model) {
+std::string manual_page(const Program& program) {
     std::string page = fmt::format(
         ".\\\" Printed by 'kivo manual'.\n"
         ".TH KIVO 1 \"\" \"{}\" \"User Commands\"\n"
         ".SH NAME\nkivo \\- check, show and document descriptions of hardware functions\n"
         ".SH SYNOPSIS\n",
-        escaped(model.version));
-    for (const CommandModel& command : model.commands) {
-        const std::string_view usage = command.usage;
-        page += ".SY kivo\n" + styled_usage(usage.substr(usage.find(' ') + 1)) + "\n.YS\n";
-    }
+        escaped(program.version));
+    page += synopsis(program);
     page += kIntroduction;
-    page += ".SH OPTIONS\nBefore or behind the sub\\-command:\n";
-    for (const OptionModel& option : model.program.options) {
-        page += option_entry(option);
+    page += ".SH OPTIONS\nBefore or after the sub\\-command:\n";
+    for (const OptionRow* const option : options_of(program)) {
+        page += option_entry(*option);
     }
     page += ".SH COMMANDS\n";
-    for (const CommandModel& command : model.commands) {
-        page += command_part(command, model.program);
+    for (const Command* const command : shown_commands(program)) {
+        page += command_part(*command);
     }
     page += kConclusion;
     constexpr std::string_view kExamples = "Examples:\n";
-    const std::string_view footer = model.program.footer;
+    const std::string_view footer = program.footer;
     return page + ".SH EXAMPLES\n" +
            paragraphs(footer.substr(footer.rfind(kExamples) + kExamples.size()));
 }

@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include <cassert>
+
 std::string with_unit(std::int64_t time, const std::string& scale) {
     const bool is_unit = !scale.empty() && scale.find_first_of("0123456789") == std::string::npos;
     return fmt::format("{}{}", time, is_unit ? ' ' + scale : std::string());
@@ -13,6 +15,20 @@ std::string counted(std::size_t count, const std::string& noun) {
 
 std::string as_note(const std::string& text) {
     return "Note: " + text + ".";
+}
+
+std::string quoted(const std::vector<std::string>& names) {
+    std::string text;
+    for (const std::string& name : names) {
+        text += (text.empty() ? "'" : ", '") + name + '\'';
+    }
+    return text.empty() ? "none" : text;
+}
+
+std::string quoted_choice(const std::vector<std::string>& names) {
+    assert(!names.empty());
+    const std::string last = '\'' + names.back() + '\'';
+    return names.size() == 1 ? last : quoted({names.begin(), names.end() - 1}) + " or " + last;
 }
 
 std::string radix_name(DRO_MEMORY_RADIXES radix) {

@@ -3,10 +3,11 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "kivo/kivo.h"
 
-// What the store keeps as numbers, in words for people.
+// Numbers, lists and what the store keeps as numbers, in words for people.
 
 // "10 ns" for 10 in the scale "ns"; the number alone in a scale that is empty or has a number
 // itself.
@@ -17,6 +18,13 @@ std::string counted(std::size_t count, const std::string& noun);
 
 // "Note: TEXT.", for a sentence of its own.
 std::string as_note(const std::string& text);
+
+// "'a', 'b', 'c'", or "none".
+std::string quoted(const std::vector<std::string>& names);
+
+// "'a', 'b' or 'c'".
+// REQUIRES: !names.empty()
+std::string quoted_choice(const std::vector<std::string>& names);
 
 // "hexadecimal" and so on.
 std::string radix_name(DRO_MEMORY_RADIXES radix);

@@ -602,7 +602,7 @@ TEST(ShowTest, AnUnknownFormatIsAnsweredWithTheKnownOnes) {
     EXPECT_EQ(run.status, 2);
     EXPECT_EQ(run.out, "");
     EXPECT_EQ(lines_of(run.err).size(), 1U) << run.err;
-    EXPECT_TRUE(contains(run.err, "xml not in {text,json}")) << run.err;
+    EXPECT_TRUE(contains(run.err, "'text' or 'json' is wanted, not 'xml'")) << run.err;
 }
 
 TEST(ShowTest, JsonThatFindsNoRoomIsAFailure) {
