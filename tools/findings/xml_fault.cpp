@@ -5,122 +5,47 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <cstring>
-#include <memory>
-#include <new>
-#include <set>
 
-#include "kivo/kivo.h"
 #include "tools/description/source_text.h"
+#include "tools/findings/xml_reading.h"
+#include "tools/findings/xml_references.h"
 #include "tools/text/utf8.h"
 
 namespace {
 
-// Entities that refer to others, of which each may take the parser a call deeper.
-constexpr std::size_t kMostNestedEntities = 100;
-// What the parser takes at once; its lengths have 31 bits.
-constexpr std::size_t kPiece = 1024UL * 1024 * 1024;
-
-struct FreeParser {
-    void operator()(XML_Parser parser) const { XML_ParserFree(parser); }
-};
-using Parser = std::unique_ptr<std::remove_pointer_t<XML_Parser>, FreeParser>;
-
-// What the parser told before it met the fault.
-struct Course {
-    XML_Parser parser = nullptr;
-    bool has_element = false;
-    bool is_utf8 = true;
-    std::size_t nested_entities = 0;
-    std::set<std::string, std::less<>> entities = {"amp", "apos", "gt", "lt", "quot"};
+// Errors that the place alone explains.
+struct PlainRow {
+    XML_Error error;
+    const char* text;
 };
 
-void note_element(void* data, const XML_Char*, const XML_Char**) {
-    static_cast<Course*>(data)->has_element = true;
-}
-
-// A handler for all the rest keeps the parser from expanding entities in texts.
-void pass_over(void*, const XML_Char*, int) {}
-
-void note_encoding(void* data, const XML_Char*, const XML_Char* encoding, int) {
-    std::string name = encoding == nullptr ? "utf-8" : encoding;
-    std::transform(name.begin(), name.end(), name.begin(), LESS_C_STRING::fold);
-    static_cast<Course*>(data)->is_utf8 = name == "utf-8";
-}
-
-void note_entity(void* data, const XML_Char* name, int is_parameter, const XML_Char* value,
-                 int length, const XML_Char*, const XML_Char*, const XML_Char*, const XML_Char*) {
-    Course& course = *static_cast<Course*>(data);
-    if (is_parameter == 0) {
-        course.entities.emplace(name);
-    }
-    if (value != nullptr && std::memchr(value, '&', static_cast<std::size_t>(length)) != nullptr &&
-        ++course.nested_entities > kMostNestedEntities) {
-        XML_StopParser(course.parser, XML_FALSE);
-    }
-}
-
-// Takes every byte beyond ASCII of an encoding that the parser does not know for a letter.
-int accept_encoding(void*, const XML_Char*, XML_Encoding* encoding) {
-    constexpr int kSomeLetter = 0xE9;
-    for (int byte = 0; byte < 256; ++byte) {
-        encoding->map[byte] = byte < 0x80 ? byte : kSomeLetter;
-    }
-    encoding->data = nullptr;
-    encoding->convert = nullptr;
-    encoding->release = nullptr;
-    return XML_STATUS_OK;
-}
-
-XML_Error parse(XML_Parser parser, std::string_view text) {
-    while (true) {
-        const std::string_view piece = text.substr(0, kPiece);
-        const bool is_last = piece.size() == text.size();
-        if (XML_Parse(parser, piece.data(), static_cast<int>(piece.size()), is_last ? 1 : 0) !=
-            XML_STATUS_OK) {
-            return XML_GetErrorCode(parser);
-        }
-        if (is_last) {
-            return XML_ERROR_NONE;
-        }
-        text.remove_prefix(piece.size());
-    }
-}
-
-std::uint32_t digits_value(std::string_view digits, std::uint32_t base) {
-    std::uint32_t value = 0;
-    for (const char digit : digits) {
-        const auto lower = std::uint32_t{LESS_C_STRING::fold(digit)};
-        value = value * base + (lower >= 'a' ? lower - 'a' + 10 : lower - '0');
-        value = std::min(value, 0x110000U);
-    }
-    return value;
-}
-
-bool is_xml_character(std::uint32_t code) {
-    return code == 0x9 || code == 0xA || code == 0xD || (code >= 0x20 && code <= 0xD7FF) ||
-           (code >= 0xE000 && code <= 0xFFFD) || (code >= 0x10000 && code <= 0x10FFFF);
-}
-
-// Of "#10" or "#xA".
-bool is_allowed_character(std::string_view reference) {
-    const bool is_hexadecimal = reference.substr(1, 1) == "x";
-    return is_xml_character(
-        digits_value(reference.substr(is_hexadecimal ? 2 : 1), is_hexadecimal ? 16 : 10));
-}
-
-// What stands between the "&" at "begin" and the ";" that closes the reference; empty without one.
-std::string_view reference_at(std::string_view text, std::size_t begin) {
-    const std::size_t start = begin + 1;
-    const bool is_number = text.substr(start, 1) == "#";
-    const std::size_t end = end_of_name(text, start + (is_number ? 1 : 0));
-    return text.substr(end, 1) == ";" ? text.substr(start, end - start) : std::string_view();
-}
+// clang-format off
+constexpr PlainRow kPlainRows[] = {
+    {XML_ERROR_NO_ELEMENTS,
+     "the file ends before all of its elements; add the end tags that are missing"},
+    {XML_ERROR_TAG_MISMATCH,
+     "this end tag does not match the last open start tag; correct one of the two"},
+    {XML_ERROR_UNCLOSED_TOKEN,
+     "what begins here is not closed before the file ends; close it"},
+    {XML_ERROR_UNCLOSED_CDATA_SECTION,
+     "what begins here is not closed before the file ends; close it"},
+    {XML_ERROR_JUNK_AFTER_DOC_ELEMENT,
+     "only comments may follow the root element; move this into it"},
+    {XML_ERROR_MISPLACED_XML_PI,
+     "\"<?xml\" may only be the first five characters of a file; remove what is before it"},
+    {XML_ERROR_INCORRECT_ENCODING,
+     "the file is not in the encoding that it declares; correct the declaration"},
+    {XML_ERROR_ATTRIBUTE_EXTERNAL_ENTITY_REF,
+     "an attribute cannot refer to another file; write its value here"},
+    {XML_ERROR_RECURSIVE_ENTITY_REF,
+     "the entity refers to itself; write the text itself"},
+};
+// clang-format on
 
 class Explanation {
 public:
-    Explanation(std::string_view text, const Course& course, XML_Error error, std::size_t at)
-        : text_(text), course_(course), error_(error), at_(std::min(at, text.size())) {}
+    Explanation(std::string_view text, const XmlReading& reading)
+        : text_(text), reading_(reading), at_(std::min(reading.at, text.size())) {}
 
     XmlFault fault() const;
 
@@ -144,16 +69,13 @@ private:
     }
     bool is_in_comment() const;
     bool is_in_attribute_value() const;
-    // The offset of the "&" of the reference that is broken off here, or npos.
-    std::size_t start_of_reference() const;
     // The first reference from here on that is as wanted; an error about an attribute's value comes
     // with the place of the tag.
     template <class IsWanted>
     std::size_t find_reference(IsWanted is_wanted) const;
 
     std::string_view text_;
-    const Course& course_;
-    XML_Error error_;
+    const XmlReading& reading_;
     std::size_t at_;
 };
 
@@ -188,14 +110,6 @@ bool Explanation::is_in_attribute_value() const {
     return quote != '\0';
 }
 
-std::size_t Explanation::start_of_reference() const {
-    std::size_t start = at_;
-    while (start > 0 && (is_name_letter(text_[start - 1]) || text_[start - 1] == '#')) {
-        --start;
-    }
-    return start > 0 && text_[start - 1] == '&' ? start - 1 : std::string_view::npos;
-}
-
 XmlFault Explanation::comment_hyphens() const {
     return at("xml-comment-hyphens",
               "\"--\" is not allowed within a comment; write one hyphen or \"- -\"", at_ - 2, 2);
@@ -216,7 +130,7 @@ XmlFault Explanation::bad_character(std::uint32_t code, std::size_t length) cons
 }
 
 XmlFault Explanation::bad_reference() const {
-    const std::size_t start = start_of_reference();
+    const std::size_t start = start_of_reference(text_, at_);
     if (text_.substr(start + 1, 1) == "#") {
         return at(
             "xml-bad-character-reference",
@@ -231,7 +145,7 @@ XmlFault Explanation::bad_reference() const {
 
 XmlFault Explanation::undeclared_entity() const {
     const std::size_t found = find_reference([this](std::string_view name) {
-        return !name.empty() && name[0] != '#' && course_.entities.count(name) == 0;
+        return !name.empty() && name[0] != '#' && reading_.entities.count(name) == 0;
     });
     const std::string_view name = reference_at(text_, found);
     return at(
@@ -244,7 +158,7 @@ XmlFault Explanation::undeclared_entity() const {
 
 XmlFault Explanation::bad_character_reference() const {
     const std::size_t found = find_reference([](std::string_view reference) {
-        return reference.substr(0, 1) == "#" && !is_allowed_character(reference);
+        return reference.substr(0, 1) == "#" && !is_allowed_reference(reference);
     });
     const std::string_view reference = reference_at(text_, found);
     return at("xml-bad-character-reference",
@@ -262,13 +176,13 @@ XmlFault Explanation::bad_token() const {
     if (!is_xml_character(byte)) {
         return bad_character(byte, 1);
     }
-    if (byte >= 0x80 && course_.is_utf8 && utf8_length(rest) == 0) {
+    if (byte >= 0x80 && reading_.is_utf8 && utf8_length(rest) == 0) {
         return bad_byte();
     }
     if (rest.substr(0, 3) == "\xEF\xBF\xBE" || rest.substr(0, 3) == "\xEF\xBF\xBF") {
         return bad_character(rest[2] == '\xBE' ? 0xFFFE : 0xFFFF, 3);
     }
-    if (start_of_reference() != std::string_view::npos) {
+    if (start_of_reference(text_, at_) != std::string_view::npos) {
         return bad_reference();
     }
     const bool is_in_value = here(1) == "<" && is_in_attribute_value();
@@ -287,47 +201,19 @@ XmlFault Explanation::bad_token() const {
 }
 
 XmlFault Explanation::other() const {
-    const char* text = nullptr;
-    switch (error_) {
-        case XML_ERROR_NO_ELEMENTS:
-            text = "the file ends before all of its elements; add the end tags that are missing";
-            break;
-        case XML_ERROR_TAG_MISMATCH:
-            text = "this end tag does not match the last open start tag; correct one of the two";
-            break;
-        case XML_ERROR_UNCLOSED_TOKEN:
-        case XML_ERROR_UNCLOSED_CDATA_SECTION:
-            text = "what begins here is not closed before the file ends; close it";
-            break;
-        case XML_ERROR_JUNK_AFTER_DOC_ELEMENT:
-            text = "only comments may follow the root element; move this into it";
-            break;
-        case XML_ERROR_MISPLACED_XML_PI:
-            text =
-                "\"<?xml\" may only be the first five characters of a file; remove what is before "
-                "it";
-            break;
-        case XML_ERROR_INCORRECT_ENCODING:
-            text = "the file is not in the encoding that it declares; correct the declaration";
-            break;
-        case XML_ERROR_ATTRIBUTE_EXTERNAL_ENTITY_REF:
-            text = "an attribute cannot refer to another file; write its value here";
-            break;
-        case XML_ERROR_RECURSIVE_ENTITY_REF:
-            text = "the entity refers to itself; write the text itself";
-            break;
-        default:
-            break;
+    for (const PlainRow& row : kPlainRows) {
+        if (row.error == reading_.error) {
+            return at("xml-not-well-formed", row.text, at_, 1);
+        }
     }
     return at("xml-not-well-formed",
-              text != nullptr ? text
-                              : fmt::format("this is not well-formed XML ({}); correct it",
-                                            XML_ErrorString(error_)),
+              fmt::format("this is not well-formed XML ({}); correct it",
+                          XML_ErrorString(reading_.error)),
               at_, 1);
 }
 
 XmlFault Explanation::fault() const {
-    switch (error_) {
+    switch (reading_.error) {
         case XML_ERROR_INVALID_TOKEN:
             return bad_token();
         case XML_ERROR_PARTIAL_CHAR:
@@ -357,27 +243,9 @@ XmlFault Explanation::fault() const {
 }  // namespace
 
 std::optional<XmlFault> find_xml_fault(std::string_view text, bool is_known_utf8) {
-    const Parser parser(XML_ParserCreate(is_known_utf8 ? "UTF-8" : nullptr));
-    if (parser == nullptr) {
-        throw std::bad_alloc();
-    }
-    Course course;
-    course.parser = parser.get();
-    XML_SetUserData(parser.get(), &course);
-    XML_SetStartElementHandler(parser.get(), note_element);
-    XML_SetDefaultHandler(parser.get(), pass_over);
-    XML_SetXmlDeclHandler(parser.get(), note_encoding);
-    XML_SetEntityDeclHandler(parser.get(), note_entity);
-    XML_SetUnknownEncodingHandler(parser.get(), accept_encoding, nullptr);
-    const XML_Error error = parse(parser.get(), text);
-    if (error == XML_ERROR_NO_MEMORY) {
-        throw std::bad_alloc();
-    }
-    if (error == XML_ERROR_NONE || (error == XML_ERROR_NO_ELEMENTS && !course.has_element)) {
-        return std::nullopt;
-    }
-    course.is_utf8 = course.is_utf8 || is_known_utf8;
-    const auto at =
-        static_cast<std::size_t>(std::max<XML_Index>(XML_GetCurrentByteIndex(parser.get()), 0));
-    return Explanation(text, course, error, at).fault();
+    const XmlReading reading = read_strictly(text, is_known_utf8);
+    const bool is_empty = reading.error == XML_ERROR_NO_ELEMENTS && !reading.has_element;
+    return reading.error == XML_ERROR_NONE || is_empty
+               ? std::nullopt
+               : std::optional(Explanation(text, reading).fault());
 }

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <expat.h>
+
+#include <cstddef>
+#include <functional>
+#include <set>
+#include <string>
+#include <string_view>
+
+// What a strict parser says of a text.
+struct XmlReading {
+    XML_Error error = XML_ERROR_NONE;
+    std::size_t at = 0;  // the byte at which the parser stopped
+    bool has_element = false;
+    bool is_utf8 = true;
+    std::set<std::string, std::less<>> entities = {"amp", "apos", "gt", "lt", "quot"};
+};
+
+// Reads a text up to its first fault. Fetches no other file, and expands entities within bounds
+// only. A text that is not known to be UTF-8 is in the encoding that it declares.
+XmlReading read_strictly(std::string_view text, bool is_known_utf8);
