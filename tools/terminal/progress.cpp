@@ -1,10 +1,14 @@
 #include "tools/terminal/progress.h"
 
 #include <fmt/format.h>
+#include <poll.h>
+#include <sys/eventfd.h>
 #include <sys/ioctl.h>
+#include <sys/signalfd.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 
 #include "tools/text/text_escape.h"
 #include "tools/text/text_width.h"
@@ -22,31 +26,54 @@ std::size_t terminal_width() {
 
 }  // namespace
 
-Progress::Progress(Stream& stream, std::size_t total)
-    : stream_(stream), total_(total), begin_(std::chrono::steady_clock::now()) {
-    if (stream.is_terminal()) {
-        thread_ = std::thread([this] { run(); });
+Progress::Progress(Stream& stream, std::size_t total) : stream_(stream), total_(total) {
+    if (!stream.is_terminal()) {
+        return;
     }
+    sigemptyset(&signals_);
+    for (const int signal : {SIGHUP, SIGINT, SIGTERM}) {
+        sigaddset(&signals_, signal);
+    }
+    signal_file_ = signalfd(-1, &signals_, SFD_CLOEXEC);
+    end_file_ = eventfd(0, EFD_CLOEXEC);
+    if (signal_file_ < 0 || end_file_ < 0) {
+        return;
+    }
+    pthread_sigmask(SIG_BLOCK, &signals_, &previous_mask_);
+    thread_ = std::thread([this] { run(); });
 }
 
 Progress::~Progress() {
     erase();
     if (thread_.joinable()) {
-        {
-            const std::lock_guard lock(mutex_);
-            has_ended_ = true;
-        }
-        ended_.notify_one();
+        eventfd_write(end_file_, 1);
         thread_.join();
+        pthread_sigmask(SIG_SETMASK, &previous_mask_, nullptr);
+    }
+    for (const int file : {signal_file_, end_file_}) {
+        if (file >= 0) {
+            close(file);
+        }
     }
 }
 
+// False when the thread is to end. Does not return when a signal ends the program.
+bool Progress::wait(std::chrono::milliseconds time) {
+    std::array<pollfd, 2> files = {{{end_file_, POLLIN, 0}, {signal_file_, POLLIN, 0}}};
+    poll(files.data(), files.size(), static_cast<int>(time.count()));
+    signalfd_siginfo told = {};
+    if (files[1].revents != 0 && read(signal_file_, &told, sizeof told) == sizeof told) {
+        erase();
+        pthread_sigmask(SIG_UNBLOCK, &signals_, nullptr);
+        raise(static_cast<int>(told.ssi_signo));
+    }
+    return files[0].revents == 0;
+}
+
 void Progress::run() {
-    std::unique_lock lock(mutex_);
-    auto next = begin_ + kPatience;
-    while (!ended_.wait_until(lock, next, [this] { return has_ended_; })) {
+    for (auto time = kPatience; wait(time); time = kInterval) {
+        const std::lock_guard lock(mutex_);
         draw();
-        next = std::chrono::steady_clock::now() + kInterval;
     }
 }
 

@@ -8,11 +8,14 @@
 
 #include <array>
 #include <chrono>
+#include <csignal>
 #include <string>
 
 #include "tests/tools/program.h"
 
 namespace {
+
+constexpr std::chrono::milliseconds kLong(20000);
 
 // A run that waits for its standard input until it is given.
 class TerminalRun {
@@ -27,6 +30,8 @@ public:
         }
         child_ = fork();
         if (child_ == 0) {
+            // A shell that runs the tests in the background has it ignored.
+            signal(SIGINT, SIG_DFL);
             dup2(input[0], STDIN_FILENO);
             dup2(terminal, STDERR_FILENO);
             execl(KIVO_PROGRAM, "kivo", "check", "--color", "never", "-", nullptr);
@@ -40,8 +45,19 @@ public:
     TerminalRun& operator=(const TerminalRun&) = delete;
     ~TerminalRun() {
         close(screen_);
+        if (child_ > 0) {
+            ended();
+        }
+    }
+
+    void interrupt(int signal) const { EXPECT_EQ(kill(child_, signal), 0); }
+
+    // Waits for the end of the run, and returns the state in which it ended.
+    int ended() {
         int state = 0;
         waitpid(child_, &state, 0);
+        child_ = -1;
+        return state;
     }
 
     void give(const std::string& text) const {
@@ -50,10 +66,16 @@ public:
     }
 
     // What is shown within that time, or until it ends.
-    std::string shown_within(std::chrono::milliseconds time) const {
+    std::string shown_within(std::chrono::milliseconds time) const { return shown(time, {}); }
+
+    // What is shown until that text is.
+    std::string shown_until(const std::string& last) const { return shown(kLong, last); }
+
+private:
+    std::string shown(std::chrono::milliseconds time, const std::string& last) const {
         const auto end = std::chrono::steady_clock::now() + time;
         std::string text;
-        while (true) {
+        while (last.empty() || text.find(last) == std::string::npos) {
             const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(
                 end - std::chrono::steady_clock::now());
             pollfd waiting = {screen_, POLLIN, 0};
@@ -67,15 +89,13 @@ public:
             }
             text.append(buffer.data(), static_cast<std::size_t>(size));
         }
+        return text;
     }
 
-private:
     int screen_ = -1;
     int input_ = -1;
     pid_t child_ = -1;
 };
-
-constexpr std::chrono::milliseconds kLong(20000);
 
 TEST(ProgressTest, ALongRunSaysWhatItDoesAndErasesThat) {
     const TerminalRun run;
@@ -89,6 +109,22 @@ TEST(ProgressTest, ALongRunSaysWhatItDoesAndErasesThat) {
     EXPECT_EQ(rest.find("checking"), rest.substr(0, at).find("checking")) << rest;
     EXPECT_EQ(rest.find("<stdin>:1:7: error:", at), at + erasure.size()) << rest;
     EXPECT_NE(rest.find("1 file checked: 1 error in 1 file"), std::string::npos) << rest;
+}
+
+TEST(ProgressTest, AnInterruptedRunLeavesNoLineBehind) {
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+        TerminalRun run;
+        const std::string line = "\rchecking 1 of 1: -";
+        EXPECT_EQ(run.shown_until(line), line);
+        run.interrupt(signal);
+        const std::string rest = run.shown_within(kLong);
+        const std::string erasure = '\r' + std::string(18, ' ') + '\r';
+        EXPECT_TRUE(rest.size() >= erasure.size() &&
+                    rest.substr(rest.size() - erasure.size()) == erasure)
+            << signal << ": " << rest;
+        const int state = run.ended();
+        EXPECT_TRUE(WIFSIGNALED(state) && WTERMSIG(state) == signal) << signal << ": " << state;
+    }
 }
 
 TEST(ProgressTest, AShortRunSaysNothingOfItself) {
