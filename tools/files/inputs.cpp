@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <iterator>
+#include <map>
 #include <memory>
 #include <set>
 #include <string_view>
@@ -36,25 +38,54 @@ std::string joined(const std::string& directory, const std::string& name) {
     return directory.back() == '/' ? directory + name : directory + '/' + name;
 }
 
+std::string parent_of(const std::string& path) {
+    const std::size_t slash = path.find_last_of('/');
+    return slash == std::string::npos ? "." : path.substr(0, slash + 1);
+}
+
+// Finds the files of several arguments, each once.
 class Search {
 public:
-    // REQUIRES: "top" is a directory
-    std::vector<Input> run(const std::string& top);
+    void add(const std::string& argument);
+    std::vector<Input> take() { return std::move(inputs_); }
 
 private:
+    void search(const std::string& top);
     void enter(const std::string& path);
     void read(const std::string& path);
+    // Whether a file has not been found yet, in whatever way its directory was written.
+    bool is_new(const std::optional<Identity>& directory, const std::string& path);
 
+    std::vector<Input> inputs_;
+    // The directories with the number of the argument for which each was entered.
+    std::map<Identity, std::size_t> entered_;
+    std::set<std::pair<Identity, std::string>> files_;
+    std::set<std::string> paths_;  // of files in directories that are not there
+    // Of the argument in hand.
+    std::size_t argument_ = 0;
+    bool has_met_earlier_ = false;
     std::vector<std::string> waiting_;
-    std::set<Identity> entered_;
     std::vector<Input> found_;
 };
 
+bool Search::is_new(const std::optional<Identity>& directory, const std::string& path) {
+    const bool is_new =
+        directory ? files_.emplace(*directory, path.substr(path.find_last_of('/') + 1)).second
+                  : paths_.insert(path).second;
+    has_met_earlier_ = has_met_earlier_ || !is_new;
+    return is_new;
+}
+
 void Search::enter(const std::string& path) {
     const std::optional<Identity> identity = identity_of_directory(path);
-    if (identity && entered_.insert(*identity).second) {
+    if (!identity) {
+        return;
+    }
+    const auto [at, is_first] = entered_.emplace(*identity, argument_);
+    if (is_first) {
         waiting_.push_back(path);
     }
+    has_met_earlier_ = has_met_earlier_ || at->second != argument_;
 }
 
 void Search::read(const std::string& path) {
@@ -63,6 +94,7 @@ void Search::read(const std::string& path) {
         found_.push_back({path, std::strerror(errno)});
         return;
     }
+    const std::optional<Identity> identity = identity_of_directory(path);
     errno = 0;
     while (const dirent* const entry = readdir(directory.get())) {
         const std::string name = entry->d_name;
@@ -72,7 +104,7 @@ void Search::read(const std::string& path) {
         }
         if (identity_of_directory(below)) {
             enter(below);
-        } else if (is_description(name)) {
+        } else if (is_description(name) && is_new(identity, below)) {
             found_.push_back({below, std::nullopt});
         }
         errno = 0;
@@ -82,7 +114,9 @@ void Search::read(const std::string& path) {
     }
 }
 
-std::vector<Input> Search::run(const std::string& top) {
+void Search::search(const std::string& top) {
+    ++argument_;
+    has_met_earlier_ = false;
     enter(top);
     while (!waiting_.empty()) {
         const std::string path = std::move(waiting_.back());
@@ -91,23 +125,29 @@ std::vector<Input> Search::run(const std::string& top) {
     }
     std::sort(found_.begin(), found_.end(),
               [](const Input& left, const Input& right) { return left.path < right.path; });
-    if (found_.empty()) {
+    if (found_.empty() && !has_met_earlier_) {
         found_.push_back({top, "no file *_info.xml is below this directory"});
     }
-    return std::move(found_);
+    std::move(found_.begin(), found_.end(), std::back_inserter(inputs_));
+    found_.clear();
+}
+
+void Search::add(const std::string& argument) {
+    if (argument == "-") {
+        inputs_.push_back({argument, std::nullopt});
+    } else if (identity_of_directory(argument)) {
+        search(argument);
+    } else if (is_new(identity_of_directory(parent_of(argument)), argument)) {
+        inputs_.push_back({argument, std::nullopt});
+    }
 }
 
 }  // namespace
 
 std::vector<Input> find_inputs(const std::vector<std::string>& arguments) {
-    std::vector<Input> inputs;
+    Search search;
     for (const std::string& argument : arguments) {
-        if (argument != "-" && identity_of_directory(argument)) {
-            std::vector<Input> found = Search().run(argument);
-            std::move(found.begin(), found.end(), std::back_inserter(inputs));
-        } else {
-            inputs.push_back({argument, std::nullopt});
-        }
+        search.add(argument);
     }
-    return inputs;
+    return search.take();
 }

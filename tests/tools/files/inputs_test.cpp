@@ -21,9 +21,10 @@ protected:
         std::filesystem::create_symlink(target, folder_.path(name));
     }
     // The paths below the folder, of which all can be read.
-    Paths found(const std::string& directory) {
+    Paths found(const std::string& directory) { return found_in({folder_.path(directory)}); }
+    Paths found_in(const Paths& arguments) {
         Paths paths;
-        for (const Input& input : find_inputs({folder_.path(directory)})) {
+        for (const Input& input : find_inputs(arguments)) {
             EXPECT_FALSE(input.failure) << input.path;
             paths.push_back(input.path.substr(folder_.path("").size()));
         }
@@ -34,12 +35,46 @@ protected:
 };
 
 TEST_F(InputsTest, FilesStayAsTheyAre) {
-    const std::vector<Input> inputs = find_inputs({"b", "-", "a", "b"});
-    ASSERT_EQ(inputs.size(), 4U);
+    const std::vector<Input> inputs = find_inputs({"b", "-", "a"});
+    ASSERT_EQ(inputs.size(), 3U);
     EXPECT_EQ(inputs[0].path, "b");
     EXPECT_EQ(inputs[1].path, "-");
     EXPECT_EQ(inputs[2].path, "a");
-    EXPECT_EQ(inputs[3].path, "b");
+}
+
+TEST_F(InputsTest, AFileNamedTwiceCountsOnce) {
+    make("d");
+    const std::string path = folder_.write("d/a_info.xml", "");
+    const std::string other = folder_.path("d/../d/a_info.xml");
+    EXPECT_EQ(found_in({path, other, path}), Paths{"d/a_info.xml"});
+    EXPECT_EQ(found_in({other, path}), Paths{"d/../d/a_info.xml"});
+    // One that is not there, too.
+    EXPECT_EQ(find_inputs({"none", "a", "none", "./none"}).size(), 2U);
+    EXPECT_EQ(find_inputs({"none/a", "none/a", "none/b"}).size(), 2U);
+}
+
+TEST_F(InputsTest, ADirectoryNamedTwiceCountsOnce) {
+    make("d/deep");
+    const std::string top = folder_.path("d");
+    const std::string deep = folder_.path("d/deep");
+    const std::string a = folder_.write("d/a_info.xml", "");
+    const std::string b = folder_.write("d/deep/b_info.xml", "");
+    EXPECT_EQ(found_in({top, top, top + '/'}), (Paths{"d/a_info.xml", "d/deep/b_info.xml"}));
+    EXPECT_EQ(found_in({top, deep}), (Paths{"d/a_info.xml", "d/deep/b_info.xml"}));
+    EXPECT_EQ(found_in({deep, top}), (Paths{"d/deep/b_info.xml", "d/a_info.xml"}));
+    EXPECT_EQ(found_in({b, top}), (Paths{"d/deep/b_info.xml", "d/a_info.xml"}));
+    EXPECT_EQ(found_in({top, a}), (Paths{"d/a_info.xml", "d/deep/b_info.xml"}));
+    // What has been named already is no directory without descriptions.
+    EXPECT_EQ(found_in({b, deep}), Paths{"d/deep/b_info.xml"});
+}
+
+TEST_F(InputsTest, AnotherNameOfAFileIsAFileOfItsOwn) {
+    make("d");
+    const std::string path = folder_.write("d/a_info.xml", "");
+    link("a_info.xml", "d/b_info.xml");
+    EXPECT_EQ(found("d"), (Paths{"d/a_info.xml", "d/b_info.xml"}));
+    EXPECT_EQ(found_in({path, folder_.path("d/b_info.xml")}),
+              (Paths{"d/a_info.xml", "d/b_info.xml"}));
 }
 
 TEST_F(InputsTest, ADirectoryStandsForItsDescriptionsSorted) {
