@@ -11,16 +11,13 @@
 #include "tools/findings/catalogue.h"
 #include "tools/text/near_word.h"
 #include "tools/text/text_escape.h"
+#include "tools/text/text_steps.h"
 #include "tools/text/text_width.h"
 
 namespace {
 
 constexpr std::size_t kTextWidth = 80;
 constexpr std::size_t kMostEdits = 3;
-
-const char* name_of(Severity severity) {
-    return severity == Severity::kError ? "error" : "warning";
-}
 
 std::vector<std::string> known_ids() {
     std::vector<std::string> ids;
@@ -43,11 +40,6 @@ std::string check_id(const std::string& id) {
                            : fmt::format("no message '{}', perhaps '{}'", id, nearest);
 }
 
-std::string first_sentence(std::string_view explanation) {
-    const std::string text = join_lines(explanation);
-    return text.substr(0, text.find(". ") == std::string::npos ? text.size() : text.find(". ") + 1);
-}
-
 void list_messages(Stream& out) {
     std::size_t width = 0;
     for (const MessageDescription& row : message_catalogue()) {
@@ -55,21 +47,19 @@ void list_messages(Stream& out) {
     }
     for (const MessageDescription& row : message_catalogue()) {
         out.write(fmt::format("{}{:{}}  {:7}  {}\n", out.paint(Style::kBold, row.id), "",
-                              width - row.id.size(), name_of(row.severity),
-                              first_sentence(row.explanation)));
+                              width - row.id.size(), severity_word(row.severity), summary_of(row)));
     }
 }
 
 void explain_message(Stream& out, const MessageDescription& row) {
-    out.write(fmt::format("{} ({})\n\n", out.paint(Style::kBold, row.id), name_of(row.severity)));
+    out.write(
+        fmt::format("{} ({})\n\n", out.paint(Style::kBold, row.id), severity_word(row.severity)));
     for (const std::string& line : wrap_text(join_lines(row.explanation), kTextWidth)) {
         out.write(line + '\n');
     }
     out.write("\nExample:\n\n");
     for (std::string_view rest = row.example; !rest.empty();) {
-        const std::size_t end = rest.find('\n');
-        out.write(fmt::format("  {}\n", escape_text(rest.substr(0, end))));
-        rest.remove_prefix(end + 1);
+        out.write(fmt::format("  {}\n", escape_text(taken_line(rest))));
     }
 }
 

@@ -1,12 +1,12 @@
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
-#include <algorithm>
 #include <string_view>
 
 #include "tools/arguments/usage.h"
 #include "tools/completion/scopes.h"
 #include "tools/completion/writers.h"
+#include "tools/text/text_steps.h"
 
 namespace {
 
@@ -134,23 +134,14 @@ std::string styled_usage(std::string_view usage) {
     return out;
 }
 
-std::vector<std::string_view> lines_of(std::string_view text) {
-    std::vector<std::string_view> lines;
-    while (!text.empty()) {
-        const std::size_t end = std::min(text.find('\n'), text.size());
-        lines.push_back(text.substr(0, end));
-        text.remove_prefix(std::min(end + 1, text.size()));
-    }
-    return lines;
-}
-
 // Paragraphs between empty lines and before the exit status; indented lines are shown as they are.
 std::string paragraphs(std::string_view text) {
     constexpr std::string_view kStatus = "Exit status:";
     std::string out;
     bool is_example = false;
     bool is_begun = false;
-    for (const std::string_view line : lines_of(text)) {
+    while (!text.empty()) {
+        const std::string_view line = taken_line(text);
         const bool is_indented = line.substr(0, 2) == "  ";
         if (is_indented != is_example) {
             out += is_indented ? ".RS 4\n.EX\n" : ".EE\n.RE\n";

@@ -1,24 +1,12 @@
 #include "tools/doc/help_text.h"
 
-#include <algorithm>
 #include <string>
 #include <vector>
 
 #include "tools/text/text_escape.h"
+#include "tools/text/text_steps.h"
 
 namespace {
-
-bool is_blank_line(std::string_view line) {
-    return line.find_first_not_of(" \t\r") == std::string_view::npos;
-}
-
-// Takes the next line, without its end, from a text that is not empty.
-std::string_view take_line(std::string_view& text) {
-    const std::size_t end = std::min(text.find('\n'), text.size());
-    const std::string_view line = text.substr(0, end);
-    text.remove_prefix(std::min(end + 1, text.size()));
-    return line;
-}
 
 struct Branch {
     const std::string& text;
@@ -139,8 +127,8 @@ void write_paragraphs(HtmlWriter& html, std::string_view text) {
     while (!text.empty()) {
         std::string paragraph;
         while (!text.empty()) {
-            const std::string_view line = take_line(text);
-            if (is_blank_line(line)) {
+            const std::string_view line = taken_line(text);
+            if (has_only_blanks(line)) {
                 break;
             }
             paragraph.append(line).append("\n");

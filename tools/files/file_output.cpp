@@ -11,21 +11,11 @@
 #include <memory>
 #include <system_error>
 
+#include "tools/files/write_all.h"
+
 namespace {
 
 constexpr mode_t kPermissions = 07777;
-
-// The errno of the call that failed, 0 for none.
-int write_all(int file, std::string_view content) {
-    while (!content.empty()) {
-        const ssize_t written = write(file, content.data(), content.size());
-        if (written < 0 && errno != EINTR) {
-            return errno;
-        }
-        content.remove_prefix(written < 0 ? 0 : static_cast<std::size_t>(written));
-    }
-    return 0;
-}
 
 // Some file systems report a full disk only when a file is closed.
 int write_and_close(int file, std::string_view content) {

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "tools/text/text_escape.h"
+
 namespace {
 
 // clang-format off
@@ -666,6 +668,16 @@ info.post_error_message("The wizard cannot write into the project folder");
 
 const std::vector<MessageDescription>& message_catalogue() {
     return kCatalogue;
+}
+
+const char* severity_word(Severity severity) {
+    return severity == Severity::kError ? "error" : "warning";
+}
+
+std::string summary_of(const MessageDescription& message) {
+    const std::string text = join_lines(message.explanation);
+    const std::size_t end = text.find(". ");
+    return end == std::string::npos ? text : text.substr(0, end + 1);
 }
 
 const MessageDescription* find_message(std::string_view id) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -19,6 +20,12 @@ struct MessageDescription {
 
 // Every message that the program knows, in the order of the handbook.
 const std::vector<MessageDescription>& message_catalogue();
+
+// "error" or "warning".
+const char* severity_word(Severity severity);
+
+// The first sentence of the explanation, in one line.
+std::string summary_of(const MessageDescription& message);
 
 // The message of that id, or null.
 const MessageDescription* find_message(std::string_view id);

@@ -26,7 +26,7 @@ Json finding_of(const Finding& finding) {
     for (const Note& note : finding.notes) {
         notes.push_back({{"text", note.text}, {"place", place_of(note.place)}});
     }
-    return {{"severity", finding.severity == Severity::kError ? "error" : "warning"},
+    return {{"severity", severity_word(finding.severity)},
             {"id", finding.id},
             {"text", finding.text},
             {"place", place_of(finding.place)},

@@ -1,5 +1,6 @@
 #include <map>
 #include <nlohmann/json.hpp>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -16,21 +17,13 @@ Json message(std::string_view text) {
     return {{"text", text}};
 }
 
-const char* level_of(Severity severity) {
-    return severity == Severity::kError ? "error" : "warning";
-}
-
-std::string first_sentence(const std::string& text) {
-    return text.substr(0, text.find(". ") == std::string::npos ? text.size() : text.find(". ") + 1);
-}
-
 Json rule_of(const MessageDescription& row) {
     const std::string explanation = join_lines(row.explanation);
     return {{"id", row.id},
-            {"shortDescription", message(first_sentence(explanation))},
+            {"shortDescription", message(summary_of(row))},
             {"fullDescription", message(explanation)},
             {"help", message(explanation + "\n\nExample:\n\n" + std::string(row.example))},
-            {"defaultConfiguration", {{"level", level_of(row.severity)}}}};
+            {"defaultConfiguration", {{"level", severity_word(row.severity)}}}};
 }
 
 // Characters, since the format knows no columns of bytes.
@@ -60,7 +53,11 @@ public:
     }
 
     Json all() const { return rules_; }
-    std::size_t number_of(const std::string& id) const { return numbers_.at(id); }
+    // Nothing for a kind of message that the catalogue does not know.
+    std::optional<std::size_t> number_of(const std::string& id) const {
+        const auto found = numbers_.find(id);
+        return found == numbers_.end() ? std::nullopt : std::optional(found->second);
+    }
 
 private:
     Json rules_ = Json::array();
@@ -88,11 +85,13 @@ Json SarifReport::result_of(const Finding& finding) const {
     if (!finding.place.file.empty()) {
         locations.push_back(location_of(finding.place));
     }
-    Json result = {{"ruleId", finding.id},
-                   {"ruleIndex", rules_.number_of(finding.id)},
-                   {"level", level_of(finding.severity)},
-                   {"message", message(finding.text)},
-                   {"locations", std::move(locations)}};
+    Json result = {{"ruleId", finding.id}};
+    if (const auto number = rules_.number_of(finding.id)) {
+        result["ruleIndex"] = *number;
+    }
+    result["level"] = severity_word(finding.severity);
+    result["message"] = message(finding.text);
+    result["locations"] = std::move(locations);
     Json related = Json::array();
     for (const Note& note : finding.notes) {
         related.push_back(location_of(note.place));

@@ -57,11 +57,10 @@ bool is_same_place(const Place& left, const Place& right) {
 }  // namespace
 
 void write_finding(Stream& stream, const std::string& name, const Finding& finding) {
-    const bool is_error = finding.severity == Severity::kError;
+    const Style style = finding.severity == Severity::kError ? Style::kError : Style::kWarning;
     std::string out =
         fmt::format("{} {} {} {}\n", where(stream, name, finding.place),
-                    is_error ? stream.paint(Style::kError, "error:")
-                             : stream.paint(Style::kWarning, "warning:"),
+                    stream.paint(style, std::string(severity_word(finding.severity)) + ':'),
                     escape_text(finding.text), stream.paint(Style::kDim, '[' + finding.id + ']'));
     out += excerpt_of(stream, finding.place, finding.attribute);
     for (const Note& note : finding.notes) {

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <iterator>
 
+#include "tools/text/text_steps.h"
 #include "tools/text/utf8.h"
 
 namespace {
@@ -54,10 +55,6 @@ void append_escape(std::string& out, std::uint32_t code) {
     }
 }
 
-bool is_blank(char letter) {
-    return letter == ' ' || letter == '\t' || letter == '\n' || letter == '\r';
-}
-
 }  // namespace
 
 std::string escape_text(std::string_view text) {
@@ -87,17 +84,12 @@ std::string join_lines(std::string_view text) {
     std::string out;
     out.reserve(text.size());
     while (!text.empty()) {
-        const auto run_end = std::find_if_not(text.begin(), text.end(), is_blank);
-        const auto run = text.substr(0, static_cast<std::size_t>(run_end - text.begin()));
-        text.remove_prefix(run.size());
+        const std::string_view run = taken_blanks(text);
         const bool is_at_end = out.empty() || text.empty();
         if (!run.empty() && !is_at_end) {
             out += run.find('\n') == std::string_view::npos ? run : std::string_view(" ");
         }
-        const auto word_end = std::find_if(text.begin(), text.end(), is_blank);
-        const auto length = static_cast<std::size_t>(word_end - text.begin());
-        out += text.substr(0, length);
-        text.remove_prefix(length);
+        out += taken_until(text, kBlanks);
     }
     return out;
 }

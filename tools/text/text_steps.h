@@ -1,6 +1,5 @@
 #pragma once
 
-#include <algorithm>
 #include <string_view>
 
 // Steps through a text of which "rest" is what is left.
@@ -14,6 +13,24 @@ inline std::string_view taken_until(std::string_view& rest, std::string_view end
     return taken;
 }
 
+// Takes the next line, without its end.
+inline std::string_view taken_line(std::string_view& rest) {
+    const std::string_view line = taken_until(rest, "\n");
+    rest.remove_prefix(rest.empty() ? 0 : 1);
+    return line;
+}
+
+// Takes the blanks before anything else.
+inline std::string_view taken_blanks(std::string_view& rest) {
+    const std::string_view taken = rest.substr(0, rest.find_first_not_of(kBlanks));
+    rest.remove_prefix(taken.size());
+    return taken;
+}
+
 inline void skip_blanks(std::string_view& rest) {
-    rest.remove_prefix(std::min(rest.find_first_not_of(kBlanks), rest.size()));
+    taken_blanks(rest);
+}
+
+inline bool has_only_blanks(std::string_view text) {
+    return text.find_first_not_of(kBlanks) == std::string_view::npos;
 }
