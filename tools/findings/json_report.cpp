@@ -2,6 +2,7 @@
 #include <string>
 
 #include "tools/findings/report.h"
+#include "tools/text/json_text.h"
 
 namespace {
 
@@ -56,9 +57,7 @@ public:
                             {"files_not_read", tally.unreadable},
                             {"errors", tally.errors},
                             {"warnings", tally.warnings}}}};
-        // Pure ASCII, which cannot steer a terminal either.
-        constexpr bool kIsAscii = true;
-        stream_.write(log.dump(2, ' ', kIsAscii, Json::error_handler_t::replace) + '\n');
+        stream_.write(json_text(log) + '\n');
     }
 
 private:

@@ -6,6 +6,7 @@
 
 #include "tools/findings/catalogue.h"
 #include "tools/findings/report.h"
+#include "tools/text/json_text.h"
 #include "tools/text/text_escape.h"
 #include "tools/text/uri.h"
 
@@ -129,9 +130,7 @@ void SarifReport::finish(const Tally& tally, int exit_status) {
     const Json log = {{"$schema", "https://json.schemastore.org/sarif-2.1.0.json"},
                       {"version", "2.1.0"},
                       {"runs", Json::array({run})}};
-    // Pure ASCII, which cannot steer a terminal either.
-    constexpr bool kIsAscii = true;
-    stream_.write(log.dump(2, ' ', kIsAscii, Json::error_handler_t::replace) + '\n');
+    stream_.write(json_text(log) + '\n');
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 
 #include "tools/description/default_value.h"
 #include "tools/show/parts.h"
+#include "tools/text/json_text.h"
 
 namespace {
 
@@ -138,10 +139,7 @@ private:
     }
 
     void add_value(const Json& value, std::size_t depth) {
-        // Pure ASCII, which cannot steer a terminal either.
-        constexpr bool kIsAscii = true;
-        const std::string text = value.dump(kIndent, ' ', kIsAscii, Json::error_handler_t::replace);
-        for (const char letter : text) {
+        for (const char letter : json_text(value)) {
             out_ += letter;
             if (letter == '\n') {
                 out_.append(kIndent * depth, ' ');

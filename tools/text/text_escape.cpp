@@ -63,8 +63,7 @@ std::string escape_text(std::string_view text) {
     while (!text.empty()) {
         const std::size_t length = utf8_length(text);
         if (length == 0) {
-            fmt::format_to(std::back_inserter(out), "\\x{:02X}",
-                           static_cast<unsigned char>(text[0]));
+            out += fmt::format("\\x{:02X}", static_cast<unsigned char>(text[0]));
             text.remove_prefix(1);
             continue;
         }

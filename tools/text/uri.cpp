@@ -2,8 +2,6 @@
 
 #include <fmt/format.h>
 
-#include <iterator>
-
 namespace {
 
 bool stands_for_itself(char letter) {
@@ -20,7 +18,7 @@ std::string uri_of_path(std::string_view path) {
         if (stands_for_itself(letter)) {
             uri += letter;
         } else {
-            fmt::format_to(std::back_inserter(uri), "%{:02X}", static_cast<unsigned char>(letter));
+            uri += fmt::format("%{:02X}", static_cast<unsigned char>(letter));
         }
     }
     return uri;

@@ -1,10 +1,10 @@
 #include "tools/wave/port_width.h"
 
-#include <charconv>
 #include <string_view>
 
 #include "tools/description/default_value.h"
 #include "tools/text/text_escape.h"
+#include "tools/text/whole_number.h"
 
 namespace {
 
@@ -12,11 +12,8 @@ namespace {
 constexpr std::size_t kMaxWidth = 65536;
 
 std::optional<std::size_t> read_width(std::string_view text) {
-    std::size_t width = 0;
-    const char* const end = text.data() + text.size();
-    const auto read = std::from_chars(text.data(), end, width);
-    const bool is_number = read.ec == std::errc() && read.ptr == end;
-    return is_number && width >= 1 && width <= kMaxWidth ? std::optional(width) : std::nullopt;
+    const auto width = whole_number<std::size_t>(text);
+    return width && *width >= 1 && *width <= kMaxWidth ? width : std::nullopt;
 }
 
 }  // namespace

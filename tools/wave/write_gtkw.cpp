@@ -1,10 +1,10 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <charconv>
 #include <filesystem>
 #include <string_view>
 
+#include "tools/text/whole_number.h"
 #include "tools/wave/renderers.h"
 #include "tools/wave/vcd_names.h"
 
@@ -31,15 +31,9 @@ Format fixed_point_format(std::string_view description) {
     if (point == std::string_view::npos) {
         return {};
     }
-    const std::string_view fraction = description.substr(point + 1);
-    Format format;
-    const auto read =
-        std::from_chars(fraction.data(), fraction.data() + fraction.size(), format.fraction_bits);
-    if (read.ec != std::errc() || read.ptr != fraction.data() + fraction.size()) {
-        return {};
-    }
-    format.flags = kFixedPoint | (is_signed ? kSigned : kDecimal);
-    return format;
+    const auto fraction_bits = whole_number<unsigned>(description.substr(point + 1));
+    return fraction_bits ? Format{kFixedPoint | (is_signed ? kSigned : kDecimal), *fraction_bits}
+                         : Format();
 }
 
 Format format_of(const WaveSignal& signal) {

@@ -114,8 +114,7 @@ private:
     void write_time(std::int64_t time) {
         // A dump knows no time before 0.
         const std::int64_t origin = std::min<std::int64_t>(model_.start, 0);
-        out_ += '#';
-        fmt::format_to(std::back_inserter(out_), "{}\n", (time - origin) * scale_.factor);
+        out_ += fmt::format("#{}\n", (time - origin) * scale_.factor);
     }
 
     void write_change(std::size_t index, const WaveChange& change) {

@@ -2,6 +2,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "tools/text/json_text.h"
 #include "tools/wave/renderers.h"
 
 namespace {
@@ -73,6 +74,5 @@ std::optional<std::string> write_wavejson(const WaveModel& model) {
     document["foot"] = {
         {"text", fmt::format("from {}{unit} to {}{unit} in steps of {}{unit}", model.start,
                              model.end, step, fmt::arg("unit", unit))}};
-    // Pure ASCII, which cannot steer a terminal that shows the file.
-    return document.dump(2, ' ', true, nlohmann::ordered_json::error_handler_t::replace) + "\n";
+    return json_text(document) + "\n";
 }
