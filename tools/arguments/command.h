@@ -24,7 +24,7 @@ using Target = std::variant<bool*, std::int32_t*, std::string*, std::vector<std:
 struct OptionRow {
     std::string name = {};        // with its hyphens, "-W" for an option that has only a short one
     std::string short_name = {};  // "-o", if it has one besides
-    std::string value_name = {};  // of an option that is no switch
+    std::string value_name = {};  // empty for a switch
     Target target = {};
     std::string help = {};
     std::vector<std::string> choices = {};  // the only words for it, unless "check" judges them

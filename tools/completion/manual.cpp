@@ -68,7 +68,7 @@ bool is_word_letter(char letter) {
            (letter >= '0' && letter <= '9') || letter == '-' || letter == '_';
 }
 
-// The length of the word that a text begins with; a dot is part of it when more follows.
+// The length of the word that a text begins with; a dot belongs to it when more follows.
 std::size_t word_length(std::string_view text) {
     std::size_t length = 0;
     while (length < text.size() &&

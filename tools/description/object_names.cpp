@@ -9,7 +9,7 @@ namespace {
 
 constexpr std::size_t kShortest = 3;
 constexpr std::size_t kLongest = 64;
-// So many names are compared with one that is looked up, for each way of leaving out a byte.
+// The most names that are compared with one that is looked up, for each of its hashes.
 constexpr std::ptrdiff_t kMostCompared = 16;
 
 bool is_comparable(std::string_view name) {

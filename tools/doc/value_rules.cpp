@@ -6,7 +6,7 @@
 
 namespace {
 
-// A condition as its author may have broken it over lines, in one.
+// A condition in one line, over however many its author wrote it.
 std::string condition_code(const std::string& condition) {
     return code_cell(join_lines(condition));
 }
@@ -24,7 +24,7 @@ std::string range(const KIVO_RULE_ELEMENT& rule) {
                               : code_cell(rule.text2) + " to " + code_cell(rule.text1);
 }
 
-// Which of the two a second text is, the value otherwise or the lower limit, is not recorded.
+// The second text is the value otherwise or the lower limit; which of them is not recorded.
 std::string by_command(const KIVO_RULE_ELEMENT& rule) {
     const std::string second = rule.text2.empty() ? "" : " or " + code_cell(rule.text2);
     return code_cell(rule.text1) + second + " by command " + condition_code(rule.text3);

@@ -62,7 +62,7 @@ void write_stimulus(HtmlWriter& html, KIVO_VECTOR_OBJ& vector) {
     table.write(html);
 }
 
-// The conditions under which the picture is right, which nobody evaluates here.
+// The conditions under which the picture is right; they are not evaluated here.
 void write_conditions(HtmlWriter& html, KIVO_VECTOR_OBJ& vector) {
     const std::vector<std::string> conditions = wave_conditions(vector);
     if (conditions.empty()) {

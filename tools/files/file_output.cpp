@@ -43,7 +43,7 @@ mode_t mode_of_new_files() {
 }
 
 int replace_file(const std::string& path, mode_t mode, std::string_view content) {
-    // Not the file's own name with an ending: that could be longer than a name may be.
+    // The file's own name with an ending could be longer than a name may be.
     std::string temporary = path.substr(0, path.find_last_of('/') + 1) + ".kivo-XXXXXX";
     const int file = mkostemp(temporary.data(), O_CLOEXEC);
     if (file < 0) {

@@ -27,8 +27,8 @@ info.post_error_message("The wizard cannot write into the project folder");
 )"},
 
     {"invalid-file", Severity::kError,
-     R"(The file is no well-formed XML, so nothing of it is read. A message xml-syntax with the line
-        and column of the first fault always follows: mend that place and check again, because the
+     R"(The file is not well-formed XML, so nothing of it is read. A message xml-syntax with the
+        line and column of the first fault always follows: mend that place and check again, because the
         parser does not look beyond it.)",
      R"(<ROOT>
   <PARAMETERS>
@@ -65,8 +65,8 @@ info.post_error_message("The wizard cannot write into the project folder");
 )"},
 
     {"unknown-section", Severity::kError,
-     R"(An element directly in ROOT is no section of a description, so nothing in it is read. Tags
-        are compared exactly and are written in upper case: correct the tag, or remove the
+     R"(An element directly in ROOT is not a section of a description, so nothing in it is read.
+        Tags are compared exactly and are written in upper case: correct the tag, or remove the
         element. The sections are FUNCTION_INFORMATION, PARAMETERS, PARAMETER_RULES, PORTS,
         PORT_RULES, HIDDEN_PARAMETERS, MACROS, RULES, MESSAGES, MSGS, WAVE_DATA, CUSTOM_VECTORS,
         WIZARD_DATA, HTML_TEXT and INCLUDE.)",
@@ -78,7 +78,7 @@ info.post_error_message("The wizard cannot write into the project folder");
 )"},
 
     {"include-attribute", Severity::kError,
-     R"(INCLUDE has an attribute other than FILE, which is ignored. A path belongs into FILE itself:
+     R"(INCLUDE has an attribute other than FILE, which is ignored. A path belongs in FILE itself:
         there is no attribute for a directory.)",
      R"(<ROOT>
   <INCLUDE PATH="common"/>
@@ -96,8 +96,8 @@ info.post_error_message("The wizard cannot write into the project folder");
 )"},
 
     {"function-information-sub-tag", Severity::kError,
-     R"(FUNCTION_INFORMATION holds an element that is no setting, so it is ignored and the setting
-        that was meant keeps its default. The settings are VHDL_LIBRARY, START_TIME, TIME_SCALE and
+     R"(FUNCTION_INFORMATION holds an element that is not a setting, so it is ignored and the
+        setting that was meant keeps its default. The settings are VHDL_LIBRARY, START_TIME, TIME_SCALE and
         TIME_DELTA.)",
      R"(<ROOT>
   <FUNCTION_INFORMATION>
@@ -266,7 +266,7 @@ info.post_error_message("The wizard cannot write into the project folder");
 )"},
 
     {"object-sub-tag", Severity::kError,
-     R"(An element inside a PARAMETER or PORT is no rule for it, so it is ignored. Parameters take
+     R"(An element inside a PARAMETER or PORT is not a rule for it, so it is ignored. Parameters take
         FORCE_VALUE, FORCE_RANGE and VALUE_RULE; ports take FORCE_VALUE, STATE, FORCE_RANGE and
         CONSTANT_RANGE. The message says PORT for both.)",
      R"(<ROOT>
@@ -280,8 +280,8 @@ info.post_error_message("The wizard cannot write into the project folder");
 
     {"range-attribute", Severity::kError,
      R"(A FORCE_VALUE, STATE, FORCE_RANGE or CONSTANT_RANGE has an attribute that does not fit it,
-        which is ignored; a rule that loses its condition so applies always. Values are V, TO or
-        THEN, limits MIN and MAX (ranges only), conditions IF, WHEN or WHEN_CMD, and ELSE is for
+        which is ignored; a rule that loses its condition in this way always applies. Values are V,
+        TO or THEN, limits MIN and MAX (ranges only), conditions IF, WHEN or WHEN_CMD, and ELSE is for
         FORCE_VALUE and STATE. The FORCE_RANGE of a port takes no V, TO or THEN.)",
      R"(<ROOT>
   <PARAMETERS>
@@ -296,7 +296,7 @@ info.post_error_message("The wizard cannot write into the project folder");
      R"(An element inside a FORCE_VALUE, STATE, FORCE_RANGE or CONSTANT_RANGE does not fit it, so it
         is ignored. FORCE_RANGE takes MIN, MAX and a condition (IF, WHEN, WHEN_CMD), FORCE_VALUE and
         STATE a value (V, TO, THEN), a condition and ELSE; the limits of a CONSTANT_RANGE are
-        attributes. Behind a WHEN_CMD no ELSE, MIN or MAX is accepted: write it last.)",
+        attributes. After a WHEN_CMD no ELSE, MIN or MAX is accepted: write it last.)",
      R"(<ROOT>
   <PARAMETERS>
     <PARAMETER NAME="WIDTH" TYPE="INTEGER" VALUE="8">
@@ -332,7 +332,7 @@ info.post_error_message("The wizard cannot write into the project folder");
 
     {"rules-sub-tag", Severity::kError,
      R"(RULES holds an element other than RULE and CONDITION, which is ignored. Messages for the user
-        belong into MESSAGES, and rules for one parameter or port into its own element.)",
+        belong in MESSAGES, and rules for one parameter or port into its own element.)",
      R"(<ROOT>
   <RULES>
     <MESSAGE TYPE="INFO">Wide counters are slow.</MESSAGE>
@@ -352,7 +352,7 @@ info.post_error_message("The wizard cannot write into the project folder");
 
     {"message-sub-tag", Severity::kError,
      R"(A message holds an element that is not known, which is ignored; a message that loses its
-        condition so is always shown. IF or WHEN is the condition, THEN or TEXT is shown when it
+        condition in this way is always shown. IF or WHEN is the condition, THEN or TEXT is shown when it
         holds, ELSE otherwise.)",
      R"(<ROOT>
   <MESSAGES>
@@ -362,7 +362,7 @@ info.post_error_message("The wizard cannot write into the project folder");
 )"},
 
     {"messages-sub-tag", Severity::kError,
-     R"(MESSAGES holds an element other than MESSAGE and MSG, which is ignored. Rules belong into
+     R"(MESSAGES holds an element other than MESSAGE and MSG, which is ignored. Rules belong in
         RULES.)",
      R"(<ROOT>
   <MESSAGES>
@@ -530,8 +530,8 @@ info.post_error_message("The wizard cannot write into the project folder");
 
     {"if-with-sub-tags", Severity::kError,
      R"(The IF of a conditional text holds an element and is ignored, so what was to depend on it is
-        shown always. A condition is plain text: write it without tags, and what depends on it into
-        THEN and ELSE behind it.)",
+        always shown. A condition is plain text: write it without tags, and what depends on it in
+        THEN and ELSE after it.)",
      R"(<ROOT>
   <HTML_TEXT>
     <INTRO>
@@ -601,7 +601,7 @@ info.post_error_message("The wizard cannot write into the project folder");
     {"xml-control-character", Severity::kWarning,
      R"(XML allows no control characters but tab, line feed and carriage return. The library takes
         them as they are, but other programs refuse the file. They are mostly invisible and come
-        from copying: remove what stands at the place, and write the text anew.)",
+        from copying: remove what stands at the place, and write the text again.)",
      "<ROOT>\n"
      "  <RULES>\n"
      "    <RULE>WIDTH gt\b 0</RULE>\n"
@@ -621,7 +621,7 @@ info.post_error_message("The wizard cannot write into the project folder");
 
     {"xml-bad-utf8", Severity::kWarning,
      R"(A byte is not part of any character of UTF-8, the encoding of a file that declares it or
-        none. The library hands it on as it is, so that a wizard shows a wrong sign, and other
+        none. The library hands it on as it is, so that a wizard shows a wrong character, and other
         programs refuse the file. Save the file as UTF-8 with the editor that wrote it.)",
      "<ROOT>\n"
      "  <MESSAGES>\n"
@@ -639,9 +639,9 @@ info.post_error_message("The wizard cannot write into the project folder");
 
     {"xml-entity-expansion", Severity::kWarning,
      R"(The file declares entities that contain others, or are used, so many times over that what
-        they stand for could be far larger than the file. The check stops there. The library does not replace
-        entities that a file declares, so they are of no use in a description: write the texts
-        themselves.)",
+        they stand for could be far larger than the file. The check stops there. The library does
+        not replace entities that a file declares, so they are of no use in a description: write
+        the texts themselves.)",
      R"(<!DOCTYPE ROOT [
   <!ENTITY a "0123456789">
   <!ENTITY b "&a;&a;&a;&a;&a;&a;&a;&a;&a;&a;">

@@ -116,11 +116,10 @@ XmlFault Explanation::comment_hyphens() const {
 }
 
 XmlFault Explanation::bad_byte() const {
-    return at(
-        "xml-bad-utf8",
-        fmt::format("byte 0x{:02X} is no UTF-8, in which the file has to be; save it as UTF-8",
-                    static_cast<unsigned char>(text_[at_])),
-        at_, 1);
+    return at("xml-bad-utf8",
+              fmt::format("byte 0x{:02X} is not UTF-8; save the file as UTF-8",
+                          static_cast<unsigned char>(text_[at_])),
+              at_, 1);
 }
 
 XmlFault Explanation::bad_character(std::uint32_t code, std::size_t length) const {

@@ -10,7 +10,7 @@
 
 namespace {
 
-// Entities that refer to others, of which each may take the parser a call deeper.
+// The most entities that refer to others: each may take the parser a call deeper.
 constexpr std::size_t kMostNestedEntities = 100;
 // What the parser takes at once; its lengths have 31 bits.
 constexpr std::size_t kPiece = 1024UL * 1024 * 1024;
@@ -52,7 +52,7 @@ void note_entity(void* data, const XML_Char* name, int is_parameter, const XML_C
     }
 }
 
-// Takes every byte beyond ASCII of an encoding that the parser does not know for a letter.
+// Of an encoding that the parser does not know, every byte beyond ASCII counts as a letter.
 int accept_encoding(void*, const XML_Char*, XML_Encoding* encoding) {
     constexpr int kSomeLetter = 0xE9;
     for (int byte = 0; byte < 256; ++byte) {

@@ -81,7 +81,7 @@ void Progress::draw() {
     if (line_.empty()) {
         return;
     }
-    // So much that the terminal does not break it.
+    // A line that fills the terminal would be broken.
     const std::string line(start_within(line_, terminal_width() - 1));
     const std::size_t width = text_width(line);
     const std::size_t surplus = drawn_width_ > width ? drawn_width_ - width : 0;

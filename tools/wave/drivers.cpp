@@ -20,8 +20,8 @@ std::int64_t last_stimulus_time(const std::vector<Driver>& drivers, std::int32_t
     return last;
 }
 
-// Evaluates all commands, with so many transitions together or so many each. The last time up to
-// which all of them are told.
+// Evaluates all commands, up to "limit" transitions together or of each. Returns the last time up
+// to which all of them are known.
 std::int64_t evaluate(std::vector<Driver>& drivers, std::int32_t start, std::int32_t end,
                       std::size_t limit, bool is_limit_of_each) {
     std::int64_t reached = std::int64_t{end} + 1;

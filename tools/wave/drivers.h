@@ -27,7 +27,7 @@ std::vector<std::string> wave_conditions(KIVO_VECTOR_OBJ& vector);
 std::int32_t end_of_vector(const std::vector<Driver>& drivers, const KIVO_VECTOR_OBJ& vector,
                            std::int32_t start);
 
-// Evaluates all commands from "start" to "end", up to so many transitions together. The last time
-// up to which all of them are told: below "end" when there are too many.
+// Evaluates all commands from "start" to "end", up to "limit" transitions together. Returns the
+// last time up to which all of them are known: below "end" when there are too many.
 std::int64_t evaluate_drivers(std::vector<Driver>& drivers, std::int32_t start, std::int32_t end,
                               std::size_t limit);

@@ -34,7 +34,7 @@ public:
           id_(id.empty() ? "wave" : id),
           rows_(frame_) {}
 
-    // Rows as long as they fit into so many bytes, at least one.
+    // Draws as many rows as fit into "max_bytes", at least one.
     std::string draw(std::size_t max_bytes = std::numeric_limits<std::size_t>::max()) {
         for (const WaveSignal& signal : model_.signals) {
             if (rows_.count() > 0 && rows_.markup().size() + told_.size() > max_bytes) {

@@ -27,7 +27,7 @@ struct EmbeddedSvg {
     std::size_t rows = 0;  // the signals drawn: the first ones
 };
 
-// As many rows as fit into so many bytes, at least one. "id" begins the ids in the markup.
+// Draws as many rows as fit into "max_bytes", at least one. "id" begins the ids in the markup.
 // REQUIRES: the model has signals
 EmbeddedSvg render_embedded_svg(const WaveModel& model, const std::string& id,
                                 std::size_t max_bytes);
@@ -40,5 +40,6 @@ std::optional<std::string> write_vcd(const WaveModel& model);
 std::string write_gtkw(const WaveModel& model, const std::string& dump_path,
                        const std::string& own_path);
 
-// Strict WaveJSON, one character of a wave for each common step; nothing when that were too many.
+// Strict WaveJSON, one character of a wave for each common step; nothing when there would be too
+// many.
 std::optional<std::string> write_wavejson(const WaveModel& model);

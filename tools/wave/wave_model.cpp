@@ -159,8 +159,9 @@ private:
             }
         }
         if (!misfit.empty()) {
-            model_.notes.push_back(fmt::format("value '{}' of signal '{}' is no number of {} bits",
-                                               misfit, signal.name, signal.width));
+            model_.notes.push_back(
+                fmt::format("value '{}' of signal '{}' is not a number of {} bits", misfit,
+                            signal.name, signal.width));
         }
     }
 

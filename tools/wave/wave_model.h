@@ -59,14 +59,14 @@ struct WaveModel {
     // The columns of the widest value.
     std::size_t widest_value() const;
 
-    // The longest step, from the start on, in which every change and the end can be counted.
+    // The longest step that, repeated from the start on, meets every change and the end.
     std::int64_t common_step() const;
 };
 
 // Of all commands of a vector together: 24 bytes each.
 constexpr std::size_t kMaxTransitions = 4'000'000;
 
-// Evaluates a vector, up to so many transitions. Of a conditional command the THEN part counts, and
+// Evaluates a vector, up to "max_transitions". Of a conditional command the THEN part counts, and
 // the ELSE part under the conditions of "otherwise".
 WaveModel make_wave_model(const KIVO_INFO& info, KIVO_VECTOR_OBJ& vector,
                           const std::vector<std::string>& otherwise,

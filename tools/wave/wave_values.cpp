@@ -62,7 +62,7 @@ std::string BitConverter::bits_of(const std::string& value, bool is_binary) cons
         is_binary ? value : formats_.format_display_string(kAnyPort, value, DRO_RADIX_SIGNED);
     std::string bits;
     for (const char digit : without_prefix(written)) {
-        // Between digits only, which the library has seen to.
+        // The library lets it stand between digits only.
         if (digit == '_') {
             continue;
         }

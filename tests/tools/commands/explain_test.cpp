@@ -21,9 +21,9 @@ TEST(ExplainTest, AMessageIsExplainedOnStandardOutput) {
     EXPECT_EQ(run.out,
               "unknown-section (error)\n"
               "\n"
-              "An element directly in ROOT is no section of a description, so nothing in it is\n"
-              "read. Tags are compared exactly and are written in upper case: correct the tag,\n"
-              "or remove the element. The sections are FUNCTION_INFORMATION, PARAMETERS,\n"
+              "An element directly in ROOT is not a section of a description, so nothing in it\n"
+              "is read. Tags are compared exactly and are written in upper case: correct the\n"
+              "tag, or remove the element. The sections are FUNCTION_INFORMATION, PARAMETERS,\n"
               "PARAMETER_RULES, PORTS, PORT_RULES, HIDDEN_PARAMETERS, MACROS, RULES, MESSAGES,\n"
               "MSGS, WAVE_DATA, CUSTOM_VECTORS, WIZARD_DATA, HTML_TEXT and INCLUDE.\n"
               "\n"
@@ -68,7 +68,7 @@ TEST(ExplainTest, WithoutAnIdAllAreListedInOneLineEach) {
         EXPECT_EQ(lines[index].back(), '.') << lines[index];
     }
     EXPECT_TRUE(contains(run.out,
-                         "error    An element directly in ROOT is no section of a "
+                         "error    An element directly in ROOT is not a section of a "
                          "description, so nothing in it is read.\n"));
     EXPECT_FALSE(contains(run.out, "Tags are compared exactly"));
 }

@@ -119,7 +119,7 @@ TEST(XmlFaultTest, TheTextsNameWhatIsMeant) {
               "entity \"deg\" is not declared; write the character itself, or \"&amp;deg;\" for "
               "this text");
     EXPECT_EQ(find_xml_fault("<R>\xE9</R>", false)->text,
-              "byte 0xE9 is no UTF-8, in which the file has to be; save it as UTF-8");
+              "byte 0xE9 is not UTF-8; save the file as UTF-8");
     EXPECT_EQ(find_xml_fault("<R>\x01</R>", false)->text,
               "character U+0001 is not allowed in XML; remove it");
 }
