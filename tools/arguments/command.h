@@ -30,11 +30,11 @@ struct OptionRow {
     std::vector<std::string> choices = {};  // the only words for it, unless "check" judges them
     bool is_required = false;
     Offer offer = Offer::kNothing;
-    std::string needs = {};  // the option without which this one makes no sense
+    std::string needs = {};  // the option, in a row above, without which this one makes no sense
     // Of whole numbers.
     std::int32_t least = std::numeric_limits<std::int32_t>::min();
     std::int32_t most = std::numeric_limits<std::int32_t>::max();
-    // Says what is wrong with a word; nothing when nothing is.
+    // Says what is wrong with a word; nothing when nothing is. Of numbers their bounds decide.
     std::function<std::string(const std::string&)> check = {};
     // Whether an argument is meant by a word; if not, it goes to the next argument. By default,
     // every word is.

@@ -28,11 +28,11 @@ std::string problem_of_number(const OptionRow& row, const std::string& word) {
 
 // What is wrong with a word of that row.
 std::string problem_of_word(const OptionRow& row, const std::string& word) {
-    if (row.check) {
-        return row.check(word);
-    }
     if (std::holds_alternative<std::int32_t*>(row.target)) {
         return problem_of_number(row, word);
+    }
+    if (row.check) {
+        return row.check(word);
     }
     if (!row.choices.empty() &&
         std::find(row.choices.begin(), row.choices.end(), word) == row.choices.end()) {

@@ -67,6 +67,7 @@ std::vector<KIVO_VECTOR_OBJ*> all_vectors(KIVO_INFO& info) {
 
 std::string names_of(const std::vector<KIVO_VECTOR_OBJ*>& vectors) {
     std::vector<std::string> names;
+    names.reserve(vectors.size());
     for (const KIVO_VECTOR_OBJ* vector : vectors) {
         names.push_back(vector->name);
     }

@@ -133,11 +133,12 @@ void Search::search(const std::string& top) {
 }
 
 void Search::add(const std::string& argument) {
-    if (argument == "-") {
-        inputs_.push_back({argument, std::nullopt});
-    } else if (identity_of_directory(argument)) {
+    const bool is_standard_input = argument == "-";
+    if (!is_standard_input && identity_of_directory(argument)) {
         search(argument);
-    } else if (is_new(identity_of_directory(parent_of(argument)), argument)) {
+        return;
+    }
+    if (is_standard_input || is_new(identity_of_directory(parent_of(argument)), argument)) {
         inputs_.push_back({argument, std::nullopt});
     }
 }
