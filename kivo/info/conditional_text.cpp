@@ -29,7 +29,9 @@ void replace(KIVO_CONDITIONAL_TEXT*& sub, Text sequence) {
 class Sequence {
 public:
     explicit Sequence(KIVO_XML_ELEMENT* element)
-        : element_(element), sequence_(std::make_unique<KIVO_CONDITIONAL_TEXT>()) {}
+        : element_(element), sequence_(std::make_unique<KIVO_CONDITIONAL_TEXT>()) {
+        sequence_->mark = element->mark();
+    }
 
     // The next sub-element of the walk, null at the end.
     KIVO_XML_ELEMENT* advance() {
@@ -84,6 +86,7 @@ private:
     KIVO_CONDITIONAL_TEXT& open_piece() {
         if (piece_ == nullptr) {
             piece_ = std::make_unique<KIVO_CONDITIONAL_TEXT>();
+            piece_->mark = current_->mark();
         }
         return *piece_;
     }

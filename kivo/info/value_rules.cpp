@@ -60,6 +60,29 @@ void gather_range_words(std::uint32_t taken, std::vector<std::string>& words) {
     }
 }
 
+struct OriginRow {
+    std::string_view tag;
+    KIVO_RULE_ORIGIN origin;
+};
+
+// clang-format off
+constexpr OriginRow kOrigins[] = {
+    { "CONSTANT_RANGE", KIVO_ORIGIN_CONSTANT_RANGE },
+    { "FORCE_RANGE",    KIVO_ORIGIN_FORCE_RANGE    },
+    { "FORCE_VALUE",    KIVO_ORIGIN_FORCE_VALUE    },
+    { "STATE",          KIVO_ORIGIN_STATE          },
+};
+// clang-format on
+
+KIVO_RULE_ORIGIN origin_of(std::string_view tag) {
+    for (const OriginRow& row : kOrigins) {
+        if (tag == row.tag) {
+            return row.origin;
+        }
+    }
+    return KIVO_ORIGIN_UNKNOWN;
+}
+
 // Reads one STATE, FORCE_VALUE, FORCE_RANGE or CONSTANT_RANGE. The kind is tested as it stands when
 // each attribute and sub-element is reached: after a WHEN_CMD no ELSE, MIN or MAX is accepted.
 class RangeReader {
@@ -85,6 +108,7 @@ public:
         if (!element_->text1.empty()) {
             element_->rule_kind = final_kind(range.tag_name());
             element_->mark = range.mark();
+            element_->origin = origin_of(range.tag_name());
             KIVO_ITEMS::add(object_.rule_list, std::move(element_));
         }
     }
@@ -179,6 +203,7 @@ void read_value_rule(KIVO_OBJ_INFO& object, KIVO_XML_ELEMENT& rule, const Messag
         auto element =
             std::make_unique<KIVO_RULE_ELEMENT>("", "", "", KIVO_RULE_REQUIRED, rule.mark());
         element->text3 = std::move(condition);
+        element->origin = KIVO_ORIGIN_VALUE_RULE;
         KIVO_ITEMS::add(object.rule_list, std::move(element));
     }
 }

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "kivo/export.h"
+#include "kivo/toolkit/place.h"
 #include "kivo/toolkit/records/note.h"
 #include "kivo/toolkit/records/obj.h"
 #include "kivo/toolkit/records/obj_list.h"
@@ -42,6 +43,9 @@ public:
     KIVO_CONDITIONAL_TEXT* then_sub = nullptr;  // this piece's; null: then_text is shown
     KIVO_CONDITIONAL_TEXT* else_sub = nullptr;  // this piece's; null: else_text is shown
     KIVO_OBJ_LIST text_elements;                // of KIVO_CONDITIONAL_TEXT, in document order
+    // Of a sequence the XML element that holds it, of a piece the one that opened it (IF, T or
+    // TEXT; a THEN or ELSE that stands alone); see KIVO_INFO::get_place.
+    KIVO_MARK mark;
 
 private:
     friend class KIVO_OWNING;

@@ -26,6 +26,17 @@ enum KIVO_RULE_KIND : std::int32_t {
     KIVO_RULE_NO_MESSAGE_TYPE = 12,  // never stored: a message without a valid type is refused
 };
 
+// Which element under a parameter or port a rule element was made from; rule_kind alone does not
+// tell where WHEN_CMD gave the condition.
+enum KIVO_RULE_ORIGIN : std::int32_t {
+    KIVO_ORIGIN_UNKNOWN = 0,  // none of those below, or not made by a load
+    KIVO_ORIGIN_FORCE_VALUE = 1,
+    KIVO_ORIGIN_FORCE_RANGE = 2,
+    KIVO_ORIGIN_STATE = 3,
+    KIVO_ORIGIN_CONSTANT_RANGE = 4,
+    KIVO_ORIGIN_VALUE_RULE = 5,
+};
+
 // A rule, message, value rule, stimulus entry or condition: three texts and a kind. A plain record:
 // hosts read and write its fields.
 //
@@ -45,7 +56,8 @@ public:
     std::string text2;
     std::string text3;
     std::int32_t rule_kind = 0;
-    KIVO_MARK mark;  // the XML element that made it; see KIVO_INFO::get_place
+    KIVO_MARK mark;           // the XML element that made it; see KIVO_INFO::get_place
+    std::int32_t origin = 0;  // a KIVO_RULE_ORIGIN
 
 private:
     friend class KIVO_OWNING;

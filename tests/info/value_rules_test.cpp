@@ -400,3 +400,48 @@ TEST(ValueRules, rules_stand_in_document_order_behind_earlier_ones) {
                                                                          {"4", "", "", 2},
                                                                          {"5", "", "", 2}}));
 }
+
+namespace {
+
+std::vector<std::int32_t> origins(Kind kind, const std::string& subs) {
+    Loaded store(object(kind, subs));
+    std::vector<std::int32_t> found;
+    KIVO_OBJ_INFO* made = store.info.get_kivo_obj("N");
+    while (KIVO_RULE_ELEMENT* element = made->get_next_rule_element()) {
+        found.push_back(element->origin);
+    }
+    return found;
+}
+
+using Origins = std::vector<std::int32_t>;
+
+}  // namespace
+
+TEST(RuleOrigin, names_the_element_also_where_the_kind_does_not) {
+    EXPECT_EQ(origins(kInteger,
+                      "<FORCE_VALUE V='1'/><FORCE_VALUE V='1' WHEN_CMD='a'/><FORCE_RANGE MAX='1'/>"
+                      "<FORCE_RANGE MAX='1' WHEN_CMD='a'/><VALUE_RULE>a</VALUE_RULE>"),
+              (Origins{KIVO_ORIGIN_FORCE_VALUE, KIVO_ORIGIN_FORCE_VALUE, KIVO_ORIGIN_FORCE_RANGE,
+                       KIVO_ORIGIN_FORCE_RANGE, KIVO_ORIGIN_VALUE_RULE}));
+    EXPECT_EQ(
+        origins(kInput,
+                "<STATE V='USED'/><STATE V='USED' WHEN_CMD='a'/><CONSTANT_RANGE MAX='1'/>"
+                "<CONSTANT_RANGE MAX='1' WHEN_CMD='a'/><FORCE_VALUE V='1' WHEN_CMD='a'/>"
+                "<FORCE_RANGE MAX='1' WHEN_CMD='a'/>"),
+        (Origins{KIVO_ORIGIN_STATE, KIVO_ORIGIN_STATE, KIVO_ORIGIN_CONSTANT_RANGE,
+                 KIVO_ORIGIN_CONSTANT_RANGE, KIVO_ORIGIN_FORCE_VALUE, KIVO_ORIGIN_FORCE_RANGE}));
+    EXPECT_EQ(origins(kHidden, "<FORCE_VALUE V='1'/>"), (Origins{KIVO_ORIGIN_FORCE_VALUE}));
+}
+
+TEST(RuleOrigin, is_unknown_of_rules_of_the_function_and_of_elements_that_a_host_makes) {
+    Loaded store("<RULES><RULE>a</RULE></RULES>");
+    EXPECT_EQ(store.info.get_next_fn_rule_element()->origin, KIVO_ORIGIN_UNKNOWN);
+    EXPECT_EQ(KIVO_RULE_ELEMENT("1", "", "", KIVO_RULE_FORCED_VALUE).origin, KIVO_ORIGIN_UNKNOWN);
+}
+
+// What hosts read of an element stays where it is.
+TEST(RuleOrigin, stands_after_the_mark) {
+    const KIVO_RULE_ELEMENT element;
+    EXPECT_EQ(reinterpret_cast<const char*>(&element.origin),
+              reinterpret_cast<const char*>(&element.mark) + sizeof(KIVO_MARK));
+}
