@@ -1,0 +1,564 @@
+#include "kivo/session/internal/expression/evaluator.h"
+
+#include <cmath>
+#include <optional>
+
+namespace kivo_session {
+
+namespace {
+
+constexpr const char* kStateWords[] = {"UNUSED", "USED", "VARIABLE", "CONSTANT"};
+
+bool holds(Operator comparison, int order) {
+    switch (comparison) {
+        case Operator::kEqual:
+            return order == 0;
+        case Operator::kUnlike:
+            return order != 0;
+        case Operator::kLess:
+            return order < 0;
+        case Operator::kAtMost:
+            return order <= 0;
+        case Operator::kGreater:
+            return order > 0;
+        default:
+            return order >= 0;
+    }
+}
+
+bool is_equality(Operator comparison) {
+    return comparison == Operator::kEqual || comparison == Operator::kUnlike;
+}
+
+// REQUIRES: both are numbers
+int order_of(Value left, Value right) {
+    if (left.is_whole() && right.is_whole()) {
+        const Whole first = left.as_whole();
+        const Whole second = right.as_whole();
+        return first < second ? -1 : first > second ? 1 : 0;
+    }
+    if (left.is_whole()) {
+        return compare(left.as_whole(), right.as_real());
+    }
+    if (right.is_whole()) {
+        return -compare(right.as_whole(), left.as_real());
+    }
+    return compare(left.as_real(), right.as_real());
+}
+
+// The truth that a text stands for; nothing for any other text.
+std::optional<bool> truth_of(std::string_view text) {
+    if (text == "ON" || text == "TRUE") {
+        return true;
+    }
+    if (text == "OFF" || text == "FALSE") {
+        return false;
+    }
+    return std::nullopt;
+}
+
+}  // namespace
+
+const char* word_of(PortState state) {
+    return kStateWords[static_cast<std::size_t>(state)];
+}
+
+Value Evaluator::anything(const Program& program, const Scene& scene) {
+    scene_ = &scene;
+    return run(program);
+}
+
+Value Evaluator::value(const Program& program, const Scene& scene) {
+    const Value result = anything(program, scene);
+    return result.kind == ValueKind::kPort ? as_condition(result, program.offset) : result;
+}
+
+Value Evaluator::condition(const Program& program, const Scene& scene) {
+    return as_condition(anything(program, scene), program.offset);
+}
+
+Value Evaluator::whole(const Program& program, const Scene& scene) {
+    return as_whole(as_operand(anything(program, scene)), program.offset);
+}
+
+Value Evaluator::run(const Program& program) {
+    stack_.clear();
+    frames_.clear();
+    steps_ = 0;
+    frame_ = {program.begin, program.end, program.text, 0};
+    const Instruction* instructions = scene_->code->instructions.data();
+    for (;;) {
+        if (frame_.at != frame_.end) {
+            if (++steps_ > kMostSteps) {
+                frame_.text = program.text;
+                return fault(FaultId::kTooManySteps, 0);
+            }
+            step(instructions[frame_.at++]);
+            continue;
+        }
+        if (frames_.empty()) {
+            frame_.text = program.text;
+            return stack_.back();
+        }
+        stack_[frame_.arguments] = stack_.back();
+        stack_.resize(frame_.arguments + 1);
+        frame_ = frames_.back();
+        frames_.pop_back();
+    }
+}
+
+void Evaluator::step(const Instruction& instruction) {
+    switch (instruction.action) {
+        case Action::kConstant:
+            stack_.push_back(instruction.index < scene_->code->constants.size()
+                                 ? scene_->code->constants[instruction.index]
+                                 : fault(FaultId::kTooLarge, instruction.offset));
+            return;
+        case Action::kValue:
+            stack_.push_back(instruction.index == scene_->own_parameter
+                                 ? scene_->own_value
+                                 : scene_->parameters[instruction.index]);
+            return;
+        case Action::kPort:
+            stack_.push_back(Value::port(instruction.index));
+            return;
+        case Action::kArgument:
+            stack_.push_back(Value(stack_[frame_.arguments + instruction.index]));
+            return;
+        case Action::kMacro:
+            if (scene_->expanded_macros != nullptr &&
+                scene_->expanded_macros[instruction.index] != 0) {
+                return call(scene_->macros[instruction.index], 0);
+            }
+            stack_.push_back(scene_->macro_values[instruction.index]);
+            return;
+        case Action::kCall:
+            return call(scene_->macros[instruction.index], instruction.count);
+        case Action::kFunction:
+            return apply_function(static_cast<Function>(instruction.what), instruction.count,
+                                  instruction.offset);
+        case Action::kOperator:
+            return apply_operator(static_cast<Operator>(instruction.what), instruction.offset);
+    }
+}
+
+void Evaluator::call(const Program& macro, std::uint32_t arguments) {
+    if (arguments == 0) {
+        stack_.emplace_back();  // the place of the result
+        arguments = 1;
+    }
+    frames_.push_back(frame_);
+    frame_ = {macro.begin, macro.end, macro.text,
+              static_cast<std::uint32_t>(stack_.size()) - arguments};
+}
+
+void Evaluator::apply_function(Function function, std::uint32_t count, std::uint32_t offset) {
+    const std::size_t first = stack_.size() - count;
+    Value result;
+    if (function == Function::kMin || function == Function::kMax) {
+        result = choose(function, stack_.data() + first, count, offset);
+    } else {
+        result = as_number(as_operand(stack_[first]), offset);
+        if (!result.is_unknown()) {
+            result = function_of(function, result, offset);
+        }
+    }
+    stack_.resize(first);
+    stack_.push_back(result);
+}
+
+Value Evaluator::function_of(Function function, Value operand, std::uint32_t offset) {
+    switch (function) {
+        case Function::kCeil:
+        case Function::kFloor: {
+            if (operand.is_whole()) {
+                return operand;
+            }
+            const std::optional<Whole> whole = function == Function::kCeil
+                                                   ? whole_above(operand.as_real())
+                                                   : whole_below(operand.as_real());
+            return whole ? Value::whole(*whole) : fault(FaultId::kTooLarge, offset);
+        }
+        case Function::kAbs:
+            if (operand.is_whole()) {
+                return operand.as_whole() < 0 ? signed_value(Operator::kMinus, operand, offset)
+                                              : operand;
+            }
+            return Value::real(std::fabs(operand.as_real()));
+        case Function::kLog:
+        case Function::kLog2: {
+            const double real = operand.as_real();
+            if (real <= 0) {
+                return fault(FaultId::kDomain, offset);
+            }
+            return Value::real(function == Function::kLog ? std::log(real) : std::log2(real));
+        }
+        case Function::kMin:
+        case Function::kMax:
+            break;
+    }
+    return operand;
+}
+
+Value Evaluator::choose(Function function, const Value* operands, std::uint32_t count,
+                        std::uint32_t offset) {
+    Value unknown;
+    bool has_unknown = false;
+    for (std::uint32_t i = 0; i < count; ++i) {
+        const Value operand = as_operand(operands[i]);
+        if (operand.is_unknown()) {
+            unknown = has_unknown ? united(unknown, operand) : operand;
+            has_unknown = true;
+        }
+    }
+    if (has_unknown) {
+        return unknown;
+    }
+    Value chosen;
+    for (std::uint32_t i = 0; i < count; ++i) {
+        const Value operand = as_number(as_operand(operands[i]), offset);
+        if (operand.is_unknown()) {
+            return operand;
+        }
+        const int order = i == 0 ? 0 : order_of(operand, chosen);
+        if (i == 0 || (function == Function::kMin ? order < 0 : order > 0)) {
+            chosen = operand;
+        }
+    }
+    return chosen;
+}
+
+void Evaluator::apply_operator(Operator operation, std::uint32_t offset) {
+    if (!is_binary(operation)) {
+        Value& operand = stack_.back();
+        operand = operation == Operator::kNot ? negated(operand, offset)
+                                              : signed_value(operation, operand, offset);
+        return;
+    }
+    const Value right = stack_.back();
+    stack_.pop_back();
+    Value& left = stack_.back();
+    switch (operation) {
+        case Operator::kOr:
+            left = either(left, right, offset);
+            return;
+        case Operator::kAnd:
+            left = both(left, right, offset);
+            return;
+        case Operator::kEqual:
+        case Operator::kUnlike:
+        case Operator::kLess:
+        case Operator::kAtMost:
+        case Operator::kGreater:
+        case Operator::kAtLeast:
+            if (left.kind == ValueKind::kInteger && right.kind == ValueKind::kInteger) {
+                left = Value::truth(holds(operation, left.low < right.low   ? -1
+                                                     : left.low > right.low ? 1
+                                                                            : 0));
+                return;
+            }
+            left = compared(operation, left, right, offset);
+            return;
+        default:
+            left = calculated(operation, left, right, offset);
+            return;
+    }
+}
+
+Value Evaluator::both(Value left, Value right, std::uint32_t offset) {
+    left = as_condition(left, offset);
+    right = as_condition(right, offset);
+    if (left.is_false() || right.is_false()) {
+        return Value::truth(false);
+    }
+    return left.is_true() && right.is_true() ? left : united(left, right);
+}
+
+Value Evaluator::either(Value left, Value right, std::uint32_t offset) {
+    left = as_condition(left, offset);
+    right = as_condition(right, offset);
+    if (left.is_true() || right.is_true()) {
+        return Value::truth(true);
+    }
+    return left.is_false() && right.is_false() ? left : united(left, right);
+}
+
+Value Evaluator::negated(Value operand, std::uint32_t offset) {
+    operand = as_condition(operand, offset);
+    return operand.is_unknown() ? operand : Value::truth(operand.is_false());
+}
+
+Value Evaluator::compared(Operator operation, Value left, Value right, std::uint32_t offset) {
+    if (is_equality(operation)) {
+        const auto is_state = [this](Value port, Value word) {
+            return port.kind == ValueKind::kPort && word.is_text() &&
+                   is_state_word(scene_->words->text(word.word()));
+        };
+        if (is_state(left, right)) {
+            return compared_states(operation, left, right);
+        }
+        if (is_state(right, left)) {
+            return compared_states(operation, right, left);
+        }
+    }
+    left = as_operand(left);
+    right = as_operand(right);
+    if (left.is_unknown() || right.is_unknown()) {
+        return united(left, right);
+    }
+    if (left.is_truth()) {
+        return compared_truth(operation, left, right, offset);
+    }
+    if (right.is_truth()) {
+        return compared_truth(operation, right, left, offset);
+    }
+    if (left.is_text() && right.is_text()) {
+        return is_equality(operation)
+                   ? Value::truth(holds(operation, left.word() == right.word() ? 0 : 1))
+                   : fault(FaultId::kIllTyped, offset);
+    }
+    if (left.is_text() || right.is_text()) {
+        const Value text = left.is_text() ? left : right;
+        if (is_equality(operation) && !is_canonical_decimal(scene_->words->text(text.word()))) {
+            return Value::truth(operation == Operator::kUnlike);
+        }
+        left = as_number(left, offset);
+        right = as_number(right, offset);
+        if (left.is_unknown() || right.is_unknown()) {
+            return united(left, right);
+        }
+    }
+    return Value::truth(holds(operation, order_of(left, right)));
+}
+
+Value Evaluator::compared_states(Operator operation, Value port, Value word) {
+    const Value state = state_of(port.port_index());
+    if (state.is_unknown()) {
+        return state;
+    }
+    const bool is_same =
+        scene_->words->text(word.word()) == word_of(static_cast<PortState>(state.low));
+    return Value::truth(holds(operation, is_same ? 0 : 1));
+}
+
+Value Evaluator::compared_truth(Operator operation, Value truth, Value other,
+                                std::uint32_t offset) {
+    std::optional<bool> second;
+    if (other.is_truth()) {
+        second = other.is_true();
+    } else if (other.is_text()) {
+        second = truth_of(scene_->words->text(other.word()));
+    }
+    if (!is_equality(operation) || !second) {
+        return fault(FaultId::kIllTyped, offset);
+    }
+    return Value::truth(holds(operation, truth.is_true() == *second ? 0 : 1));
+}
+
+Value Evaluator::calculated(Operator operation, Value left, Value right, std::uint32_t offset) {
+    // Almost everything that descriptions calculate.
+    if (left.kind == ValueKind::kInteger && right.kind == ValueKind::kInteger) {
+        std::int64_t result = 0;
+        const bool fits = (operation == Operator::kAdd &&
+                           !__builtin_add_overflow(left.low, right.low, &result)) ||
+                          (operation == Operator::kSubtract &&
+                           !__builtin_sub_overflow(left.low, right.low, &result)) ||
+                          (operation == Operator::kMultiply &&
+                           !__builtin_mul_overflow(left.low, right.low, &result));
+        if (fits) {
+            return Value::integer(result);
+        }
+    }
+    left = as_operand(left);
+    right = as_operand(right);
+    if (left.is_unknown() || right.is_unknown()) {
+        return united(left, right);
+    }
+    left = as_number(left, offset);
+    if (left.is_unknown()) {
+        return left;
+    }
+    right = as_number(right, offset);
+    if (right.is_unknown()) {
+        return right;
+    }
+    switch (operation) {
+        case Operator::kPower:
+            return power(left, right, offset);
+        case Operator::kDivide:
+            if (left.is_whole() && right.is_whole()) {
+                return divided(operation, left, right, offset);
+            }
+            break;
+        case Operator::kRemainder:
+        case Operator::kModulo:
+        case Operator::kQuotient:
+            return divided(operation, left, right, offset);
+        default:
+            break;
+    }
+    if (left.is_whole() && right.is_whole()) {
+        return calculated_whole(operation, left.as_whole(), right.as_whole(), offset);
+    }
+    return calculated_real(operation, left.as_real(), right.as_real(), offset);
+}
+
+Value Evaluator::calculated_whole(Operator operation, Whole left, Whole right,
+                                  std::uint32_t offset) {
+    Whole result = 0;
+    const bool is_too_large =
+        operation == Operator::kAdd        ? __builtin_add_overflow(left, right, &result)
+        : operation == Operator::kSubtract ? __builtin_sub_overflow(left, right, &result)
+                                           : __builtin_mul_overflow(left, right, &result);
+    return is_too_large ? fault(FaultId::kTooLarge, offset) : Value::whole(result);
+}
+
+Value Evaluator::calculated_real(Operator operation, double left, double right,
+                                 std::uint32_t offset) {
+    switch (operation) {
+        case Operator::kAdd:
+            return checked_real(left + right, offset);
+        case Operator::kSubtract:
+            return checked_real(left - right, offset);
+        case Operator::kMultiply:
+            return checked_real(left * right, offset);
+        default:
+            return right == 0 ? fault(FaultId::kDivisionByZero, offset)
+                              : checked_real(left / right, offset);
+    }
+}
+
+// "/" of whole numbers, "%", "mod" and "div", which need whole numbers.
+Value Evaluator::divided(Operator operation, Value left, Value right, std::uint32_t offset) {
+    left = as_whole(left, offset);
+    if (left.is_unknown()) {
+        return left;
+    }
+    right = as_whole(right, offset);
+    if (right.is_unknown()) {
+        return right;
+    }
+    const Whole dividend = left.as_whole();
+    const Whole divisor = right.as_whole();
+    if (divisor == 0) {
+        return fault(FaultId::kDivisionByZero, offset);
+    }
+    // The quotient of the least number by -1 is the one that does not fit.
+    Whole opposite = 0;
+    const bool fits = divisor != -1 || !__builtin_sub_overflow(Whole(0), dividend, &opposite);
+    if (operation == Operator::kDivide || operation == Operator::kQuotient) {
+        return fits ? Value::whole(divisor == -1 ? opposite : dividend / divisor)
+                    : fault(FaultId::kTooLarge, offset);
+    }
+    Whole remainder = divisor == -1 ? Whole(0) : dividend % divisor;
+    if (operation == Operator::kModulo && remainder != 0 && (remainder < 0) != (divisor < 0)) {
+        remainder += divisor;
+    }
+    return Value::whole(remainder);
+}
+
+Value Evaluator::power(Value left, Value right, std::uint32_t offset) {
+    if (left.is_whole() && right.is_whole()) {
+        if (right.as_whole() < 0) {
+            return fault(FaultId::kDomain, offset);
+        }
+        const std::optional<Whole> result = checked_power(left.as_whole(), right.as_whole());
+        return result ? Value::whole(*result) : fault(FaultId::kTooLarge, offset);
+    }
+    const double base = left.as_real();
+    const double exponent = right.as_real();
+    if (base == 0 && exponent < 0) {
+        return fault(FaultId::kDivisionByZero, offset);
+    }
+    const double result = std::pow(base, exponent);
+    return std::isnan(result) ? fault(FaultId::kDomain, offset) : checked_real(result, offset);
+}
+
+Value Evaluator::signed_value(Operator operation, Value operand, std::uint32_t offset) {
+    operand = as_number(as_operand(operand), offset);
+    if (operand.is_unknown() || operation == Operator::kPlus) {
+        return operand;
+    }
+    if (!operand.is_whole()) {
+        return Value::real(-operand.as_real());
+    }
+    return calculated_whole(Operator::kSubtract, 0, operand.as_whole(), offset);
+}
+
+Value Evaluator::as_condition(Value value, std::uint32_t offset) {
+    switch (value.kind) {
+        case ValueKind::kUnknown:
+        case ValueKind::kTruth:
+            return value;
+        case ValueKind::kInteger:
+            return Value::truth(value.low != 0);
+        case ValueKind::kBig:
+            return Value::truth(true);
+        case ValueKind::kReal:
+            return Value::truth(compare(Whole(0), value.as_real()) != 0);
+        case ValueKind::kText: {
+            const std::string_view text = scene_->words->text(value.word());
+            const std::optional<bool> truth = text.empty() ? false : truth_of(text);
+            return truth ? Value::truth(*truth) : fault(FaultId::kIllTyped, offset);
+        }
+        case ValueKind::kPort: {
+            const Value state = state_of(value.port_index());
+            return state.is_unknown()
+                       ? state
+                       : Value::truth(is_connected(static_cast<PortState>(state.low)));
+        }
+    }
+    return value;
+}
+
+Value Evaluator::as_number(Value value, std::uint32_t offset) {
+    if (value.is_unknown() || value.is_number()) {
+        return value;
+    }
+    if (!value.is_text() || !is_canonical_decimal(scene_->words->text(value.word()))) {
+        return fault(FaultId::kIllTyped, offset);
+    }
+    const std::optional<Whole> whole = whole_from_text(scene_->words->text(value.word()));
+    return whole ? Value::whole(*whole) : fault(FaultId::kTooLarge, offset);
+}
+
+Value Evaluator::as_whole(Value value, std::uint32_t offset) {
+    value = as_number(value, offset);
+    if (value.kind != ValueKind::kReal) {
+        return value;
+    }
+    const std::optional<Whole> whole = snapped(value.as_real());
+    return whole ? Value::whole(*whole) : fault(FaultId::kIllTyped, offset);
+}
+
+Value Evaluator::as_operand(Value value) const {
+    return value.kind == ValueKind::kPort ? constant_of(value.port_index()) : value;
+}
+
+Value Evaluator::state_of(std::uint32_t port) const {
+    return port == scene_->own_port ? scene_->own_value : scene_->port_states[port];
+}
+
+Value Evaluator::constant_of(std::uint32_t port) const {
+    return port == scene_->own_port ? scene_->own_constant : scene_->port_constants[port];
+}
+
+Value Evaluator::checked_real(double real, std::uint32_t offset) {
+    return std::isfinite(real) ? Value::real(real) : fault(FaultId::kTooLarge, offset);
+}
+
+Value Evaluator::fault(FaultId id, std::uint32_t offset) {
+    return Value::unknown(scene_->reasons->of(Reason::fault(id, frame_.text, offset)));
+}
+
+Value Evaluator::united(Value left, Value right) {
+    if (!left.is_unknown()) {
+        return right;
+    }
+    if (!right.is_unknown()) {
+        return left;
+    }
+    return Value::unknown(scene_->reasons->united(left.reasons(), right.reasons()));
+}
+
+}  // namespace kivo_session
