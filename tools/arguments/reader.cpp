@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <cassert>
 
-#include "tools/text/near_word.h"
+#include "kivo/session/internal/near_word.h"
 #include "tools/text/whole_number.h"
 #include "tools/text/words.h"
 

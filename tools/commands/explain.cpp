@@ -9,7 +9,7 @@
 #include "tools/commands/commands.h"
 #include "tools/commands/exit_status.h"
 #include "tools/findings/catalogue.h"
-#include "tools/text/near_word.h"
+#include "kivo/session/internal/near_word.h"
 #include "tools/text/text_escape.h"
 #include "tools/text/text_steps.h"
 #include "tools/text/text_width.h"

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <functional>
 
-#include "tools/text/near_word.h"
+#include "kivo/session/internal/near_word.h"
 
 namespace {
 

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "kivo/session/internal/near_word.h"
 #include "tools/description/start_tag.h"
-#include "tools/text/near_word.h"
 
 namespace {
 

@@ -81,19 +81,36 @@ Value Evaluator::whole(const Program& program, const Scene& scene) {
     return as_whole(as_operand(anything(program, scene)), program.offset);
 }
 
+Value Evaluator::at_most(Value least, Value greatest, const Program& program, const Scene& scene) {
+    scene_ = &scene;
+    frame_.text = program.text;
+    return compared(Operator::kAtMost, least, greatest, program.offset);
+}
+
+Value Evaluator::at_least_one(Value value, const Program& program, const Scene& scene) {
+    scene_ = &scene;
+    frame_.text = program.text;
+    value = as_number(value, program.offset);
+    if (value.kind == ValueKind::kReal) {
+        const std::optional<Whole> whole = snapped(value.as_real());
+        return Value::truth(whole && *whole >= 1);
+    }
+    return value.is_unknown() ? value : Value::truth(value.as_whole() >= 1);
+}
+
 Value Evaluator::run(const Program& program) {
     stack_.clear();
     frames_.clear();
     steps_ = 0;
-    frame_ = {program.begin, program.end, program.text, 0};
-    const Instruction* instructions = scene_->code->instructions.data();
+    const Code* code = scene_->local_code != nullptr ? scene_->local_code : scene_->code;
+    frame_ = {code, program.begin, program.end, program.text, 0};
     for (;;) {
         if (frame_.at != frame_.end) {
             if (++steps_ > kMostSteps) {
                 frame_.text = program.text;
                 return fault(FaultId::kTooManySteps, 0);
             }
-            step(instructions[frame_.at++]);
+            step(frame_.code->instructions[frame_.at++]);
             continue;
         }
         if (frames_.empty()) {
@@ -110,8 +127,8 @@ Value Evaluator::run(const Program& program) {
 void Evaluator::step(const Instruction& instruction) {
     switch (instruction.action) {
         case Action::kConstant:
-            stack_.push_back(instruction.index < scene_->code->constants.size()
-                                 ? scene_->code->constants[instruction.index]
+            stack_.push_back(instruction.index < frame_.code->constants.size()
+                                 ? frame_.code->constants[instruction.index]
                                  : fault(FaultId::kTooLarge, instruction.offset));
             return;
         case Action::kValue:
@@ -148,7 +165,7 @@ void Evaluator::call(const Program& macro, std::uint32_t arguments) {
         arguments = 1;
     }
     frames_.push_back(frame_);
-    frame_ = {macro.begin, macro.end, macro.text,
+    frame_ = {scene_->code, macro.begin, macro.end, macro.text,
               static_cast<std::uint32_t>(stack_.size()) - arguments};
 }
 

@@ -19,9 +19,10 @@ const char* word_of(PortState state);
 
 // What names stand for while texts are evaluated.
 struct Scene {
-    const Code* code = nullptr;
-    const Value* parameters = nullptr;      // by parameter
-    const Value* port_states = nullptr;     // by port: the number of a PortState, or unknown
+    const Code* code = nullptr;          // of the macros
+    const Code* local_code = nullptr;    // of the program that is evaluated, when it is another one
+    const Value* parameters = nullptr;   // by parameter
+    const Value* port_states = nullptr;  // by port: the number of a PortState, or unknown
     const Value* port_constants = nullptr;  // by port; unknown for run time when it is not tied
     const Program* macros = nullptr;        // by macro
     const Value* macro_values = nullptr;    // by macro: of those without arguments
@@ -53,8 +54,14 @@ public:
     // A whole number or unknown.
     Value whole(const Program& program, const Scene& scene);
 
+    // Comparisons of values that are known; what is wrong with them is told of the program's text.
+    Value at_most(Value least, Value greatest, const Program& program, const Scene& scene);
+    // Whether a value is a whole number above 0.
+    Value at_least_one(Value value, const Program& program, const Scene& scene);
+
 private:
     struct Frame {
+        const Code* code;
         std::uint32_t at;
         std::uint32_t end;
         std::uint32_t text;

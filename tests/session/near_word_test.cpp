@@ -1,4 +1,4 @@
-#include "tools/text/near_word.h"
+#include "kivo/session/internal/near_word.h"
 
 #include <gtest/gtest.h>
 

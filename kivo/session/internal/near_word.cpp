@@ -1,8 +1,8 @@
-#include "tools/text/near_word.h"
+#include "kivo/session/internal/near_word.h"
 
 #include <algorithm>
 
-#include "kivo/kivo.h"
+#include "kivo/toolkit/less_c_string.h"
 
 namespace {
 

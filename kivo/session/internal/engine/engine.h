@@ -1,0 +1,170 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "kivo/session/internal/expression/evaluator.h"
+#include "kivo/session/internal/model/model.h"
+
+namespace kivo_session {
+
+// Where an asked-for value comes from, or what was put over it.
+enum class Source : std::uint8_t { kDefault, kPreset, kGiven, kForced };
+
+// What a user asked for: the value of a parameter, or the state of a port and its constant.
+struct Given {
+    std::string text;  // as it was asked for
+    Value value;       // of a port: the number of a PortState
+    std::optional<Value> constant;
+};
+
+enum class SetResult : std::uint8_t { kDone, kUnknownName, kNotASetting, kNotANumber, kNotAState };
+
+struct Assignment {
+    std::string_view name;
+    std::string_view value;
+};
+
+// One configuration: what is asked for, what follows from it, and what is judged. A change costs
+// time in proportion to what depends on it. Copies share the model.
+class Engine {
+public:
+    explicit Engine(std::shared_ptr<const Model> model);
+    Engine(const Engine& other);
+    Engine& operator=(const Engine&) = delete;
+
+    // All or none.
+    SetResult set(const std::vector<Assignment>& assignments, std::size_t* refused);
+    void unset(std::string_view name);
+    // kNone for no map.
+    void select_map(std::uint32_t map);
+    std::uint32_t map() const { return map_; }
+    void allow_hidden(bool is_allowed) { allows_hidden_ = is_allowed; }
+    bool is_settable(std::uint32_t object) const;
+
+    const Model& model() const { return *model_; }
+    const Words& words() const { return words_; }
+    const ReasonSets& reasons() const { return reasons_; }
+    const Given* given(std::uint32_t object) const;
+    const std::unordered_map<std::uint32_t, Given>& all_given() const { return given_; }
+
+    // Of a parameter, hidden parameter or macro; of a port the number of its state.
+    Value value(std::uint32_t object) const { return values_[object]; }
+    // The constant at a port; unknown when it is not tied.
+    Value constant(std::uint32_t port) const { return constants_[port]; }
+    // What was asked for: the value of a parameter, the state of a port.
+    Value asked(std::uint32_t object) const { return asked_[object]; }
+    Source source(std::uint32_t object) const { return sources_[object]; }
+    bool is_tied(std::uint32_t port) const;
+
+    // Of a leaf that is a condition (messages, vectors, maps, ...): whether it holds. Of all others
+    // whether what they demand is met.
+    Value result(std::uint32_t leaf) const { return results_[leaf]; }
+    // The element that a failing leaf speaks of, where the leaf itself does not say: kNone for
+    // none.
+    std::uint32_t culprit(std::uint32_t leaf) const { return culprits_[leaf]; }
+
+    // Evaluates a text now, whoever needs it; with no own object.
+    Value evaluate_text(std::uint32_t text);
+    // The whole number that a width text gives, or unknown.
+    Value width(std::uint32_t port);
+    // Evaluates a program that is not of the model's code.
+    Value evaluate(const Program& program, const Code& code, const std::vector<Use>& uses,
+                   bool as_condition);
+    Value unknown(std::vector<Reason> reasons);
+    Words& mutable_words() { return words_; }
+    std::string text_of(Value value) const;
+
+    // Counts changes; results are the same as long as it is.
+    std::uint64_t version() const { return version_; }
+    // Nodes and leaves that changed since the last call.
+    void take_changes(std::vector<std::uint32_t>& nodes, std::vector<std::uint32_t>& leaves);
+
+private:
+    friend class Judge;
+
+    void assign(std::uint32_t object, Given given);
+    SetResult check(const Assignment& assignment, std::uint32_t* object, Given* given);
+    SetResult check_port(std::string_view value, ObjectKind kind, Given* given) const;
+    void apply_map(std::uint32_t map, bool is_selected);
+    void evaluate_all();
+
+    void touch(std::uint32_t object);
+    void mark_node(std::uint32_t node);
+    void mark_leaf(std::uint32_t leaf);
+    void mark_judged(std::uint32_t node);
+    void propagate();
+    void run_component(std::uint32_t component);
+    void run_cycle(std::uint32_t component);
+    bool update(std::uint32_t node);
+    bool is_relay(std::uint32_t node) const;
+    void note_change(std::uint32_t node);
+    void collect_garbage();
+
+    // The values that nodes have.
+    bool evaluate_parameter(std::uint32_t object);
+    bool evaluate_macro(std::uint32_t object);
+    bool evaluate_state(std::uint32_t port);
+    bool evaluate_constant(std::uint32_t port);
+    Value asked_value(std::uint32_t object);
+    Value asked_state(std::uint32_t port);
+    Value typed(std::uint32_t object, std::uint32_t text);
+    Value condition(std::uint32_t text);
+    Value evaluate_role(std::uint32_t text);
+    Value spoiled_value(std::uint32_t text);
+    Value untied(std::uint32_t port);
+    // Evaluates with the names of an object's own texts.
+    void begin_own(std::uint32_t object);
+    void end_own();
+
+    struct Outcome {
+        Value value;
+        bool is_forced = false;
+        std::uint32_t element = kNone;  // that ended the walk
+    };
+    // Walks over the elements of a kind: the first that is active decides, else "base".
+    template <class ValueOf>
+    Outcome walk(std::uint32_t object, ElementKind kind, Value base, ValueOf value_of);
+    // What the FORCE_VALUE elements of a port give, else "base".
+    Outcome force_of(std::uint32_t port, Value base);
+    bool is_in_force(const Element& element) const {
+        return element.map == kNone || element.map == map_;
+    }
+
+    std::shared_ptr<const Model> model_;
+    Words words_;
+    ReasonSets reasons_;
+    Evaluator evaluator_;
+    Scene scene_;
+    std::unordered_map<std::uint32_t, Given> given_;
+    std::uint32_t map_ = kNone;
+    std::vector<std::uint32_t> presets_;  // by object: in Description::presets, kNone without one
+    bool allows_hidden_ = false;
+
+    std::vector<Value> values_;     // by object
+    std::vector<Value> constants_;  // by object
+    std::vector<Value> asked_;      // by object
+    std::vector<Value> numbers_;    // by object: the number in place of a STATE, else unknown
+    std::vector<Source> sources_;   // by object
+    std::vector<Value> results_;    // by leaf
+    std::vector<std::uint32_t> culprits_;  // by leaf
+    std::vector<Value> spoiled_;           // by Model::spoiled
+
+    std::vector<std::uint32_t> queue_;     // components to run, a heap: the least first
+    std::vector<std::uint8_t> is_queued_;  // by component
+    std::vector<std::uint32_t> pending_leaves_;
+    std::vector<std::uint8_t> is_leaf_pending_;  // by leaf
+    std::vector<std::uint32_t> changed_nodes_;
+    std::vector<std::uint8_t> is_node_changed_;
+    std::vector<std::uint32_t> changed_leaves_;
+    std::vector<std::uint8_t> is_leaf_changed_;
+    std::uint64_t version_ = 1;
+    std::uint32_t since_garbage_ = 0;
+};
+
+}  // namespace kivo_session

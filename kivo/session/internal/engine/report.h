@@ -1,0 +1,55 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "kivo/session/internal/engine/engine.h"
+#include "kivo/session/session.h"
+
+namespace kivo_session {
+
+// Puts what an engine found into words.
+class Reporter {
+public:
+    explicit Reporter(Engine& engine)
+        : engine_(engine), model_(engine.model()), description_(*model_.description) {}
+
+    std::vector<KIVO_VERDICT> verdicts();
+    std::vector<KIVO_FAULT> faults();
+    std::vector<KIVO_SHOWN_MESSAGE> messages() const;
+    KIVO_SETTING setting(std::uint32_t object) const;
+    KIVO_PORT port(std::uint32_t object) const;
+    KIVO_FAULT fault(Reason reason) const;
+    std::string reason_text(Reason reason) const;
+
+private:
+    void collect_value_faults();
+    void collect_leaf(std::uint32_t leaf);
+    void collect_message(std::uint32_t leaf);
+    void collect_faults(Value unknown, KIVO_SEVERITY severity);
+    // The faults among the reasons of a leaf that spoil its own texts; false when there are none.
+    bool collect_own_faults(std::uint32_t leaf, KIVO_SEVERITY severity);
+    void add_fault(Reason reason, KIVO_SEVERITY severity);
+    void add(std::uint32_t leaf, bool is_undecided);
+    void own_texts(const Leaf& leaf, std::vector<std::uint32_t>& texts) const;
+    KIVO_MARK mark_of(std::uint32_t leaf) const;
+    KIVO_SEVERITY severity_of(const Leaf& leaf) const;
+    std::string text_of(std::uint32_t leaf, bool is_undecided);
+    std::string value_text(std::uint32_t object) const;
+    std::string state_text(std::uint32_t port) const;
+    std::string limits_text(const Element& element);
+    std::string limit_text(std::uint32_t text);
+    std::string rule_text(std::uint32_t text) const;
+    std::string name_of(std::uint32_t object) const {
+        return object == kNone ? std::string() : std::string(description_.objects[object].name);
+    }
+
+    Engine& engine_;
+    const Model& model_;
+    const Description& description_;
+    std::vector<KIVO_VERDICT> verdicts_;
+    std::vector<std::pair<Reason, std::size_t>> told_;  // faults and where they stand in verdicts_
+};
+
+}  // namespace kivo_session

@@ -1,0 +1,383 @@
+#include <algorithm>
+#include <utility>
+
+#include "kivo/session/internal/engine/engine.h"
+
+namespace kivo_session {
+
+namespace {
+
+// Replaces a value; true when it is another one.
+bool replace(Value& place, Value value) {
+    if (place == value) {
+        return false;
+    }
+    place = value;
+    return true;
+}
+
+}  // namespace
+
+void Engine::begin_own(std::uint32_t object) {
+    const bool is_port_object = is_port(model_->description->objects[object].kind);
+    (is_port_object ? scene_.own_port : scene_.own_parameter) = object;
+    scene_.own_value = asked_[object];
+    if (is_port_object) {
+        const Given* asked = given(object);
+        scene_.own_constant =
+            asked != nullptr && asked->constant ? *asked->constant : untied(object);
+    }
+    const std::uint32_t expansion = model_->expansion[object];
+    scene_.expanded_macros = expansion == kNone ? nullptr : model_->macro_flags[expansion].data();
+}
+
+void Engine::end_own() {
+    scene_.own_parameter = kNoNode;
+    scene_.own_port = kNoNode;
+    scene_.expanded_macros = nullptr;
+}
+
+Value Engine::spoiled_value(std::uint32_t text) {
+    return spoiled_[model_->texts[text].spoiled];
+}
+
+Value Engine::untied(std::uint32_t port) {
+    return Value::unknown(reasons_.of(Reason::run_time(port)));
+}
+
+Value Engine::condition(std::uint32_t text) {
+    const CompiledText& compiled = model_->texts[text];
+    if (compiled.spoiled != kNone) {
+        return spoiled_value(text);
+    }
+    const Value decided = evaluator_.condition(compiled.program, scene_);
+    if (compiled.implication == kNone) {
+        return decided;
+    }
+    const Branches& branches = model_->implications[compiled.implication];
+    const auto alternative = [&] {
+        return branches.alternative.is_empty() ? Value::truth(true)
+                                               : evaluator_.condition(branches.alternative, scene_);
+    };
+    if (decided.is_true()) {
+        return evaluator_.condition(branches.consequence, scene_);
+    }
+    if (decided.is_false()) {
+        return alternative();
+    }
+    const Value first = evaluator_.condition(branches.consequence, scene_);
+    const Value second = alternative();
+    if (!first.is_unknown() && first == second) {
+        return first;
+    }
+    ReasonsId reasons = decided.reasons();
+    for (const Value branch : {first, second}) {
+        reasons = branch.is_unknown() ? reasons_.united(reasons, branch.reasons()) : reasons;
+    }
+    return Value::unknown(reasons);
+}
+
+// A value text in the type of its object.
+Value Engine::typed(std::uint32_t object, std::uint32_t text) {
+    const CompiledText& compiled = model_->texts[text];
+    if (compiled.spoiled != kNone) {
+        return spoiled_value(text);
+    }
+    switch (model_->description->objects[object].kind) {
+        case ObjectKind::kString: {
+            const Value value = evaluator_.value(compiled.program, scene_);
+            return value.is_unknown() || value.is_text()
+                       ? value
+                       : Value::text(words_.intern(text_of(value)));
+        }
+        case ObjectKind::kHidden:
+            return evaluator_.value(compiled.program, scene_);
+        default:
+            return evaluator_.whole(compiled.program, scene_);
+    }
+}
+
+std::string Engine::text_of(Value value) const {
+    switch (value.kind) {
+        case ValueKind::kTruth:
+            return value.is_true() ? "true" : "false";
+        case ValueKind::kInteger:
+        case ValueKind::kBig:
+            return to_text(value.as_whole());
+        case ValueKind::kReal:
+            return to_text(value.as_real());
+        case ValueKind::kText:
+            return std::string(words_.text(value.word()));
+        case ValueKind::kUnknown:
+        case ValueKind::kPort:
+            break;
+    }
+    return {};
+}
+
+template <class ValueOf>
+Engine::Outcome Engine::walk(std::uint32_t object, ElementKind kind, Value base, ValueOf value_of) {
+    const Range range = model_->description->objects[object].elements;
+    Outcome outcome;
+    std::optional<Value> agreed;  // of the outcomes so far that are known
+    bool do_agree = true;
+    std::optional<ReasonsId> reasons;  // of conditions that are not decided
+    ReasonsId outcome_reasons = 0;
+    bool has_unknown_outcome = false;
+    const auto add = [&](Value value) {
+        if (value.is_unknown()) {
+            outcome_reasons = has_unknown_outcome
+                                  ? reasons_.united(outcome_reasons, value.reasons())
+                                  : value.reasons();
+            has_unknown_outcome = true;
+        } else if (!agreed) {
+            agreed = value;
+        } else {
+            do_agree = do_agree && *agreed == value;
+        }
+    };
+    const auto end = [&](std::uint32_t element) {
+        outcome.is_forced = true;
+        outcome.element = element;
+    };
+    for (std::uint32_t i = range.begin; i < range.end && !outcome.is_forced; ++i) {
+        const Element& element = model_->description->elements[i];
+        if (element.kind != kind || !is_in_force(element)) {
+            continue;
+        }
+        const Value holds =
+            element.condition == kNone ? Value::truth(true) : condition(element.condition);
+        if (!holds.is_false() && element.first != kNone) {
+            add(value_of(element.first));
+        }
+        if (holds.is_true()) {
+            end(i);
+            continue;
+        }
+        if (holds.is_unknown()) {
+            reasons = reasons ? reasons_.united(*reasons, holds.reasons()) : holds.reasons();
+        }
+        if (element.second != kNone) {
+            add(value_of(element.second));
+            end(i);
+        }
+    }
+    if (!outcome.is_forced) {
+        add(base);
+    }
+    if (!has_unknown_outcome && do_agree && agreed) {
+        outcome.value = *agreed;
+        return outcome;
+    }
+    if (!reasons) {  // one outcome, and it is not known
+        outcome.value = Value::unknown(outcome_reasons);
+        return outcome;
+    }
+    outcome.value =
+        Value::unknown(has_unknown_outcome ? reasons_.united(*reasons, outcome_reasons) : *reasons);
+    return outcome;
+}
+
+Value Engine::asked_value(std::uint32_t object) {
+    if (const Given* asked = given(object)) {
+        sources_[object] = Source::kGiven;
+        return asked->value;
+    }
+    const Object& each = model_->description->objects[object];
+    const std::uint32_t preset =
+        presets_[object] == kNone ? kNone : model_->description->presets[presets_[object]].value;
+    sources_[object] = preset == kNone ? Source::kDefault : Source::kPreset;
+    const std::uint32_t text = preset == kNone ? each.default_text : preset;
+    if (text == kNone) {
+        return each.kind == ObjectKind::kInteger
+                   ? Value::unknown(reasons_.of(Reason::unset(object)))
+                   : Value::text(words_.intern(""));
+    }
+    // What is asked for cannot be made from itself.
+    asked_[object] = Value::unknown(reasons_.of(Reason::cycle()));
+    begin_own(object);
+    const Value value = typed(object, text);
+    end_own();
+    return value;
+}
+
+bool Engine::evaluate_parameter(std::uint32_t object) {
+    const Value asked = asked_value(object);
+    if (replace(asked_[object], asked)) {
+        mark_judged(object);
+    }
+    begin_own(object);
+    const Outcome outcome =
+        walk(object, ElementKind::kForce, asked,
+             [this, object](std::uint32_t text) { return typed(object, text); });
+    end_own();
+    if (outcome.is_forced) {
+        sources_[object] = Source::kForced;
+    }
+    return replace(values_[object], outcome.value);
+}
+
+bool Engine::evaluate_macro(std::uint32_t object) {
+    const std::uint32_t text = model_->description->objects[object].default_text;
+    if (model_->texts[text].spoiled != kNone) {
+        return replace(values_[object], spoiled_value(text));
+    }
+    const std::uint32_t expansion = model_->expansion[object];
+    scene_.expanded_macros = expansion == kNone ? nullptr : model_->macro_flags[expansion].data();
+    const Value value = evaluator_.anything(model_->macros[object], scene_);
+    scene_.expanded_macros = nullptr;
+    // A port that the macro stands for may have changed although it is the same port.
+    return replace(values_[object], value) || value.kind == ValueKind::kPort;
+}
+
+Value Engine::asked_state(std::uint32_t port) {
+    if (const Given* asked = given(port)) {
+        sources_[port] = Source::kGiven;
+        return asked->value;
+    }
+    const bool has_preset = presets_[port] != kNone;
+    sources_[port] = has_preset ? Source::kPreset : Source::kDefault;
+    return Value::integer(has_preset ? model_->description->presets[presets_[port]].usage
+                                     : model_->description->objects[port].usage);
+}
+
+bool Engine::evaluate_state(std::uint32_t port) {
+    if (replace(asked_[port], asked_state(port))) {
+        mark_judged(port);
+    }
+    begin_own(port);
+    const Outcome outcome =
+        walk(port, ElementKind::kState, asked_[port], [this](std::uint32_t text) {
+            const CompiledText& compiled = model_->texts[text];
+            return compiled.spoiled != kNone ? spoiled_value(text)
+                                             : evaluator_.anything(compiled.program, scene_);
+        });
+    end_own();
+    if (outcome.is_forced) {
+        sources_[port] = Source::kForced;
+    }
+    // A whole number in place of a state stands for a constant.
+    const bool is_number = outcome.value.is_text();
+    const bool is_new_number =
+        replace(numbers_[port],
+                is_number ? Value::whole(*whole_from_text(words_.text(outcome.value.word())))
+                          : untied(port));
+    const Value state =
+        is_number ? Value::integer(static_cast<std::int64_t>(PortState::kConstant)) : outcome.value;
+    return replace(values_[port], state) || is_new_number;
+}
+
+bool Engine::is_tied(std::uint32_t port) const {
+    return !constants_[port].is_unknown();
+}
+
+bool Engine::evaluate_constant(std::uint32_t port) {
+    const Value state = values_[port];
+    if (state.is_unknown()) {
+        return replace(constants_[port], state);
+    }
+    const auto current = static_cast<PortState>(state.low);
+    const Object& each = model_->description->objects[port];
+    const bool is_open =
+        is_connected(current) || (current == PortState::kUnused && each.kind != ObjectKind::kInput);
+    if (is_open) {
+        return replace(constants_[port], untied(port));
+    }
+    Value base = untied(port);
+    if (current == PortState::kConstant) {
+        const Given* asked = given(port);
+        if (!numbers_[port].is_unknown()) {
+            base = numbers_[port];
+        } else if (asked != nullptr && asked->constant) {
+            base = *asked->constant;
+        } else {
+            base = each.default_text == kNone ? Value::integer(0) : typed(port, each.default_text);
+        }
+    }
+    return replace(constants_[port], force_of(port, base).value);
+}
+
+Engine::Outcome Engine::force_of(std::uint32_t port, Value base) {
+    return walk(port, ElementKind::kPortForce, base,
+                [this, port](std::uint32_t text) { return typed(port, text); });
+}
+
+Value Engine::evaluate_text(std::uint32_t text) {
+    const SourceText& source = model_->description->texts[text];
+    const std::string_view element = source.element;
+    const bool is_own =
+        source.object != kNone &&
+        (element == "STATE" || (element == "FORCE_VALUE" &&
+                                is_parameter(model_->description->objects[source.object].kind)));
+    if (!is_own) {
+        return evaluate_role(text);
+    }
+    begin_own(source.object);
+    const Value value = evaluate_role(text);
+    end_own();
+    return value;
+}
+
+Value Engine::evaluate_role(std::uint32_t text) {
+    const SourceText& source = model_->description->texts[text];
+    const CompiledText& compiled = model_->texts[text];
+    if (compiled.spoiled != kNone) {
+        return spoiled_value(text);
+    }
+    switch (source.role) {
+        case TextRole::kWholeValue:
+            return evaluator_.whole(compiled.program, scene_);
+        case TextRole::kTextValue:
+        case TextRole::kUntypedValue:
+        case TextRole::kExpression:
+            return evaluator_.value(compiled.program, scene_);
+        case TextRole::kStateValue:
+        case TextRole::kMacro:
+            return evaluator_.anything(compiled.program, scene_);
+        case TextRole::kCondition:
+        case TextRole::kValueRule:
+            break;
+    }
+    return condition(text);
+}
+
+Value Engine::width(std::uint32_t port) {
+    const std::uint32_t text = model_->description->objects[port].width;
+    if (text == kNone) {
+        return Value::integer(1);
+    }
+    const CompiledText& compiled = model_->texts[text];
+    return compiled.spoiled != kNone ? spoiled_value(text)
+                                     : evaluator_.whole(compiled.program, scene_);
+}
+
+Value Engine::evaluate(const Program& program, const Code& code, const std::vector<Use>& uses,
+                       bool as_condition) {
+    std::vector<Reason> reasons;
+    for (const Use& use : uses) {
+        if (use.kind != UseKind::kMacro) {
+            continue;
+        }
+        const std::uint32_t text = model_->description->objects[use.index].default_text;
+        if (const std::uint32_t spoiled = model_->texts[text].spoiled; spoiled != kNone) {
+            reasons.insert(reasons.end(), model_->spoiled[spoiled].begin(),
+                           model_->spoiled[spoiled].end());
+        }
+    }
+    if (!reasons.empty()) {
+        return unknown(std::move(reasons));
+    }
+    scene_.local_code = &code;
+    const Value value =
+        as_condition ? evaluator_.condition(program, scene_) : evaluator_.value(program, scene_);
+    scene_.local_code = nullptr;
+    return value;
+}
+
+Value Engine::unknown(std::vector<Reason> reasons) {
+    std::sort(reasons.begin(), reasons.end());
+    reasons.erase(std::unique(reasons.begin(), reasons.end()), reasons.end());
+    return Value::unknown(reasons_.intern(std::move(reasons)));
+}
+
+}  // namespace kivo_session

@@ -1,0 +1,222 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "kivo/objects/obj_info.h"
+#include "kivo/objects/usage_state.h"
+#include "kivo/session/export.h"
+#include "kivo/toolkit/place.h"
+
+class KIVO_CONDITIONAL_TEXT;
+class KIVO_INFO;
+class KIVO_VECTOR_OBJ;
+
+// How a request to set something ended. Nothing is changed by any but kDone.
+enum class KIVO_SET_RESULT {
+    kDone,
+    kUnknownName,
+    kNotASetting,  // hidden, buried or always used; or CONSTANT for an output
+    kNotANumber,   // not a whole decimal number of at most 128 bits
+    kNotAState,    // of a port: not a state, nor "CONSTANT:" and a number
+};
+
+// A truth that may not be known.
+enum class KIVO_TRUTH { kNo, kYes, kUnknown };
+
+// Where a value or state comes from; in rising order of what goes before what.
+enum class KIVO_VALUE_SOURCE {
+    kDefault,
+    kPreset,  // of the wizard map that is selected
+    kGiven,   // set by the user
+    kForced,  // by a rule of the description; of a port: by a STATE rule
+};
+
+enum class KIVO_SEVERITY { kError, kCriticalWarning, kWarning, kAdvice, kInfo };
+
+// What is set: the name of a parameter or port and the text as a user types it.
+struct KIVO_ASSIGNMENT {
+    std::string name;
+    std::string value;
+};
+
+// One parameter or hidden parameter. Values are texts; none when not known.
+struct KIVO_SETTING {
+    std::string name;
+    KIVO_OBJ_TYPE type = KIVO_OBJ_UNKNOWN;
+    std::optional<std::string> asked;  // the user's value, else the map's, else the default
+    std::optional<std::string> value;  // what takes effect
+    KIVO_VALUE_SOURCE source = KIVO_VALUE_SOURCE::kDefault;
+    bool settable = false;
+};
+
+// One port.
+struct KIVO_PORT {
+    std::string name;
+    KIVO_OBJ_TYPE type = KIVO_OBJ_UNKNOWN;
+    std::optional<std::string> asked;  // the state asked for; "CONSTANT:5" with the user's constant
+    std::optional<KIVO_OBJ_USAGE_STATE> state;  // none when not known
+    KIVO_VALUE_SOURCE source = KIVO_VALUE_SOURCE::kDefault;
+    std::optional<std::int64_t> width;  // none when not known, not whole or beyond 64 bits
+    std::optional<std::string> tied;    // the constant at the port; none when nothing ties it
+    bool settable = false;
+};
+
+// What is wrong with a text of the description.
+struct KIVO_FAULT {
+    std::string id;  // "unknown-name", ...
+    std::string text;
+    std::string object;        // whose text it is; empty for the function
+    std::string element;       // "FORCE_RANGE", "RULE", ...
+    std::string attribute;     // "MAX", "IF", ...; empty for the text of the element
+    std::string source;        // the text itself
+    KIVO_MARK mark;            // the element; see KIVO_INFO::get_place
+    std::uint32_t offset = 0;  // in the text, in bytes from 0
+    std::uint32_t length = 0;  // of what is wrong; 0 where something is missing
+};
+
+// What a verdict is about. "name" is an object's, empty for the whole function; "number" tells
+// apart what else is judged and means the same in every session of one description.
+struct KIVO_SUBJECT {
+    std::string name;
+    std::uint32_t number = 0;
+};
+
+// One thing that is not as it should be.
+struct KIVO_VERDICT {
+    std::string id;  // "out-of-range", ...: stable
+    KIVO_SEVERITY severity = KIVO_SEVERITY::kError;
+    bool is_undecided = false;  // else it fails
+    KIVO_SUBJECT subject;
+    std::string text;
+    KIVO_MARK mark;  // the element that it comes from; see KIVO_INFO::get_place
+};
+
+// A message that the configuration shows.
+struct KIVO_SHOWN_MESSAGE {
+    KIVO_SEVERITY severity = KIVO_SEVERITY::kInfo;
+    std::string text;
+    KIVO_MARK mark;
+};
+
+// Whether a vector or wizard map applies.
+struct KIVO_APPLICATION {
+    std::string name;
+    KIVO_TRUTH applies = KIVO_TRUTH::kUnknown;
+};
+
+enum class KIVO_CHANGE_KIND { kSetting, kPort, kVerdict, kMessage, kVector, kMap, kText };
+
+// Something that may have changed; "name" is that of the object, vector or map, empty for the rest.
+struct KIVO_CHANGE {
+    KIVO_CHANGE_KIND kind = KIVO_CHANGE_KIND::kSetting;
+    std::string name;
+};
+
+enum class KIVO_VALUE_KIND { kUnknown, kTruth, kInteger, kReal, kText };
+
+// What an expression gives now.
+struct KIVO_EVALUATION {
+    KIVO_VALUE_KIND kind = KIVO_VALUE_KIND::kUnknown;
+    std::string value;                 // as text; empty when unknown
+    std::vector<std::string> reasons;  // why it is unknown: "run-time q", "unset P", "cycle",
+                                       // "fault division-by-zero"; sorted
+    std::vector<KIVO_FAULT> faults;    // of the expression itself
+};
+
+// A configuration of one description: what is asked for, what follows from it, and what is wrong
+// with it. Made from a store, which it reads once; later loads are not seen. The store is needed
+// afterwards for places alone, and its texts for text().
+// Bad input never throws; memory exhaustion throws std::bad_alloc and leaves a session that can be
+// destroyed. One session is used by one thread at a time; forks of one session may be used by
+// different threads. References and pointers that it returns live until the next change.
+class KIVO_SESSION_API KIVO_SESSION {
+public:
+    // Everything at its default.
+    explicit KIVO_SESSION(const KIVO_INFO& info);
+    KIVO_SESSION(KIVO_SESSION&& other) noexcept;
+    KIVO_SESSION& operator=(KIVO_SESSION&& other) noexcept;
+    ~KIVO_SESSION();
+    // An independent copy that shares the compiled description.
+    KIVO_SESSION fork() const;
+
+    // --- Setting. A request against a rule of the description is kept, and shows in verdicts().
+
+    // A parameter's value (of an INTEGER parameter a whole decimal number, of a STRING parameter
+    // any text, never an expression), or a port's state: UNUSED, USED, VARIABLE, CONSTANT or
+    // "CONSTANT:5".
+    KIVO_SET_RESULT set(std::string_view name, std::string_view value);
+    // All or none; of several for one name the last counts. "refused" becomes the position of the
+    // first that was refused; it may be null.
+    KIVO_SET_RESULT set_all(const std::vector<KIVO_ASSIGNMENT>& assignments,
+                            std::size_t* refused = nullptr);
+    // Takes back what was set; nothing for an unknown name or one that was not set.
+    void unset(std::string_view name);
+    // What is set, with the texts that were given, in the order of the store's objects.
+    std::vector<KIVO_ASSIGNMENT> assignments() const;
+    // Takes the presets and rules of a wizard map; "" for none. False for an unknown map.
+    bool select_map(std::string_view map);
+    // The map that is selected, "" for none.
+    std::string map() const;
+    // Whether hidden parameters can be set; at first they cannot.
+    void allow_hidden(bool is_allowed);
+    // The known name that was probably meant, "" for none.
+    std::string nearest_name(std::string_view name) const;
+
+    // --- What follows.
+
+    // No verdict is an error.
+    bool is_legal() const;
+    // Everything that was set is what took effect.
+    bool is_granted() const;
+    // What is wrong with the texts of the description, whether or not anything needs them; and
+    // what is wrong with their values as things are set now.
+    const std::vector<KIVO_FAULT>& faults() const;
+    // Only what does not hold or is not decided; see the handbook for the ids.
+    const std::vector<KIVO_VERDICT>& verdicts() const;
+    // A parameter or hidden parameter; null for any other name.
+    const KIVO_SETTING* find(std::string_view name) const;
+    // A port; null for any other name.
+    const KIVO_PORT* find_port(std::string_view name) const;
+    // All of a kind, in the order of the store's objects.
+    std::vector<KIVO_SETTING> settings() const;
+    std::vector<KIVO_SETTING> hidden() const;
+    std::vector<KIVO_PORT> ports() const;
+    std::vector<KIVO_SHOWN_MESSAGE> messages() const;
+    std::vector<KIVO_APPLICATION> vectors() const;
+    std::vector<KIVO_APPLICATION> maps() const;
+    // The commands of a vector that apply; of an undecided entry the first one. Empty for a vector
+    // that the store did not hold.
+    std::vector<std::string> stimulus(const KIVO_VECTOR_OBJ& vector) const;
+    // The pieces of a text whose conditions hold, one a line; of an undecided piece nothing. Null
+    // gives "". The walk uses the cursors of no list of the text.
+    std::string text(const KIVO_CONDITIONAL_TEXT* text) const;
+
+    // --- Questions. Neither changes anything.
+
+    // Any text of the rule language, as a condition; "fault" (may be null) becomes the first thing
+    // that is wrong with it, with an empty id when nothing is.
+    KIVO_TRUTH holds(std::string_view condition, KIVO_FAULT* fault = nullptr) const;
+    // The same for its value.
+    KIVO_EVALUATION evaluate(std::string_view expression) const;
+
+    // What may have changed since the last call, each once.
+    std::vector<KIVO_CHANGE> take_changes();
+
+private:
+    friend KIVO_SESSION_API void kivo_store_results(const KIVO_SESSION& session, KIVO_INFO& info);
+
+    struct Inside;
+    explicit KIVO_SESSION(std::unique_ptr<Inside> inside);
+    std::unique_ptr<Inside> inside_;
+};
+
+// Writes what takes effect into current_value of the store's objects (of a port its constant, else
+// its state) and their order of dependency, from 0, into dependency_position. Objects that the
+// session does not know are left alone.
+KIVO_SESSION_API void kivo_store_results(const KIVO_SESSION& session, KIVO_INFO& info);
