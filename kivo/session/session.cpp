@@ -111,6 +111,7 @@ struct KIVO_SESSION::Inside {
 
 Value KIVO_SESSION::Inside::evaluate(std::string_view text, bool as_condition,
                                      std::vector<Fault>& found) {
+    engine.collect_garbage();
     Expression expression;
     parse(text, expression);
     if (expression.fault) {

@@ -211,8 +211,8 @@ public:
 private:
     friend KIVO_SESSION_API void kivo_store_results(const KIVO_SESSION& session, KIVO_INFO& info);
 
-    struct Inside;
-    explicit KIVO_SESSION(std::unique_ptr<Inside> inside);
+    struct KIVO_SESSION_LOCAL Inside;
+    KIVO_SESSION_LOCAL explicit KIVO_SESSION(std::unique_ptr<Inside> inside);
     std::unique_ptr<Inside> inside_;
 };
 

@@ -380,4 +380,10 @@ TEST(SessionBadInput, texts_that_were_set_do_not_pile_up) {
         d.session.set("S", "text " + std::to_string(i));
     }
     EXPECT_EQ(value_of(d.session, "T"), "text 19999");
+    for (int i = 0; i < 5000; ++i) {
+        const std::string number = std::to_string(i);
+        EXPECT_EQ(evaluated(d.session, "S == \"" + number + "\""), "false");
+        EXPECT_EQ(evaluated(d.session, std::string(i, ' ') + "1 / 0"), "[fault division-by-zero]");
+    }
+    EXPECT_EQ(value_of(d.session, "S"), "text 19999");
 }

@@ -77,6 +77,8 @@ public:
     Value evaluate(const Program& program, const Code& code, const std::vector<Use>& uses,
                    bool as_condition);
     Value unknown(std::vector<Reason> reasons);
+    // Gives back what evaluations and changes left behind. Values that were given out are void.
+    void collect_garbage();
     Words& mutable_words() { return words_; }
     std::string text_of(Value value) const;
 
@@ -104,7 +106,8 @@ private:
     bool update(std::uint32_t node);
     bool is_relay(std::uint32_t node) const;
     void note_change(std::uint32_t node);
-    void collect_garbage();
+    void collect_words();
+    void collect_reasons();
 
     // The values that nodes have.
     bool evaluate_parameter(std::uint32_t object);
@@ -164,7 +167,8 @@ private:
     std::vector<std::uint32_t> changed_leaves_;
     std::vector<std::uint8_t> is_leaf_changed_;
     std::uint64_t version_ = 1;
-    std::uint32_t since_garbage_ = 0;
+    std::size_t kept_words_ = 0;
+    std::size_t kept_reasons_ = 0;
 };
 
 }  // namespace kivo_session
