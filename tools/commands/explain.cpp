@@ -6,10 +6,10 @@
 #include <string_view>
 #include <vector>
 
+#include "kivo/session/internal/near_word.h"
 #include "tools/commands/commands.h"
 #include "tools/commands/exit_status.h"
 #include "tools/findings/catalogue.h"
-#include "kivo/session/internal/near_word.h"
 #include "tools/text/text_escape.h"
 #include "tools/text/text_steps.h"
 #include "tools/text/text_width.h"
