@@ -26,7 +26,8 @@ std::string pointer_at(const std::string& from, const std::optional<WrongAttribu
         return "^";
     }
     const std::size_t before = text_width(as_shown(from.substr(0, attribute->distance)));
-    return '^' + std::string(std::max<std::size_t>(before, 1) - 1, ' ') + std::string(text_width(as_shown(attribute->text)), '~');
+    return '^' + std::string(std::max<std::size_t>(before, 1) - 1, ' ') +
+           std::string(text_width(as_shown(attribute->text)), '~');
 }
 
 std::string excerpt_of(const Stream& stream, const Place& place,
