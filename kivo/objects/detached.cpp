@@ -73,10 +73,23 @@ void sort_out(Records& records) {
     records.erase(std::unique(records.begin(), records.end()), records.end());
 }
 
-// The records to be deleted and those to be left, each as often as something leads to it. Finding
-// them changes nothing.
+// The records to be deleted and those to be left, each as often as something leads to it. What it
+// took from lists goes back there unless the search is told to keep it.
 class Search {
 public:
+    Search() = default;
+    Search(const Search&) = delete;
+    Search& operator=(const Search&) = delete;
+    ~Search() {
+        for (const Taken& taken : taken_) {
+            for (std::size_t i = taken.first; i < taken.end; ++i) {
+                KIVO_ITEMS::append(*taken.list, found_[i]);  // which has kept its memory
+            }
+        }
+    }
+
+    void keep() { taken_.clear(); }
+
     void add(KIVO_OBJ* record) { found_.push_back(record); }
 
     template <class Container>
@@ -85,10 +98,16 @@ public:
         shares_ = shares_ || KIVO_ITEMS::shares(container);
     }
 
-    void add_rules_of(KIVO_OBJ* record) {
-        if (auto* object = dynamic_cast<KIVO_OBJ_INFO*>(record)) {
-            add_all(object->rule_list);
+    // Emptied at once: coming back to each of the many objects would cost as much as all the rest.
+    void take_rules_of(KIVO_OBJ* record) {
+        auto* const object = dynamic_cast<KIVO_OBJ_INFO*>(record);
+        if (object == nullptr || KIVO_ITEMS::is_empty(object->rule_list)) {
+            return;
         }
+        const std::size_t first = found_.size();
+        add_all(object->rule_list);
+        taken_.push_back({&object->rule_list, first, found_.size()});
+        KIVO_ITEMS::take_out(object->rule_list);
     }
 
     // Vectors and maps go before what was made for them, as in memory. A record of another class in
@@ -134,13 +153,14 @@ public:
         }
     }
 
-    // Whether some record may stand in more than one place because a host put it there.
-    bool shares() const { return shares_; }
-
+    // When memory is short it leaves found_ as it is.
     void sort() {
         sort_out(left_);
         sort_out(found_);
     }
+
+    // Whether some record may stand in more than one place because a host put it there.
+    bool shares() const { return shares_; }
 
     // After sort().
     void delete_found() const {
@@ -155,6 +175,12 @@ public:
     }
 
 private:
+    struct Taken {
+        KIVO_OBJ_LIST* list;
+        std::size_t first;  // in found_, as long as that is not sorted
+        std::size_t end;
+    };
+
     template <class Holder>
     void add_replaced(Holder& holder) {
         for (KIVO_OBJ* record : KIVO_OWNING::replaced(holder)) {
@@ -164,6 +190,7 @@ private:
 
     Records found_;
     Records left_;
+    std::vector<Taken> taken_;
     bool shares_ = false;
 };
 
@@ -201,7 +228,7 @@ void KIVO_INFO::delete_detached_objects() {
     Search search;
     const auto record_of = [](const auto& entry) { return entry.object; };
     for_each_record(KIVO_ITEMS::entries(object_map), record_of,
-                    [&](KIVO_OBJ* record) { search.add_rules_of(record); });
+                    [&](KIVO_OBJ* record) { search.take_rules_of(record); });
     KIVO_ITEMS::for_each(vector_map, [&](KIVO_OBJ* record) { search.add_vector(record); });
     KIVO_ITEMS::for_each(wizard_map_map, [&](KIVO_OBJ* record) { search.add_wizard_map(record); });
     search.leave_all(fn_rule_list);
@@ -216,7 +243,7 @@ void KIVO_INFO::delete_detached_objects() {
     search.sort();
 
     // From here on nothing takes memory.
-    for_each_record(KIVO_ITEMS::entries(object_map), record_of, forget_rules);
+    search.keep();
     KIVO_ITEMS::for_each(vector_map, forget_vector);
     KIVO_ITEMS::for_each(wizard_map_map, forget_wizard_map);
     KIVO_ITEMS::clear(vector_map);

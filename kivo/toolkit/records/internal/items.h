@@ -75,6 +75,16 @@ public:
         return container.note_.shares_;
     }
 
+    static bool is_empty(const KIVO_OBJ_LIST& list) { return list.few_size_ == 0; }
+
+    // Empties a list, with its cursor at the start, but keeps its memory: what was taken out can be
+    // appended again.
+    static void take_out(KIVO_OBJ_LIST& list) {
+        list.few_size_ = 0;
+        list.rest_.clear();
+        list.cursor_ = 0;
+    }
+
     // As it was when it was new. Takes no memory.
     static void clear(KIVO_OBJ_LIST& list) {
         list.few_size_ = 0;
