@@ -30,7 +30,7 @@ void KIVO_INFO::process_hidden_parameters(KIVO_XML_ELEMENT& section) {
             continue;
         }
         KIVO_OBJ_INFO* object =
-            add_declared_object(name, KIVO_OBJ_HIDDEN_PARAMETER, about_name(element, name));
+            add_declared_object(name, KIVO_OBJ_HIDDEN_PARAMETER, declaring(element, name));
         if (object != nullptr) {
             read_attributes<kAttributes>(
                 AttributeReading<KIVO_OBJ_INFO>{*object, element, poster.about(name)},

@@ -29,7 +29,7 @@ void KIVO_INFO::process_macros(KIVO_XML_ELEMENT& section) {
         for (const auto& [name, value] : element.attributes()) {
             if (name == "NAME") {
                 macro = add_declared_object(std::string(value), KIVO_OBJ_MACRO,
-                                            about_name(element, value));
+                                            declaring(element, value));
             } else if (name == "DEFINITION") {
                 definition = value;
             } else if (name == "ARGUMENTS") {

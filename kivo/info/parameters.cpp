@@ -77,7 +77,7 @@ void KIVO_INFO::process_parameters(KIVO_XML_ELEMENT& section) {
         const Declaration declared = read_parameter_declaration(element, poster);
         if (!declared.name.empty()) {
             KIVO_OBJ_INFO* object =
-                add_declared_object(declared.name, declared.type, declared.about);
+                add_declared_object(declared.name, declared.type, declared.element);
             process_parameter_fields(object, element, poster);
         }
     }

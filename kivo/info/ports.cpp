@@ -101,7 +101,7 @@ void KIVO_INFO::process_ports(KIVO_XML_ELEMENT& section) {
         const Declaration declared = read_port_declaration(element, poster);
         if (!declared.name.empty()) {
             KIVO_OBJ_INFO* object =
-                add_declared_object(declared.name, declared.type, declared.about);
+                add_declared_object(declared.name, declared.type, declared.element);
             process_port_fields(object, element, poster);
         }
     }

@@ -22,6 +22,7 @@ class KIVO_TEXT_OBJ;
 class KIVO_VECTOR_OBJ;
 class KIVO_WIZARD_MAP;
 class KIVO_XML_ELEMENT;
+struct KIVO_DECLARING_ELEMENT;
 struct KIVO_INCLUDE;
 struct KIVO_LOADED;
 struct KIVO_MESSAGE;
@@ -189,10 +190,9 @@ private:
         KIVO_XML_ELEMENT& element);
 
     KIVO_LOCAL void post(const KIVO_MESSAGE& message);
-    // The same as add_kivo_object for an element, of which "declared" tells what a message about it
-    // is to tell.
+    // The same as add_kivo_object for an element.
     KIVO_LOCAL KIVO_OBJ_INFO* add_declared_object(const std::string& name, KIVO_OBJ_TYPE type,
-                                                  KIVO_MESSAGE declared);
+                                                  const KIVO_DECLARING_ELEMENT& element);
     // For a command that stands in such an element at that place.
     KIVO_LOCAL void process_display_format_at(KIVO_VECTOR_OBJ* vector, std::string_view text,
                                               std::string_view element, KIVO_MARK mark);

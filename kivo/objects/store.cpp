@@ -20,6 +20,16 @@ constexpr KIVO_MESSAGE_TEXT kUnknownType = {
     "Kivofunction Object {object} is of unknown type "};
 // clang-format on
 
+KIVO_MESSAGE about(std::string_view object, const KIVO_DECLARING_ELEMENT& element,
+                   const KIVO_MESSAGE_TEXT& says) {
+    return {.says = says,
+            .mark = element.mark,
+            .element = element.tag,
+            .attribute = element.attribute,
+            .word = element.word,
+            .object = object};
+}
+
 template <class Record>
 Record* find_or_add(KIVO_OBJ_MAP& map, const std::string& name) {
     return dynamic_cast<Record*>(
@@ -74,17 +84,17 @@ KIVO_INFO::~KIVO_INFO() {
 }
 
 KIVO_OBJ_INFO* KIVO_INFO::add_kivo_object(const std::string& name, KIVO_OBJ_TYPE type) {
-    return add_declared_object(name, type, {.object = name});
+    return add_declared_object(name, type, {});
 }
 
 KIVO_OBJ_INFO* KIVO_INFO::add_declared_object(const std::string& name, KIVO_OBJ_TYPE type,
-                                              KIVO_MESSAGE declared) {
+                                              const KIVO_DECLARING_ELEMENT& element) {
     const auto make = [&]() -> std::unique_ptr<KIVO_OBJ_INFO> {
         if (type == KIVO_OBJ_UNKNOWN) {
             return nullptr;
         }
         auto object = std::make_unique<KIVO_OBJ_INFO>(name, type);
-        object->mark = declared.mark;
+        object->mark = element.mark;
         return object;
     };
     auto* object = dynamic_cast<KIVO_OBJ_INFO*>(KIVO_ITEMS::find_or_add(object_map, name, make));
@@ -93,18 +103,17 @@ KIVO_OBJ_INFO* KIVO_INFO::add_declared_object(const std::string& name, KIVO_OBJ_
         object = KIVO_ITEMS::put(object_map, name, make());
     }
     if (object == nullptr) {
-        declared.says = kUnknownType;
-        post(declared);
+        post(about(name, element, kUnknownType));
         return nullptr;
     }
     if (type == KIVO_OBJ_UNKNOWN || type == object->obj_type) {
         return object;
     }
     const std::string found_type = object->get_obj_type_as_string();
-    declared.says = kTypeClash;
-    declared.detail = found_type;
-    declared.related = object->mark;
-    post(declared);
+    KIVO_MESSAGE message = about(name, element, kTypeClash);
+    message.detail = found_type;
+    message.related = object->mark;
+    post(message);
     return nullptr;
 }
 

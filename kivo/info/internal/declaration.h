@@ -10,8 +10,7 @@
 struct Declaration {
     std::string name;  // empty: the element is to be ignored, which has been said
     KIVO_OBJ_TYPE type = KIVO_OBJ_UNKNOWN;
-    // What a message about the object is to tell of the element.
-    KIVO_MESSAGE about;
+    KIVO_DECLARING_ELEMENT element;
 };
 
 Declaration read_parameter_declaration(KIVO_XML_ELEMENT& element, const MessagePoster& poster);
@@ -26,23 +25,25 @@ struct TypeRow {
 template <const auto& kTypes>
 Declaration read_declaration(KIVO_XML_ELEMENT& element, const MessagePoster& poster,
                              const KIVO_MESSAGE_TEXT& unknown_type, KIVO_MESSAGE_ID no_name) {
-    Declaration declared;
-    declared.about = about_name(element, {});
+    Declaration declared{{}, KIVO_OBJ_UNKNOWN, declaring(element, {})};
     for (const auto& [name, value] : element.attributes()) {
         if (name == "NAME") {
             declared.name = value;
-            declared.about = about_name(element, value);
+            declared.element.word = value;
         } else if (name == "TYPE") {
-            declared.about.attribute = "TYPE";
-            declared.about.word = value;
+            declared.element.attribute = "TYPE";
+            declared.element.word = value;
             if (const TypeRow* const row = find_row(kTypes, value)) {
                 declared.type = row->type;
                 continue;
             }
-            KIVO_MESSAGE message = declared.about;
-            message.says = unknown_type;
-            message.known = kWordsOf<kTypes>;
-            poster.post(message);
+            poster.post({.says = unknown_type,
+                         .mark = element.mark(),
+                         .element = element.tag_name(),
+                         .attribute = "TYPE",
+                         .word = value,
+                         .object = declared.name,
+                         .known = kWordsOf<kTypes>});
         }
     }
     if (declared.name.empty()) {

@@ -39,14 +39,6 @@ KIVO_MESSAGE missing_name(KIVO_MESSAGE_ID id, const KIVO_XML_ELEMENT& element) {
             .attribute = "NAME"};
 }
 
-KIVO_MESSAGE about_name(const KIVO_XML_ELEMENT& element, std::string_view name) {
-    return {.mark = element.mark(),
-            .element = element.tag_name(),
-            .attribute = "NAME",
-            .word = name,
-            .object = name};
-}
-
 std::string_view name_attribute(KIVO_XML_ELEMENT& element) {
     for (const auto& [name, value] : element.attributes()) {
         if (name == "NAME") {

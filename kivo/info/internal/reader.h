@@ -57,8 +57,10 @@ KIVO_MESSAGE unknown_attribute(const KIVO_MESSAGE_TEXT& says, const KIVO_XML_ELE
 // A message that an element has no name.
 KIVO_MESSAGE missing_name(KIVO_MESSAGE_ID id, const KIVO_XML_ELEMENT& element);
 
-// What a message about the object that an element with a NAME declares is to tell of the element.
-KIVO_MESSAGE about_name(const KIVO_XML_ELEMENT& element, std::string_view name);
+// An element that declares the object of that name.
+inline KIVO_DECLARING_ELEMENT declaring(const KIVO_XML_ELEMENT& element, std::string_view name) {
+    return {element.mark(), element.tag_name(), "NAME", name};
+}
 
 // The value of the attribute NAME, empty when there is none.
 std::string_view name_attribute(KIVO_XML_ELEMENT& element);

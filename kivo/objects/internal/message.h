@@ -94,6 +94,15 @@ struct KIVO_MESSAGE {
     KIVO_MARK related{};
 };
 
+// The element that declares an object, for messages about that; nothing is known of what no element
+// declares. Views as in a message.
+struct KIVO_DECLARING_ELEMENT {
+    KIVO_MARK mark{};
+    std::string_view tag{};
+    std::string_view attribute{};  // TYPE, or NAME when it has none
+    std::string_view word{};       // the value of that attribute
+};
+
 // The text with its facts filled in.
 std::string fill_in(const KIVO_MESSAGE& message);
 
