@@ -15,6 +15,7 @@
 #include "tools/findings/library_findings.h"
 #include "tools/findings/report.h"
 #include "tools/findings/xml_findings.h"
+#include "tools/lint/lint.h"
 #include "tools/terminal/progress.h"
 
 namespace {
@@ -35,6 +36,7 @@ CheckedFile check_description(const Description& description) {
         Sources sources;
         file.findings = library_findings(description, sources);
         append_xml_findings(file.findings, description, sources);
+        append_lint_findings(file.findings, description, sources);
     }
     return file;
 }

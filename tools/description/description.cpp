@@ -6,6 +6,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <set>
 #include <string_view>
 
 namespace {
@@ -52,4 +53,16 @@ Description::Description(const std::string& name, const std::string& path)
 
 Description::~Description() {
     info_.delete_detached_objects();
+}
+
+std::vector<std::string> files_of(const KIVO_INFO& info) {
+    std::vector<std::string> files;
+    std::set<std::string> known;
+    for (KIVO_MARK mark{1, 0}; !info.get_place(mark).file.empty(); ++mark.file) {
+        const std::string file = info.get_place(mark).file;
+        if (known.insert(file).second) {
+            files.push_back(file);
+        }
+    }
+    return files;
 }

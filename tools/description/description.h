@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "kivo/kivo.h"
 
@@ -34,3 +35,6 @@ private:
     std::optional<std::string> failure_;
     KIVO_INFO info_;
 };
+
+// The paths of the files that the library has read, in its order, each once.
+std::vector<std::string> files_of(const KIVO_INFO& info);

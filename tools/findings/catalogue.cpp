@@ -2,12 +2,13 @@
 
 #include <algorithm>
 
+#include "tools/findings/catalogue_parts.h"
 #include "tools/text/text_escape.h"
 
 namespace {
 
 // clang-format off
-const std::vector<MessageDescription> kCatalogue = {
+const std::vector<MessageDescription> kOfLibraryAndXml = {
     {"host-message", Severity::kError,
      R"(The program that loads the description posted this message itself, about something that the
         library does not know of. No description gives it, and it has no place in a file: what it
@@ -664,10 +665,20 @@ info.post_error_message("The wizard cannot write into the project folder");
 };
 // clang-format on
 
+std::vector<MessageDescription> all_messages() {
+    std::vector<MessageDescription> all = kOfLibraryAndXml;
+    for (const auto part : {structure_warnings}) {
+        const std::vector<MessageDescription> rows = part();
+        all.insert(all.end(), rows.begin(), rows.end());
+    }
+    return all;
+}
+
 }  // namespace
 
 const std::vector<MessageDescription>& message_catalogue() {
-    return kCatalogue;
+    static const std::vector<MessageDescription> catalogue = all_messages();
+    return catalogue;
 }
 
 const char* severity_word(Severity severity) {
@@ -681,7 +692,8 @@ std::string summary_of(const MessageDescription& message) {
 }
 
 const MessageDescription* find_message(std::string_view id) {
-    const auto found = std::find_if(kCatalogue.begin(), kCatalogue.end(),
+    const std::vector<MessageDescription>& rows = message_catalogue();
+    const auto found = std::find_if(rows.begin(), rows.end(),
                                     [id](const MessageDescription& row) { return row.id == id; });
-    return found == kCatalogue.end() ? nullptr : &*found;
+    return found == rows.end() ? nullptr : &*found;
 }

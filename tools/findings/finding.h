@@ -27,6 +27,8 @@ struct Finding {
     Place place;
     std::optional<WrongAttribute> attribute;
     std::vector<Note> notes;
+    // The name of what it is about: a parameter, port, vector or map; empty when that is not known.
+    std::string object;
 };
 
 // What became of one of the files that were to be checked.

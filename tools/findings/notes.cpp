@@ -64,16 +64,21 @@ std::optional<Note> first_attribute(const Finding& finding, const KIVO_PLACE& to
                  : std::nullopt;
 }
 
-std::string listed(const std::vector<std::string>& words) {
-    std::string text;
-    for (const std::string& word : words) {
-        text += text.empty() ? "" : ", ";
-        text += word;
-    }
-    return text;
+}  // namespace
+
+Note did_you_mean(std::string_view word, const Place& place) {
+    return {"did you mean \"" + std::string(word) + "\"?", place};
 }
 
-}  // namespace
+Note known_here(const std::vector<std::string_view>& words, const Place& place) {
+    std::string text = "known here: ";
+    const char* separator = "";
+    for (const std::string_view word : words) {
+        text.append(separator).append(word);
+        separator = ", ";
+    }
+    return {text, place};
+}
 
 void Notes::add_to(Finding& finding, const KIVO_PLACE& told, const KIVO_MESSAGE_FACTS& facts) {
     const auto add = [&finding](std::optional<Note> note) {
@@ -145,9 +150,10 @@ std::optional<Note> Notes::likely_word(const Finding& finding, const KIVO_PLACE&
         word = likely_name(facts);
     }
     if (!word.empty()) {
-        return Note{"did you mean \"" + word + "\"?", finding.place};
+        return did_you_mean(word, finding.place);
     }
-    const std::string known = listed(words_to_list(finding.id, facts, rest));
-    return known.empty() ? std::nullopt
-                         : std::optional(Note{"known here: " + known, finding.place});
+    const std::vector<std::string> known = words_to_list(finding.id, facts, rest);
+    return known.empty()
+               ? std::nullopt
+               : std::optional(known_here({known.begin(), known.end()}, finding.place));
 }

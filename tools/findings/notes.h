@@ -2,11 +2,17 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "tools/description/description.h"
 #include "tools/description/object_names.h"
 #include "tools/description/source_text.h"
 #include "tools/findings/finding.h"
+
+// The notes on a word that is not known: the one that was probably meant, or all that are known.
+Note did_you_mean(std::string_view word, const Place& place);
+Note known_here(const std::vector<std::string_view>& words, const Place& place);
 
 // Finds what helps to understand the findings of one description: the declaration with which one
 // clashes or that comes too late, and the word that was probably meant or those that are known.

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <map>
 #include <optional>
-#include <set>
 #include <string>
 #include <string_view>
 
@@ -44,19 +43,6 @@ bool is_known(const KnownFaults& known, const std::string& file, const XmlFault&
         return start.line == at.line ||
                (offset && has_only_blanks_between(source.text(), *offset, fault.begin));
     });
-}
-
-// The files that the library has read, in the order of their marks.
-std::vector<std::string> files_of(const KIVO_INFO& info) {
-    std::vector<std::string> files;
-    std::set<std::string> known;
-    for (KIVO_MARK mark{1, 0}; !info.get_place(mark).file.empty(); ++mark.file) {
-        const std::string file = info.get_place(mark).file;
-        if (known.insert(file).second) {
-            files.push_back(file);
-        }
-    }
-    return files;
 }
 
 }  // namespace

@@ -153,6 +153,7 @@ const std::vector<Case> kCases = {
     {"xml-comment-hyphens", "<!-- Ports - - see the manual -->"},
     {"xml-entity-expansion", "<RULES><RULE>&amp;&lt;</RULE></RULES>"},
     {"xml-not-well-formed", "<?xml-stylesheet href='a'?>"},
+    {"foreign-root", R"(<INCLUDE FILE="part.xml"/>)"},
 };
 // clang-format on
 

@@ -187,7 +187,7 @@ TEST(XmlFaultTest, DeepElementsNeedNoStack) {
 TEST(XmlFaultTest, EveryExampleOfTheCatalogueGivesItsWarning) {
     std::size_t warnings = 0;
     for (const MessageDescription& row : message_catalogue()) {
-        if (row.severity != Severity::kWarning) {
+        if (row.id.substr(0, 4) != "xml-" || row.id == "xml-syntax") {
             continue;
         }
         ++warnings;

@@ -1,0 +1,68 @@
+#pragma once
+
+// Warnings about what the library reads without a word although it was surely not meant so. Each
+// class of them has its room: a source of this folder with a function that looks at a description
+// and posts what it finds, and a table of the texts that it posts.
+
+#include <fmt/format.h>
+
+#include <deque>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "tools/description/description.h"
+#include "tools/description/document.h"
+#include "tools/description/source_text.h"
+#include "tools/findings/finding.h"
+
+// One kind of warning. The same id may have several texts; each id has its row in the catalogue.
+struct LintRow {
+    std::string_view id;
+    std::string_view text;  // a pattern of fmt
+};
+
+// Collects what the rooms find in one description.
+class Lint {
+public:
+    Lint(const Description& description, const std::deque<Document>& documents)
+        : description_(description), documents_(documents) {}
+
+    const Description& description() const { return description_; }
+    const KIVO_INFO& info() const { return description_.info(); }
+    // The files that the library has read, in its order.
+    const std::deque<Document>& documents() const { return documents_; }
+
+    // Posts a warning about a part of the element, at that place, and returns it for its notes.
+    template <class... Argument>
+    Finding& post(const LintRow& row, const DocumentElement& element, Place place,
+                  const Argument&... arguments) {
+        return add(row.id, element, std::move(place),
+                   fmt::format(fmt::runtime(row.text), arguments...));
+    }
+
+    // What was posted so far, in the order of the files and of the places in them.
+    std::vector<Finding> take_findings();
+
+private:
+    Finding& add(std::string_view id, const DocumentElement& element, Place place,
+                 std::string text);
+
+    const Description& description_;
+    const std::deque<Document>& documents_;
+    std::deque<Finding> findings_;
+};
+
+// Adds a note with the word that was probably meant, if any of these is near, or with all of them
+// if they are few.
+void add_likely_word(Finding& finding, std::string_view word,
+                     const std::vector<std::string_view>& known);
+
+// The name of the parameter, port, vector or map that the element is or belongs to; empty when it
+// belongs to none.
+std::string_view name_of_owner(const DocumentElement& element);
+
+// Appends the warnings of all rooms.
+void append_lint_findings(std::vector<Finding>& findings, const Description& description,
+                          Sources& sources);
