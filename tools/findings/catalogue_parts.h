@@ -6,5 +6,9 @@
 
 // Parts of the catalogue: warnings about what the library reads without a word.
 
-// What is not read at all.
+// What is not read, or not as a part of what it should be a part of.
 std::vector<MessageDescription> structure_warnings();
+// Words, numbers, lists and names that are taken for others.
+std::vector<MessageDescription> word_warnings();
+// What is declared or given again.
+std::vector<MessageDescription> repetition_warnings();

@@ -3,10 +3,13 @@
 #include <algorithm>
 #include <iterator>
 #include <map>
+#include <tuple>
 
 #include "tools/findings/notes.h"
 #include "tools/lint/rooms.h"
 #include "tools/text/near_word.h"
+#include "tools/text/text_escape.h"
+#include "tools/text/text_steps.h"
 
 namespace {
 
@@ -16,10 +19,32 @@ constexpr std::size_t kMostListed = 12;
 // clang-format off
 constexpr void (*kRooms[])(Lint&) = {
     find_foreign_roots,
+    find_unread_parts,
+    find_incomplete_parts,
+    find_lost_branches,
+    find_wrong_words,
+    find_wrong_names,
+    find_misplaced_declarations,
+    find_repetitions,
+    find_synonyms,
 };
 // clang-format on
 
 }  // namespace
+
+std::string quoted(std::string_view text) {
+    constexpr std::size_t kMost = 60;
+    std::size_t cut = 0;
+    while (cut < text.size() && cut < kMost) {
+        cut += std::max<std::size_t>(utf8_length(text.substr(cut)), 1);
+    }
+    std::string shown = '"' + std::string(text.substr(0, cut));
+    return shown + (cut < text.size() ? "...\"" : "\"");
+}
+
+bool is_blank(std::string_view text) {
+    return text.find_first_not_of(kBlanks) == std::string_view::npos;
+}
 
 std::string_view name_of_owner(const DocumentElement& element) {
     for (const DocumentElement* at = &element; at != nullptr; at = at->parent) {
@@ -28,6 +53,13 @@ std::string_view name_of_owner(const DocumentElement& element) {
         }
     }
     return {};
+}
+
+Lint::Lint(const Description& description, const std::deque<Document>& documents)
+    : description_(description), documents_(documents) {
+    for (const Document& document : documents) {
+        contexts_.push_back(contexts_of(document));
+    }
 }
 
 Finding& Lint::add(std::string_view id, const DocumentElement& element, Place place,

@@ -16,6 +16,7 @@
 #include "tools/description/document.h"
 #include "tools/description/source_text.h"
 #include "tools/findings/finding.h"
+#include "tools/lint/grammar.h"
 
 // One kind of warning. The same id may have several texts; each id has its row in the catalogue.
 struct LintRow {
@@ -23,16 +24,36 @@ struct LintRow {
     std::string_view text;  // a pattern of fmt
 };
 
+// An element and what it is.
+struct Spot {
+    const Document& document;
+    const DocumentElement& element;
+    Context context;
+};
+
 // Collects what the rooms find in one description.
 class Lint {
 public:
-    Lint(const Description& description, const std::deque<Document>& documents)
-        : description_(description), documents_(documents) {}
+    Lint(const Description& description, const std::deque<Document>& documents);
 
     const Description& description() const { return description_; }
     const KIVO_INFO& info() const { return description_.info(); }
     // The files that the library has read, in its order.
     const std::deque<Document>& documents() const { return documents_; }
+
+    // Visits every element that the library reads, in its order.
+    template <class Visit>
+    void for_each(Visit visit) const {
+        auto contexts = contexts_.begin();
+        for (const Document& document : documents_) {
+            auto context = (contexts++)->begin();
+            for (const DocumentElement& element : document.elements()) {
+                if (const Context is = *context++; is != Context::kUnread) {
+                    visit(Spot{document, element, is});
+                }
+            }
+        }
+    }
 
     // Posts a warning about a part of the element, at that place, and returns it for its notes.
     template <class... Argument>
@@ -51,8 +72,14 @@ private:
 
     const Description& description_;
     const std::deque<Document>& documents_;
+    std::vector<std::vector<Context>> contexts_;  // of the elements of each document
     std::deque<Finding> findings_;
 };
+
+// A text of a description within that of a warning, in quotes and not at any length.
+std::string quoted(std::string_view text);
+
+bool is_blank(std::string_view text);
 
 // Adds a note with the word that was probably meant, if any of these is near, or with all of them
 // if they are few.

@@ -4,3 +4,27 @@
 
 // Files of which nothing is read because their root is not ROOT.
 void find_foreign_roots(Lint& lint);
+
+// Elements, attributes and texts that are not read where they stand.
+void find_unread_parts(Lint& lint);
+
+// What the library drops because something is missing in it, and conditions that are empty.
+void find_incomplete_parts(Lint& lint);
+
+// Parts of IF, THEN and ELSE that have lost each other.
+void find_lost_branches(Lint& lint);
+
+// Words, numbers and lists that are read as others.
+void find_wrong_words(Lint& lint);
+
+// Names that no expression can write.
+void find_wrong_names(Lint& lint);
+
+// Elements that reach another kind of object, or none, and objects that are declared again.
+void find_misplaced_declarations(Lint& lint);
+
+// What is given again where it can be given once.
+void find_repetitions(Lint& lint);
+
+// Several words of one meaning in one element.
+void find_synonyms(Lint& lint);

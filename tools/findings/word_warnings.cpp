@@ -1,0 +1,72 @@
+#include "tools/findings/catalogue_parts.h"
+
+std::vector<MessageDescription> word_warnings() {
+    // clang-format off
+    return {
+    {"unknown-word", Severity::kWarning,
+     R"(An attribute takes one of a few words and has another, which counts as one of them
+        without a word: "on" is OFF, "unused" is USED. Words are compared exactly and are
+        written in upper case. Write the one that is meant.)",
+     R"(<ROOT>
+  <PORTS>
+    <PORT NAME="enable" TYPE="INPUT" USAGE="unused"/>
+  </PORTS>
+</ROOT>
+)"},
+
+    {"not-a-number", Severity::kWarning,
+     R"(A number is read up to the first letter that is none: "120us" is 120, "four" is 0.
+        Times have no unit of their own, all count in TIME_SCALE. Numbers beyond 32 bits
+        lose their upper digits. Write digits alone.)",
+     R"(<ROOT>
+  <WAVE_DATA>
+    <WAVE NAME="count" MAX_TIME="120us"/>
+  </WAVE_DATA>
+</ROOT>
+)"},
+
+    {"time-step", Severity::kWarning,
+     R"(A wave with a TIME_STEP of 0 or less gets nowhere: hosts go through its times in
+        such steps. Write how far apart the times are that a host is to look at, or leave
+        out the attribute for steps of 1.)",
+     R"(<ROOT>
+  <WAVE_DATA>
+    <WAVE NAME="count" MAX_TIME="120" TIME_STEP="0"/>
+  </WAVE_DATA>
+</ROOT>
+)"},
+
+    {"wrong-separator", Severity::kWarning,
+     R"(The entries of a list are separated by something else than the library looks for,
+        and the list is taken for one entry. The values of a parameter and the libraries of
+        a model are separated by ";", the arguments of a macro by ",".)",
+     R"(<ROOT>
+  <PARAMETERS>
+    <PARAMETER NAME="STYLE" TYPE="STRING" VALUE="AUTO,BLOCK" DEFAULT_VALUE_INDEX="0"/>
+  </PARAMETERS>
+</ROOT>
+)"},
+
+    {"name-with-blanks", Severity::kWarning,
+     R"(A name begins or ends with a blank, which is part of it: whoever writes it without
+        the blank names something else. Remove the blank.)",
+     R"(<ROOT>
+  <PORTS>
+    <PORT NAME="clock " TYPE="INPUT"/>
+  </PORTS>
+</ROOT>
+)"},
+
+    {"unwritable-name", Severity::kWarning,
+     R"(A name holds a sign with which conditions cannot write it: "DATA-WIDTH" reads as a
+        difference. Names begin with a letter or "_" and go on with letters, digits, "_" and
+        "$".)",
+     R"(<ROOT>
+  <PARAMETERS>
+    <PARAMETER NAME="DATA-WIDTH" TYPE="INTEGER" VALUE="8"/>
+  </PARAMETERS>
+</ROOT>
+)"},
+    };
+    // clang-format on
+}

@@ -1,0 +1,145 @@
+#include "tools/lint/rooms.h"
+#include "tools/lint/slots.h"
+
+namespace {
+
+// clang-format off
+constexpr LintRow kMacroWithoutName = {
+    "macro-without-name", "the macro has no NAME: it cannot be called"};
+constexpr LintRow kMacroWithoutDefinition = {
+    "macro-without-definition", "the macro {} has no definition"};
+constexpr LintRow kMessageWithoutText = {
+    "message-without-text", "the message has no text and is never shown"};
+constexpr LintRow kEmptyCondition = {
+    "empty-condition", "the condition {} is empty"};
+constexpr LintRow kValueMissing = {
+    "value-missing", "{} has no value and is dropped"};
+constexpr LintRow kRangeWithoutMax = {
+    "range-without-max", "{} has no MAX and is dropped"};
+// clang-format on
+
+std::string_view definition_of(const DocumentElement& macro) {
+    const bool has_element = macro.first_sub != nullptr && macro.first_sub->tag == "DEFINITION";
+    return has_element ? macro.first_sub->text.text : macro.value_of("DEFINITION");
+}
+
+void check_macro(Lint& lint, const Spot& spot) {
+    const DocumentElement& macro = spot.element;
+    const Place place = spot.document.place(macro);
+    const std::string_view name = macro.value_of("NAME");
+    if (is_blank(name)) {
+        Finding& finding = lint.post(kMacroWithoutName, macro, place);
+        for (std::size_t index = 0; index < macro.attribute_count; ++index) {
+            if (find_attribute_rule(spot.context, macro.attributes[index].name) == nullptr) {
+                add_likely_word(finding, macro.attributes[index].name, {"NAME"});
+            }
+        }
+    } else if (is_blank(definition_of(macro))) {
+        lint.post(kMacroWithoutDefinition, macro, place, quoted(name));
+    }
+}
+
+// A message of no known type is refused, and told of.
+void check_message(Lint& lint, const Spot& spot) {
+    const DocumentElement& message = spot.element;
+    if (message.text.text.empty() && is_blank(text_in(spot, "THEN"))) {
+        lint.post(kMessageWithoutText, message, spot.document.place(message));
+    }
+}
+
+void check_force(Lint& lint, const Spot& spot) {
+    if (text_in(spot, "V").empty()) {
+        lint.post(kValueMissing, spot.element, spot.document.place(spot.element), spot.element.tag);
+    }
+}
+
+void check_range(Lint& lint, const Spot& spot) {
+    if (text_in(spot, "MAX").empty()) {
+        lint.post(kRangeWithoutMax, spot.element, spot.document.place(spot.element),
+                  spot.element.tag);
+    }
+}
+
+void post_empty(Lint& lint, const Spot& spot) {
+    lint.post(kEmptyCondition, spot.element, spot.document.place(spot.element), spot.element.tag);
+}
+
+// An empty RULE or CONDITION is told of.
+void check_rule(Lint& lint, const Spot& spot) {
+    if (!spot.element.text.text.empty() && is_blank(spot.element.text.text)) {
+        post_empty(lint, spot);
+    }
+}
+
+void check_condition(Lint& lint, const Spot& spot) {
+    if (is_blank(spot.element.text.text) && spot.element.first_sub == nullptr) {
+        post_empty(lint, spot);
+    }
+}
+
+void check_value_rule(Lint& lint, const Spot& spot) {
+    if (is_blank(spot.element.text.text) && spot.element.first_sub == nullptr) {
+        post_empty(lint, spot);
+    }
+}
+
+void check_wizard_condition(Lint& lint, const Spot& spot) {
+    if (is_blank(spot.element.text.text) && is_blank(spot.element.value_of("CONDITION"))) {
+        post_empty(lint, spot);
+    }
+}
+
+void check_condition_attributes(Lint& lint, const Spot& spot) {
+    const DocumentElement& element = spot.element;
+    for (std::size_t index = 0; index < element.attribute_count; ++index) {
+        const DocumentAttribute& attribute = element.attributes[index];
+        const AttributeRule* const rule = find_attribute_rule(spot.context, attribute.name);
+        if (rule != nullptr && rule->meaning == Meaning::kCondition &&
+            is_blank(attribute.value.text)) {
+            lint.post(kEmptyCondition, element, spot.document.place(attribute), attribute.name);
+        }
+    }
+}
+
+}  // namespace
+
+void find_incomplete_parts(Lint& lint) {
+    lint.for_each([&lint](const Spot& spot) {
+        switch (spot.context) {
+            case Context::kMacro:
+                check_macro(lint, spot);
+                break;
+            case Context::kMessage:
+                check_message(lint, spot);
+                break;
+            case Context::kForceValue:
+            case Context::kHiddenForceValue:
+            case Context::kState:
+                check_force(lint, spot);
+                check_condition_attributes(lint, spot);
+                break;
+            case Context::kParameterRange:
+            case Context::kPortRange:
+            case Context::kConstantRange:
+                check_range(lint, spot);
+                check_condition_attributes(lint, spot);
+                break;
+            case Context::kRule:
+                check_rule(lint, spot);
+                break;
+            case Context::kCondition:
+            case Context::kSequenceCondition:
+            case Context::kWaveCondition:
+                check_condition(lint, spot);
+                break;
+            case Context::kValueRule:
+                check_value_rule(lint, spot);
+                break;
+            case Context::kWizardCondition:
+                check_wizard_condition(lint, spot);
+                break;
+            default:
+                break;
+        }
+    });
+}
