@@ -16,6 +16,8 @@ struct MessageDescription {
     // A whole description that gives this message; program text for a message that no description
     // gives.
     std::string_view example;
+    // Warnings that are a matter of taste are told only when they are asked for.
+    bool is_on = true;
 };
 
 // Every message that the program knows, in the order of the handbook.

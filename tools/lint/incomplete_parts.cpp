@@ -18,9 +18,11 @@ constexpr LintRow kRangeWithoutMax = {
     "range-without-max", "{} has no MAX and is dropped"};
 // clang-format on
 
-std::string_view definition_of(const DocumentElement& macro) {
-    const bool has_element = macro.first_sub != nullptr && macro.first_sub->tag == "DEFINITION";
-    return has_element ? macro.first_sub->text.text : macro.value_of("DEFINITION");
+// Of an element in place of DEFINITION the library says that it does not know it.
+bool lacks_definition(const DocumentElement& macro) {
+    const DocumentElement* const first = macro.first_sub;
+    return first == nullptr ? is_blank(macro.value_of("DEFINITION"))
+                            : first->tag == "DEFINITION" && is_blank(first->text.text);
 }
 
 void check_macro(Lint& lint, const Spot& spot) {
@@ -34,7 +36,7 @@ void check_macro(Lint& lint, const Spot& spot) {
                 add_likely_word(finding, macro.attributes[index].name, {"NAME"});
             }
         }
-    } else if (is_blank(definition_of(macro))) {
+    } else if (lacks_definition(macro)) {
         lint.post(kMacroWithoutDefinition, macro, place, quoted(name));
     }
 }
