@@ -1,7 +1,7 @@
 # What building takes, and what testing takes on top of it. Sourced by the other scripts.
 # shellcheck shell=sh disable=SC2034
 build_packages="g++ cmake ninja-build libpugixml-dev libcli11-dev libexpat1-dev libfmt-dev
-libutf8proc-dev nlohmann-json3-dev"
+libtomlplusplus-dev libutf8proc-dev nlohmann-json3-dev"
 test_packages="$build_packages libgtest-dev clang-format fish groff-base gtkwave pkg-config python3
 python3-jsonschema zsh"
 bench_packages="g++ cmake ninja-build libpugixml-dev libbenchmark-dev libexpat1-dev libtinyxml2-dev

@@ -11,8 +11,8 @@
 class WarningSettings {
 public:
     // Takes one setting: "ID" and "no-ID" switch a warning on and off, "all" all of them on,
-    // "error=ID" on and to an error, "error=all" so all that are on. Later ones win. Returns what is
-    // wrong with it; empty when it was taken.
+    // "error=ID" on and to an error, "error=all" so all that are on. Later ones win. Returns what
+    // is wrong with it; empty when it was taken.
     std::string take(std::string_view setting);
 
     // Leaves the warnings that are on, those that count as errors as such.
