@@ -14,6 +14,8 @@
 #include "tools/files/standard_input.h"
 #include "tools/findings/library_findings.h"
 #include "tools/findings/report.h"
+#include "tools/findings/waivers.h"
+#include "tools/findings/warning_settings.h"
 #include "tools/findings/xml_findings.h"
 #include "tools/lint/lint.h"
 #include "tools/terminal/progress.h"
@@ -28,59 +30,108 @@ const std::map<std::string, ReportMaker> kFormats = {
 struct Options {
     std::vector<std::string> paths;
     std::string format = "text";
+    std::vector<std::string> warnings;
+    std::string fail_on = "warning";
+    std::string config;
 };
 
-CheckedFile check_description(const Description& description) {
-    CheckedFile file{description.name(), description.failure(), {}};
-    if (!file.failure) {
-        Sources sources;
-        file.findings = library_findings(description, sources);
-        append_xml_findings(file.findings, description, sources);
-        append_lint_findings(file.findings, description, sources);
+// What one run of the command is told by.
+class Check {
+public:
+    // REQUIRES: every setting of a warning is known.
+    explicit Check(const Options& options) : waivers_(options.config) {
+        for (const std::string& warning : options.warnings) {
+            settings_.take(warning);
+        }
     }
-    return file;
-}
 
-CheckedFile check_standard_input() {
-    const StandardInput input;
-    return input.failure() ? CheckedFile{StandardInput::kName, input.failure(), {}}
-                           : check_description(Description(StandardInput::kName, input.path()));
-}
-
-CheckedFile check_input(const Input& input) {
-    if (input.failure) {
-        return {input.path, input.failure, {}};
+    CheckedFile check(const Input& input) {
+        if (input.failure) {
+            return {input.path, input.failure, {}};
+        }
+        return input.path == "-" ? check_standard_input()
+                                 : check_description(Description(input.path));
     }
-    return input.path == "-" ? check_standard_input() : check_description(Description(input.path));
-}
 
-int status_of(const Tally& tally) {
+    // What is wrong with the settings, when all is checked.
+    std::vector<CheckedFile> check_settings() const {
+        std::vector<CheckedFile> files = waivers_.report();
+        for (CheckedFile& file : files) {
+            settings_.apply(file.findings);
+        }
+        return files;
+    }
+
+private:
+    CheckedFile check_description(const Description& description) {
+        CheckedFile file{description.name(), description.failure(), {}};
+        if (!file.failure) {
+            Sources sources;
+            file.findings = library_findings(description, sources);
+            append_xml_findings(file.findings, description, sources);
+            append_lint_findings(file.findings, description, sources);
+            if (Waivers* const waivers = waivers_.of_description(description.name())) {
+                waivers->apply(file.findings, names_of_files(description));
+            }
+            settings_.apply(file.findings);
+        }
+        return file;
+    }
+
+    CheckedFile check_standard_input() {
+        const StandardInput input;
+        return input.failure() ? CheckedFile{StandardInput::kName, input.failure(), {}}
+                               : check_description(Description(StandardInput::kName, input.path()));
+    }
+
+    static std::vector<std::string> names_of_files(const Description& description) {
+        std::vector<std::string> names = files_of(description.info());
+        std::replace(names.begin(), names.end(), description.path(), description.name());
+        return names;
+    }
+
+    WarningSettings settings_;
+    WaiverFiles waivers_;
+};
+
+int status_of(const Tally& tally, const std::string& fail_on) {
     if (tally.unreadable > 0) {
         return kExitFailed;
     }
-    return tally.files_with_findings > 0 ? kExitMessages : kExitDone;
+    const bool fails = fail_on == "error" ? tally.errors > 0
+                                          : fail_on == "warning" && tally.files_with_findings > 0;
+    return fails ? kExitMessages : kExitDone;
 }
 
-int check(Terminal& terminal, const Options& options) {
+void tell(Terminal& terminal, Report& report, Tally& tally, const CheckedFile& file) {
+    tally.add(file);
+    if (file.failure) {
+        terminal.report_error("cannot read '" + file.name + "': " + *file.failure);
+    }
+    report.add(file);
+}
+
+int run_check(Terminal& terminal, const Options& options) {
     const std::vector<Input> inputs = find_inputs(options.paths);
     const std::unique_ptr<Report> report = kFormats.at(options.format)(terminal);
     Progress progress(terminal.err, inputs.size());
+    Check check(options);
     Tally tally;
     for (std::size_t index = 0; index < inputs.size(); ++index) {
         progress.show(index + 1, inputs[index].path);
-        const CheckedFile file = check_input(inputs[index]);
-        tally.add(file);
+        const CheckedFile file = check.check(inputs[index]);
         if (file.failure || !file.findings.empty()) {
             progress.erase();
         }
-        if (file.failure) {
-            terminal.report_error("cannot read '" + file.name + "': " + *file.failure);
-        }
-        report->add(file);
+        tell(terminal, *report, tally, file);
     }
     progress.erase();
-    report->finish(tally, status_of(tally));
-    return status_of(tally);
+    for (const CheckedFile& file : check.check_settings()) {
+        tell(terminal, *report, tally, file);
+    }
+    const int status = status_of(tally, options.fail_on);
+    report->finish(tally, status);
+    return status;
 }
 
 // Standard input can be read only once.
@@ -90,11 +141,17 @@ std::string check_paths(const Options& options) {
                : "";
 }
 
+std::string check_setting(const std::string& setting) {
+    return WarningSettings().take(setting);
+}
+
 constexpr const char* kFooter =
     "Every message is one line on standard error, with its source line below it; what it\n"
     "means and how to mend it says 'kivo explain ID', with the id that ends the line.\n"
-    "Errors are what the library finds; warnings are for files that it reads although they\n"
-    "are not well-formed XML.\n"
+    "Errors are what the library finds; warnings are for what it reads without a word although\n"
+    "it was surely not meant so, and for files that are not well-formed XML.\n"
+    "A file kivo.toml beside a description names findings to live with, in tables [[waiver]]\n"
+    "with id, file, reason and perhaps name.\n"
     "Exit status: 0 no messages, 1 messages, 2 wrong usage, 3 a file cannot be read.\n\n"
     "Example:\n"
     "  kivo check fifo_info.xml counter_info.xml\n"
@@ -115,10 +172,19 @@ Command make_check() {
             {.name = "--format", .value_name = "FORMAT", .target = &options->format,
              .help = "text (the default); json or sarif go to standard output",
              .choices = {"text", "json", "sarif"}},
+            {.name = "-W", .value_name = "ID", .target = &options->warnings,
+             .help = "Switch a warning: ID, no-ID, all, error=ID; later ones win",
+             .choices = WarningSettings::all(), .check = check_setting},
+            {.name = "--fail-on", .value_name = "WHAT", .target = &options->fail_on,
+             .help = "What makes the exit status 1: error, warning (the default) or never",
+             .choices = {"error", "warning", "never"}},
+            {.name = "--config", .value_name = "FILE", .target = &options->config,
+             .help = "Settings for all files, instead of the kivo.toml beside each",
+             .offer = Offer::kFiles},
         },
         .footer = kFooter,
         .check = [options] { return check_paths(*options); },
-        .run = [options](Terminal& terminal) { return check(terminal, *options); },
+        .run = [options](Terminal& terminal) { return run_check(terminal, *options); },
     };
     // clang-format on
 }

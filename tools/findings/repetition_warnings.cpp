@@ -28,6 +28,16 @@ std::vector<MessageDescription> repetition_warnings() {
   </PARAMETERS>
 </ROOT>
 )"},
+
+    {"unused-waiver", Severity::kWarning,
+     R"(The settings file kivo.toml waives a finding that is not there, in a file that was checked:
+        what it was for has been mended or has moved. Remove the waiver, or correct its id, file or
+        name.)",
+     R"([[waiver]]
+id = "unread-text"
+file = "counter_info.xml"
+reason = "a note to ourselves"
+)"},
     };
     // clang-format on
 }

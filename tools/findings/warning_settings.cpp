@@ -18,12 +18,21 @@ bool is_warning(std::string_view id) {
     return row != nullptr && row->severity == Severity::kWarning;
 }
 
+std::vector<std::string_view> switchable_ids() {
+    std::vector<std::string_view> ids;
+    for (const MessageDescription& row : message_catalogue()) {
+        if (row.severity == Severity::kWarning) {
+            ids.push_back(row.id);
+        }
+    }
+    return ids;
+}
+
 std::string unknown(std::string_view id) {
     if (find_message(id) != nullptr) {
         return fmt::format("'{}' is an error, which cannot be switched", id);
     }
-    const std::vector<std::string> ids = switchable_ids();
-    const std::string_view nearest = nearest_word(id, {ids.begin(), ids.end()}, kMostEdits);
+    const std::string_view nearest = nearest_word(id, switchable_ids(), kMostEdits);
     return nearest.empty() ? fmt::format("no warning '{}'", id)
                            : fmt::format("no warning '{}', perhaps '{}'", id, nearest);
 }
@@ -34,14 +43,13 @@ bool begins_with(std::string_view text, std::string_view beginning) {
 
 }  // namespace
 
-std::vector<std::string> switchable_ids() {
-    std::vector<std::string> ids;
-    for (const MessageDescription& row : message_catalogue()) {
-        if (row.severity == Severity::kWarning) {
-            ids.emplace_back(row.id);
-        }
+std::vector<std::string> WarningSettings::all() {
+    std::vector<std::string> settings = {"all"};
+    for (const std::string_view id : switchable_ids()) {
+        settings.emplace_back(id);
+        settings.push_back(std::string(kNo).append(id));
     }
-    return ids;
+    return settings;
 }
 
 std::string WarningSettings::take(std::string_view setting) {

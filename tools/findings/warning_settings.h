@@ -15,6 +15,9 @@ public:
     // is wrong with it; empty when it was taken.
     std::string take(std::string_view setting);
 
+    // Settings to choose from: "all", and for each warning "ID" and "no-ID".
+    static std::vector<std::string> all();
+
     // Leaves the warnings that are on, those that count as errors as such.
     void apply(std::vector<Finding>& findings) const;
 
@@ -27,6 +30,3 @@ private:
     bool all_are_errors_ = false;
     std::map<std::string, Choice, std::less<>> choices_;
 };
-
-// The ids that may be switched.
-std::vector<std::string> switchable_ids();

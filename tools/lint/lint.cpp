@@ -8,8 +8,8 @@
 #include "tools/findings/notes.h"
 #include "tools/lint/rooms.h"
 #include "tools/text/near_word.h"
-#include "tools/text/text_escape.h"
 #include "tools/text/text_steps.h"
+#include "tools/text/utf8.h"
 
 namespace {
 

@@ -1,5 +1,4 @@
 #include "tools/lint/rooms.h"
-#include "tools/text/text_escape.h"
 #include "tools/text/text_steps.h"
 
 namespace {

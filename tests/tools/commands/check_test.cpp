@@ -261,7 +261,8 @@ TEST(CheckTest, NoMessageTellsWhereStandardInputIsKept) {
 }
 
 TEST(CheckTest, AWarningInStandardInputHasItsNameToo) {
-    const RunResult run = run_kivo({"check", "-"}, {.input = "<ROOT>&</ROOT>"});
+    const RunResult run =
+        run_kivo({"check", "-"}, {.input = with_sections("<RULES><RULE>&</RULE></RULES>")});
     EXPECT_EQ(messages_in(run.err, "<stdin>").size(), 1U) << run.err;
 }
 
@@ -407,7 +408,8 @@ TEST(CheckTest, AClashOfANameThatReadsLikeTheMessageNamesTheFirstDeclaration) {
         "a_info.xml", with_sections("<PARAMETERS><PARAMETER NAME='" + name +
                                     "' TYPE='STRING'/></PARAMETERS>\n<PORTS><PORT NAME='" + name +
                                     "' TYPE='INPUT'/></PORTS>"));
-    const std::vector<std::string> found = places_in(run_kivo({"check", path}).err, path);
+    const std::vector<std::string> found =
+        places_in(run_kivo({"check", "-W", "no-unwritable-name", path}).err, path);
     ASSERT_EQ(found.size(), 2U);
     EXPECT_EQ(found[1], "2:13: note: first declared here");
 }
@@ -493,7 +495,8 @@ TEST(CheckTest, ARepeatedAttributeNamesTheFirst) {
     const TemporaryFolder folder;
     const std::string path =
         folder.write("a_info.xml", "<ROOT>\n<RULES A='>' B = \"A='2'\"\n  A='3'/></ROOT>");
-    const std::vector<std::string> found = places_in(run_kivo({"check", path}).err, path);
+    const std::vector<std::string> found =
+        places_in(run_kivo({"check", "-W", "no-unknown-attribute", path}).err, path);
     ASSERT_EQ(found.size(), 2U);
     EXPECT_EQ(found[0], "3:3: error: line 3, column 3 of " + path +
                             ": attribute A is given more than once [xml-syntax]");
@@ -503,33 +506,35 @@ TEST(CheckTest, ARepeatedAttributeNamesTheFirst) {
 TEST(CheckTest, AFileThatTheLibraryReadsAlthoughItIsNoXmlGivesAWarning) {
     const TemporaryFolder folder;
     const std::string path =
-        folder.write("a_info.xml", "<ROOT>\n  <RULES A='x'>a & b</RULES>\n</ROOT>");
+        folder.write("a_info.xml", "<ROOT>\n  <RULES><RULE>a & b</RULE></RULES>\n</ROOT>");
     const RunResult run = run_kivo({"check", path});
     EXPECT_EQ(run.status, 1);
     EXPECT_EQ(run.err,
               path +
                   ":2:18: warning: \"&\" begins a reference such as \"&lt;\"; write \"&amp;\" for "
                   "the character itself [xml-raw-ampersand]\n"
-                  "     2 |   <RULES A='x'>a & b</RULES>\n"
+                  "     2 |   <RULES><RULE>a & b</RULE></RULES>\n"
                   "       |                  ^\n"
                   "1 file checked: 1 warning in 1 file\n");
 }
 
 TEST(CheckTest, IncludedFilesAreCheckedForStrictXmlOnce) {
     const TemporaryFolder folder;
-    const std::string inner = folder.write("part.xml", with_sections("&nbsp;"));
+    const std::string inner =
+        folder.write("part.xml", with_sections("<RULES><RULE>\n&nbsp;</RULE></RULES>"));
     const std::string outer = folder.write(
         "a_info.xml",
         with_sections("<INCLUDE FILE='" + inner + "'/><INCLUDE FILE='" + inner + "'/>"));
     const std::vector<std::string> found = messages_in(run_kivo({"check", outer}).err, inner);
     ASSERT_EQ(found.size(), 1U);
-    EXPECT_TRUE(contains(found[0], "2:1: warning: entity \"nbsp\" is not declared")) << found[0];
+    EXPECT_TRUE(contains(found[0], "3:1: warning: entity \"nbsp\" is not declared")) << found[0];
 }
 
 TEST(CheckTest, WhatTheLibrarySaysOfOneFileHidesNothingInAnother) {
     const TemporaryFolder folder;
     const std::string broken = folder.write("broken.xml", "<ROOT><A></B></ROOT>");
-    const std::string loose = folder.write("loose.xml", "<ROOT>a & b</ROOT>");
+    const std::string loose =
+        folder.write("loose.xml", with_sections("<RULES><RULE>a & b</RULE></RULES>"));
     const std::string outer = folder.write(
         "a_info.xml",
         with_sections("<INCLUDE FILE='" + broken + "'/><INCLUDE FILE='" + loose + "'/>"));
@@ -552,7 +557,7 @@ TEST(CheckTest, WhatTheLibrarySaysIsNotSaidTwice) {
         "<ROOT A=b/>",
         "<ROOT A='1'B='2'/>",
         "<ROOT>a < b</ROOT>",
-        "<ROOT A='1' B='2' A='3'/>",
+        "<ROOT><RULES><RULE ENABLED='ON' REQUIRED_RULE='ON' ENABLED='ON'>a</RULE></RULES></ROOT>",
         std::string("<ROOT>\0</ROOT>", 14),
         "<ROOT",
     };
@@ -577,14 +582,16 @@ TEST(CheckTest, OtherCommandsDoNotWarnAboutStrictXml) {
 }
 
 TEST(CheckTest, APlaceInAWideEncodingIsThatOfItsUtf8) {
-    const std::string document("\xFF\xFE<\0R\0O\0O\0T\0>\0\xE4\0<\0O\0/\0>\0<\0/\0R\0O\0O\0T\0>\0",
-                               38);
+    std::string document = "\xFF\xFE";
+    for (const char letter : std::string_view("<ROOT><!--\xE4--><O/></ROOT>")) {
+        document += {letter, '\0'};
+    }
     const RunResult run = run_kivo({"check", "-"}, {.input = document});
     EXPECT_EQ(run.err,
-              "<stdin>:1:9: error: Main element tag O is not a valid recognized tag "
+              "<stdin>:1:16: error: Main element tag O is not a valid recognized tag "
               "[unknown-section]\n"
-              "     1 | <ROOT>\xC3\xA4<O/></ROOT>\n"
-              "       |        ^\n"
+              "     1 | <ROOT><!--\xC3\xA4--><O/></ROOT>\n"
+              "       |               ^\n"
               "1 file checked: 1 error in 1 file\n");
 }
 
@@ -623,6 +630,90 @@ TEST(CheckTest, AFileMayBeCalledLikeASubCommand) {
     folder.write("show", with_sections(""));
     const RunResult run = run_kivo({"check", "show"}, {.directory = folder.path("")});
     EXPECT_EQ(run.status, 0) << run.err;
+}
+
+// A description with one warning, in a folder of its own.
+class CheckWarningTest : public testing::Test {
+protected:
+    RunResult check(std::vector<std::string> arguments) {
+        arguments.insert(arguments.begin(), "check");
+        arguments.push_back(path_);
+        return run_kivo(arguments);
+    }
+
+    TemporaryFolder folder_;
+    std::string path_ = folder_.write("a_info.xml", with_sections("<PORTS>clock</PORTS>"));
+};
+
+constexpr const char* kWaiver =
+    "[[waiver]]\nid = \"unread-text\"\nfile = \"a_info.xml\"\nreason = \"a note\"\n";
+
+TEST_F(CheckWarningTest, WhatVanishesIsAWarningWithItsPlace) {
+    const RunResult run = check({});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.err, path_ +
+                           ":2:8: warning: the text of PORTS is not read [unread-text]\n"
+                           "     2 | <PORTS>clock</PORTS>\n"
+                           "       |        ^\n"
+                           "1 file checked: 1 warning in 1 file\n");
+}
+
+TEST_F(CheckWarningTest, WarningsAreSwitched) {
+    EXPECT_EQ(check({"-W", "no-unread-text"}).status, 0);
+    EXPECT_EQ(check({"-W", "no-unread-text", "-W", "all"}).status, 1);
+    const RunResult run = check({"-W", "error=unread-text"});
+    EXPECT_TRUE(contains(run.err, ": error: the text of PORTS is not read [unread-text]"));
+    EXPECT_TRUE(contains(run.err, "1 file checked: 1 error in 1 file"));
+}
+
+TEST_F(CheckWarningTest, AnUnknownWarningIsWrongUsage) {
+    const RunResult run = check({"-W", "no-unread-tex"});
+    EXPECT_EQ(run.status, 2);
+    EXPECT_TRUE(contains(run.err, "no warning 'unread-tex', perhaps 'unread-text'")) << run.err;
+}
+
+TEST_F(CheckWarningTest, TheExitStatusIsThatOfWhatTheRunShallFailOn) {
+    EXPECT_EQ(check({"--fail-on", "warning"}).status, 1);
+    EXPECT_EQ(check({"--fail-on", "error"}).status, 0);
+    EXPECT_EQ(check({"--fail-on", "error", "-W", "error=unread-text"}).status, 1);
+    EXPECT_EQ(check({"--fail-on", "never", "-W", "error=unread-text"}).status, 0);
+    EXPECT_EQ(check({"--fail-on", "note"}).status, 2);
+}
+
+TEST_F(CheckWarningTest, AWaiverBesideTheDescriptionHoldsForGood) {
+    folder_.write("kivo.toml", kWaiver);
+    const RunResult run = check({});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.err, "1 file checked: no messages\n");
+}
+
+TEST_F(CheckWarningTest, SettingsCanBeGiven) {
+    const TemporaryFolder elsewhere;
+    const std::string settings =
+        elsewhere.write("w.toml", "[[waiver]]\nid = \"unread-text\"\nfile = \"" + path_ +
+                                      "\"\nreason = \"a note\"\n");
+    EXPECT_EQ(check({"--config", settings}).status, 0);
+    const RunResult run = check({"--config", elsewhere.path("none.toml")});
+    EXPECT_EQ(run.status, 3);
+    EXPECT_TRUE(contains(
+        run.err, "cannot read '" + elsewhere.path("none.toml") + "': No such file or directory"))
+        << run.err;
+}
+
+TEST_F(CheckWarningTest, AWaiverWithNothingToWaiveIsTold) {
+    const std::string settings = folder_.write("kivo.toml", kWaiver);
+    folder_.write("a_info.xml", with_sections("<PORTS/>"));
+    const RunResult run = check({});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(messages_in(run.err, settings),
+              std::vector<std::string>({"1:1: warning: nothing to waive: there is no unread-text "
+                                        "here [unused-waiver]"}));
+    EXPECT_EQ(check({"-W", "no-unused-waiver"}).status, 0);
+}
+
+TEST_F(CheckWarningTest, JsonAndSarifTellThemLikeAllOthers) {
+    EXPECT_TRUE(contains(check({"--format", "json"}).out, "\"id\": \"unread-text\""));
+    EXPECT_TRUE(contains(check({"--format", "sarif"}).out, "\"ruleId\": \"unread-text\""));
 }
 
 }  // namespace

@@ -178,6 +178,7 @@ const std::vector<Case> kCases = {
     {"other-kind", ports(R"(<PORT NAME="clock" TYPE="INPUT"/>)") + R"(<PORT_RULES><PORT NAME="clock"/></PORT_RULES>)"},
     {"type-missing", wizard(R"(<WIZARD_MAP NAME="plain"><PARAMETER NAME="WIDTH" TYPE="INTEGER" VALUE="8"/></WIZARD_MAP>)")},
     {"generic-without-map", wizard(R"(<PORT NAME="clock" TYPE="INPUT"/><WIZARD_MAP NAME="plain"/>)")},
+    {"unused-waiver", ""},
     {"declared-twice", ports(R"(<PORT NAME="data" TYPE="INPUT"/>)") + R"(<PORT_RULES><PORT NAME="data" WIDTH="8"/></PORT_RULES>)"},
     {"given-twice", width_with(R"(<FORCE_VALUE V="16" IF="MODE == 2"/><FORCE_VALUE V="32" WHEN="MODE == 3"/>)")},
 };
@@ -239,6 +240,18 @@ private:
 
 TEST_P(CatalogueTest, TheExampleGivesTheMessageOnce) {
     const MessageDescription& row = GetParam();
+    if (row.id == "unused-waiver") {
+        const TemporaryFolder folder;
+        folder.write("counter_info.xml", with_sections(""));
+        folder.write("kivo.toml", row.example);
+        const RunResult run =
+            run_kivo({"check", "counter_info.xml"}, {.directory = folder.path("")});
+        EXPECT_EQ(messages_in(run.err, "kivo.toml"),
+                  std::vector<std::string>(
+                      {"1:1: warning: nothing to waive: there is no unread-text here "
+                       "[unused-waiver]"}));
+        return;
+    }
     if (row.id == "host-message") {
         KIVO_INFO info;
         info.post_error_message("from the host");
