@@ -187,19 +187,23 @@ TEST(Place, stays_known_after_further_loads) {
 TEST(Place, of_a_text_is_the_element_that_opened_it) {
     Loaded loaded(
         "<HTML_TEXT>\n<INTRO>\n<T>a</T>\n <IF>p</IF>\n<THEN>\n<TEXT>b</TEXT></THEN>"
-        "<ELSE><IF>q</IF><THEN>c</THEN></ELSE>\n  <THEN>d</THEN></INTRO></HTML_TEXT>");
+        "<ELSE><IF>q</IF><THEN>c</THEN></ELSE><T>d</T>\n  <THEN>e</THEN></INTRO></HTML_TEXT>");
     EXPECT_EQ(loaded.messages(), Texts());
     const auto shown = [&](const KIVO_CONDITIONAL_TEXT* text) {
-        return short_form(loaded.info.get_place(text->mark), loaded.folder);
+        return text == nullptr ? "no text"
+                               : short_form(loaded.info.get_place(text->mark), loaded.folder);
     };
     KIVO_CONDITIONAL_TEXT* sequence = loaded.info.html_text->intro;
     EXPECT_EQ(shown(sequence), "description.xml:2:1");
     EXPECT_EQ(shown(sequence->get_next_text_element()), "description.xml:3:1");
     KIVO_CONDITIONAL_TEXT* piece = sequence->get_next_text_element();
     EXPECT_EQ(shown(piece), "description.xml:4:2");
+    ASSERT_NE(piece->then_sub, nullptr);
+    ASSERT_NE(piece->else_sub, nullptr);
     EXPECT_EQ(shown(piece->then_sub), "description.xml:5:1");
     EXPECT_EQ(shown(piece->then_sub->get_next_text_element()), "description.xml:6:1");
-    EXPECT_EQ(shown(piece->else_sub), "description.xml:6:23");
-    EXPECT_EQ(shown(piece->else_sub->get_next_text_element()), "description.xml:6:29");
+    EXPECT_EQ(shown(piece->else_sub), "description.xml:6:22");
+    EXPECT_EQ(shown(piece->else_sub->get_next_text_element()), "description.xml:6:28");
+    EXPECT_EQ(shown(sequence->get_next_text_element()), "description.xml:6:59");
     EXPECT_EQ(shown(sequence->get_next_text_element()), "description.xml:7:3");
 }
