@@ -7,7 +7,7 @@
 #include <set>
 #include <utility>
 
-#include "tools/text/near_word.h"
+#include "kivo/session/internal/near_word.h"
 #include "tools/text/text_steps.h"
 
 namespace {

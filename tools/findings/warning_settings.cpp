@@ -4,8 +4,8 @@
 
 #include <algorithm>
 
+#include "kivo/session/internal/near_word.h"
 #include "tools/findings/catalogue.h"
-#include "tools/text/near_word.h"
 
 namespace {
 

@@ -5,9 +5,9 @@
 #include <map>
 #include <tuple>
 
+#include "kivo/session/internal/near_word.h"
 #include "tools/findings/notes.h"
 #include "tools/lint/rooms.h"
-#include "tools/text/near_word.h"
 #include "tools/text/text_steps.h"
 #include "tools/text/utf8.h"
 
