@@ -50,7 +50,7 @@ std::vector<std::unique_ptr<KIVO_OBJ>> take_detached(KIVO_INFO& info) {
     return detached;
 }
 
-// Loads and destroys the store alone; what stays behind goes outside the time that counts.
+// Loads and destroys the store alone; what is left goes outside the time that counts.
 Work load_and_destroy_store(const std::string& path) {
     return self_timed([path] {
         const Stopwatch loading;

@@ -9,11 +9,11 @@
 namespace {
 
 // clang-format off
-constexpr KIVO_MESSAGE_TEXT kIfWithSubTags = {
-    KIVO_MESSAGE_ID::kIfWithSubTags,
+constexpr MessageText kIfWithSubTags = {
+    MessageId::kIfWithSubTags,
     "IF tag in conditional text sequences cannot have sub-tags"};
-constexpr KIVO_MESSAGE_TEXT kTextWithSubTags = {
-    KIVO_MESSAGE_ID::kTextWithSubTags,
+constexpr MessageText kTextWithSubTags = {
+    MessageId::kTextWithSubTags,
     "Can't have conditional text as well as sub-tags at the same level {element}"};
 // clang-format on
 

@@ -14,11 +14,11 @@ namespace {
 
 // clang-format off
 // No blank stands before "used": hosts match on the text.
-constexpr KIVO_MESSAGE_TEXT kUnknownRadix = {
-    KIVO_MESSAGE_ID::kDisplayRadix,
+constexpr MessageText kUnknownRadix = {
+    MessageId::kDisplayRadix,
     "Unknown radix {detail}used to specify display format for port {object}"};
-constexpr KIVO_MESSAGE_TEXT kInvalidCommand = {
-    KIVO_MESSAGE_ID::kDisplayCommand,
+constexpr MessageText kInvalidCommand = {
+    MessageId::kDisplayCommand,
     "Invalid display format specification string {detail}"};
 // clang-format on
 

@@ -4,15 +4,15 @@
 namespace {
 
 // clang-format off
-constexpr KIVO_MESSAGE_TEXT kUnknownSetting = {
-    KIVO_MESSAGE_ID::kFunctionInfoSubTag,
+constexpr MessageText kUnknownSetting = {
+    MessageId::kFunctionInfoSubTag,
     "Sub element tag {word} is not a valid sub tag of the main tag FUNCTION_INFORMATION"};
 // The same words for attributes and children, without a blank after "tag": hosts match on them.
 constexpr std::string_view kNotKnownHere = "Sub tag{word} is not a recognized sub-tag for {element} ";
-constexpr KIVO_MESSAGE_TEXT kUnknownAttribute = {
-    KIVO_MESSAGE_ID::kFunctionInfoAttribute, kNotKnownHere};
-constexpr KIVO_MESSAGE_TEXT kNestedTag = {
-    KIVO_MESSAGE_ID::kFunctionInfoNested, kNotKnownHere};
+constexpr MessageText kUnknownAttribute = {
+    MessageId::kFunctionInfoAttribute, kNotKnownHere};
+constexpr MessageText kNestedTag = {
+    MessageId::kFunctionInfoNested, kNotKnownHere};
 // clang-format on
 
 void set_start_time(KIVO_INFO& info, std::string_view value) {

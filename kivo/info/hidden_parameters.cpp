@@ -3,8 +3,8 @@
 
 namespace {
 
-constexpr KIVO_MESSAGE_TEXT kUnknownAttribute = {
-    KIVO_MESSAGE_ID::kHiddenParameterAttribute,
+constexpr MessageText kUnknownAttribute = {
+    MessageId::kHiddenParameterAttribute,
     "Attribute {word} is not a recognized attribute for hidden parameters "};
 
 // clang-format off
@@ -26,7 +26,7 @@ void KIVO_INFO::process_hidden_parameters(KIVO_XML_ELEMENT& section) {
         }
         const std::string name(name_attribute(element));
         if (name.empty()) {
-            post(missing_name(KIVO_MESSAGE_ID::kParameterName, element));
+            post(missing_name(MessageId::kParameterName, element));
             continue;
         }
         KIVO_OBJ_INFO* object =

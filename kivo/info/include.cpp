@@ -8,11 +8,11 @@
 namespace {
 
 // clang-format off
-constexpr KIVO_MESSAGE_TEXT kUnknownAttribute = {
-    KIVO_MESSAGE_ID::kIncludeAttribute,
+constexpr MessageText kUnknownAttribute = {
+    MessageId::kIncludeAttribute,
     "Attribute {word} is not a recognized attribute for INCLUDE "};
-constexpr KIVO_MESSAGE_TEXT kUnknownSubTag = {
-    KIVO_MESSAGE_ID::kIncludeSubTag,
+constexpr MessageText kUnknownSubTag = {
+    MessageId::kIncludeSubTag,
     "Sub element tag {word} is not a valid sub tag of the main tag INCLUDE"};
 // clang-format on
 

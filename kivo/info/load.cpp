@@ -67,7 +67,7 @@ private:
     KIVO_MARK number_file(const std::string& path);
 
     KIVO_INFO& info_;
-    KIVO_RECORD_POOL records_;
+    RecordPool records_;
     std::vector<Link> chain_;
     std::set<FileIdentity> in_chain_;
 };
@@ -95,28 +95,28 @@ constexpr FileLoader::SectionRow FileLoader::kSections[] = {
 namespace {
 
 // clang-format off
-constexpr KIVO_MESSAGE_TEXT kFileNotFound = {
-    KIVO_MESSAGE_ID::kFileNotFound,
+constexpr MessageText kFileNotFound = {
+    MessageId::kFileNotFound,
     "XML source file {word} not found"};
-constexpr KIVO_MESSAGE_TEXT kIncludeCycle = {
-    KIVO_MESSAGE_ID::kIncludeCycle,
+constexpr MessageText kIncludeCycle = {
+    MessageId::kIncludeCycle,
     "XML source file {word} includes itself"};
-constexpr KIVO_MESSAGE_TEXT kInvalidFile = {
-    KIVO_MESSAGE_ID::kInvalidFile,
+constexpr MessageText kInvalidFile = {
+    MessageId::kInvalidFile,
     "Invalid XML source file {word}"};
-constexpr KIVO_MESSAGE_TEXT kNoRoot = {
-    KIVO_MESSAGE_ID::kNoRoot,
+constexpr MessageText kNoRoot = {
+    MessageId::kNoRoot,
     "Root tag in XML rules file should be ROOT"};
-constexpr KIVO_MESSAGE_TEXT kUnknownSection = {
-    KIVO_MESSAGE_ID::kUnknownSection,
+constexpr MessageText kUnknownSection = {
+    MessageId::kUnknownSection,
     "Main element tag {word} is not a valid recognized tag"};
-constexpr KIVO_MESSAGE_TEXT kParserFinding = {
-    KIVO_MESSAGE_ID::kParserFinding,
+constexpr MessageText kParserFinding = {
+    MessageId::kParserFinding,
     "{detail}"};
 // clang-format on
 
 // About a file that is not read and, when it is included, the element that names it.
-KIVO_MESSAGE about_file(const KIVO_MESSAGE_TEXT& says, const KIVO_INCLUDE& file, KIVO_MARK mark) {
+KIVO_MESSAGE about_file(const MessageText& says, const KIVO_INCLUDE& file, KIVO_MARK mark) {
     return {.says = says,
             .mark = mark,
             .element = file.element,

@@ -3,12 +3,12 @@
 namespace {
 
 // clang-format off
-constexpr KIVO_MESSAGE_TEXT kUnknownElement = {
-    KIVO_MESSAGE_ID::kMacrosSubTag,
+constexpr MessageText kUnknownElement = {
+    MessageId::kMacrosSubTag,
     "Sub element tag {word} is not a valid sub tag of the main tag MACROS"};
 // No blank stands after "tag": hosts match on the text.
-constexpr KIVO_MESSAGE_TEXT kUnknownSubTag = {
-    KIVO_MESSAGE_ID::kMacroSubTag,
+constexpr MessageText kUnknownSubTag = {
+    MessageId::kMacroSubTag,
     "Sub tag{word} is not a recognized sub-tag for macros "};
 // clang-format on
 

@@ -7,14 +7,14 @@
 namespace {
 
 // clang-format off
-constexpr KIVO_MESSAGE_TEXT kUnknownElement = {
-    KIVO_MESSAGE_ID::kMessagesSubTag,
+constexpr MessageText kUnknownElement = {
+    MessageId::kMessagesSubTag,
     "Sub element tag {word} is not a valid sub tag of the main tag MESSAGES"};
-constexpr KIVO_MESSAGE_TEXT kNoType = {
-    KIVO_MESSAGE_ID::kMessageType,
+constexpr MessageText kNoType = {
+    MessageId::kMessageType,
     "Required attribute TYPE not specified for MESSAGE"};
-constexpr KIVO_MESSAGE_TEXT kUnknownSubTag = {
-    KIVO_MESSAGE_ID::kMessageSubTag,
+constexpr MessageText kUnknownSubTag = {
+    MessageId::kMessageSubTag,
     "Sub tag {word} is not a recognized sub-tag for messages "};
 // clang-format on
 

@@ -5,14 +5,14 @@
 namespace {
 
 // clang-format off
-constexpr KIVO_MESSAGE_TEXT kUnknownType = {
-    KIVO_MESSAGE_ID::kParameterType,
+constexpr MessageText kUnknownType = {
+    MessageId::kParameterType,
     "Parameter type {word} of parameter {object} is not a recognized parameter type "};
-constexpr KIVO_MESSAGE_TEXT kUnknownConnection = {
-    KIVO_MESSAGE_ID::kParameterConnection,
+constexpr MessageText kUnknownConnection = {
+    MessageId::kParameterConnection,
     "Attribute value {word} is not a recognized value for attribute CNX_TYPE (found in parameter {object} )"};
-constexpr KIVO_MESSAGE_TEXT kUnknownAttribute = {
-    KIVO_MESSAGE_ID::kParameterAttribute,
+constexpr MessageText kUnknownAttribute = {
+    MessageId::kParameterAttribute,
     "Attribute {word} is not a recognized attribute for parameters (found in parameter {object} )"};
 
 constexpr TypeRow kTypes[] = {
@@ -65,7 +65,7 @@ void process_parameter_fields(KIVO_OBJ_INFO* object, KIVO_XML_ELEMENT& element,
 }
 
 Declaration read_parameter_declaration(KIVO_XML_ELEMENT& element, const MessagePoster& poster) {
-    return read_declaration<kTypes>(element, poster, kUnknownType, KIVO_MESSAGE_ID::kParameterName);
+    return read_declaration<kTypes>(element, poster, kUnknownType, MessageId::kParameterName);
 }
 
 void KIVO_INFO::process_parameters(KIVO_XML_ELEMENT& section) {

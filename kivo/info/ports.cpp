@@ -5,18 +5,18 @@
 namespace {
 
 // clang-format off
-constexpr KIVO_MESSAGE_TEXT kUnknownType = {
-    KIVO_MESSAGE_ID::kPortType,
+constexpr MessageText kUnknownType = {
+    MessageId::kPortType,
     "Port type {word} of port {object} is not a recognized port type "};
-constexpr KIVO_MESSAGE_TEXT kUnknownConnection = {
-    KIVO_MESSAGE_ID::kPortConnection,
+constexpr MessageText kUnknownConnection = {
+    MessageId::kPortConnection,
     "Attribute value {word} is not a recognized value for attribute CNX_TYPE (found for port {object} )"};
-constexpr KIVO_MESSAGE_TEXT kUnknownAttribute = {
-    KIVO_MESSAGE_ID::kPortAttribute,
+constexpr MessageText kUnknownAttribute = {
+    MessageId::kPortAttribute,
     "Attribute {word} is not a recognized attribute for ports (found for port {object} )"};
 // Speaks of 0 although 0 is refused: hosts match on the text.
-constexpr KIVO_MESSAGE_TEXT kNoProbability = {
-    KIVO_MESSAGE_ID::kHighProbability,
+constexpr MessageText kNoProbability = {
+    MessageId::kHighProbability,
     "Invalid value for high probability {word}, it should be an integer between 0 and 100"};
 
 constexpr TypeRow kTypes[] = {
@@ -89,7 +89,7 @@ void process_port_fields(KIVO_OBJ_INFO* object, KIVO_XML_ELEMENT& element,
 }
 
 Declaration read_port_declaration(KIVO_XML_ELEMENT& element, const MessagePoster& poster) {
-    return read_declaration<kTypes>(element, poster, kUnknownType, KIVO_MESSAGE_ID::kPortName);
+    return read_declaration<kTypes>(element, poster, kUnknownType, MessageId::kPortName);
 }
 
 void KIVO_INFO::process_ports(KIVO_XML_ELEMENT& section) {

@@ -6,11 +6,11 @@
 namespace {
 
 // clang-format off
-constexpr KIVO_MESSAGE_TEXT kUnknownElement = {
-    KIVO_MESSAGE_ID::kRulesSubTag,
+constexpr MessageText kUnknownElement = {
+    MessageId::kRulesSubTag,
     "Sub element tag {word} is not a valid sub tag of the main tag RULES"};
-constexpr KIVO_MESSAGE_TEXT kNoData = {
-    KIVO_MESSAGE_ID::kRuleWithoutData,
+constexpr MessageText kNoData = {
+    MessageId::kRuleWithoutData,
     "Sub element tag {element} doesn't have any valid element data"};
 // clang-format on
 

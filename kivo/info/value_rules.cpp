@@ -7,19 +7,19 @@
 namespace {
 
 // clang-format off
-constexpr KIVO_MESSAGE_TEXT kUnknownAttribute = {
-    KIVO_MESSAGE_ID::kRangeAttribute,
+constexpr MessageText kUnknownAttribute = {
+    MessageId::kRangeAttribute,
     "Attribute {word} is not a recognized attribute for object {object}"};
 // Says "parameters" for ports too; hosts match on the text.
-constexpr KIVO_MESSAGE_TEXT kUnknownSubTag = {
-    KIVO_MESSAGE_ID::kRangeSubTag,
+constexpr MessageText kUnknownSubTag = {
+    MessageId::kRangeSubTag,
     "Sub tag {word} is not a recognized sub-tag for parameters "};
-constexpr KIVO_MESSAGE_TEXT kUnknownInValueRule = {
-    KIVO_MESSAGE_ID::kValueRuleSubTag,
+constexpr MessageText kUnknownInValueRule = {
+    MessageId::kValueRuleSubTag,
     "Unrecognized sub tag {word} of VALUE_RULE "};
 // Names PORT for every kind of object; hosts match on the text.
-constexpr KIVO_MESSAGE_TEXT kNotAdmitted = {
-    KIVO_MESSAGE_ID::kObjectSubTag,
+constexpr MessageText kNotAdmitted = {
+    MessageId::kObjectSubTag,
     "Sub tag {word} is not a valid sub tag of PORT "};
 // clang-format on
 
@@ -157,7 +157,7 @@ private:
 };
 
 // The condition that holds when "condition" is false or "consequence" holds, and otherwise
-// "alternative". No blank stands behind the condition in the inner text: hosts match on it.
+// "alternative". No blank stands after the condition in the inner text: hosts match on it.
 std::string implication(std::string_view condition, std::string_view consequence,
                         std::string_view alternative) {
     if (alternative.empty()) {
@@ -246,7 +246,7 @@ void gather_admitted(std::uint32_t type, std::vector<std::string>& words) {
     }
 }
 
-KIVO_KNOWN_WORDS words_admitted(const KIVO_OBJ_INFO& object) {
+KnownWords words_admitted(const KIVO_OBJ_INFO& object) {
     return {gather_admitted, static_cast<std::uint32_t>(object.obj_type)};
 }
 

@@ -15,24 +15,24 @@
 namespace {
 
 // clang-format off
-constexpr KIVO_MESSAGE_TEXT kUnknownAttribute = {
-    KIVO_MESSAGE_ID::kVectorAttribute,
+constexpr MessageText kUnknownAttribute = {
+    MessageId::kVectorAttribute,
     "Attribute {word} is not a recognized attribute for vector stimulus (found in vector {object} )"};
 // Says "wave" for custom vectors too; hosts match on the text.
-constexpr KIVO_MESSAGE_TEXT kUnknownTruncation = {
-    KIVO_MESSAGE_ID::kVectorTruncation,
+constexpr MessageText kUnknownTruncation = {
+    MessageId::kVectorTruncation,
     "Attribute DISPLAY_TRUNCATION has illegal value {word} in wave ( {object} ). Valid values are HIGH and LOW"};
-constexpr KIVO_MESSAGE_TEXT kUnknownSubTag = {
-    KIVO_MESSAGE_ID::kVectorSubTag,
+constexpr MessageText kUnknownSubTag = {
+    MessageId::kVectorSubTag,
     "Unrecognized Sub tag {word} for {element} tag"};
-constexpr KIVO_MESSAGE_TEXT kNoStimulusInThen = {
-    KIVO_MESSAGE_ID::kThenWithoutStimulus,
+constexpr MessageText kNoStimulusInThen = {
+    MessageId::kThenWithoutStimulus,
     "THEN tag under WAVE tag should have a STIM or VECTOR sub-tag"};
-constexpr KIVO_MESSAGE_TEXT kNoStimulusInElse = {
-    KIVO_MESSAGE_ID::kElseWithoutStimulus,
+constexpr MessageText kNoStimulusInElse = {
+    MessageId::kElseWithoutStimulus,
     "ELSE tag under WAVE tag should have a STIM or VECTOR sub-tag"};
-constexpr KIVO_MESSAGE_TEXT kSurplusElse = {
-    KIVO_MESSAGE_ID::kSurplusElse,
+constexpr MessageText kSurplusElse = {
+    MessageId::kSurplusElse,
     "There are more stimulus in the ELSE part of the condition, rather than in the THEN section"};
 
 enum class SubTag {
@@ -142,7 +142,7 @@ private:
     std::string_view condition_;
 };
 
-KIVO_MESSAGE no_stimulus(const KIVO_MESSAGE_TEXT& says, const KIVO_XML_ELEMENT& parent,
+KIVO_MESSAGE no_stimulus(const MessageText& says, const KIVO_XML_ELEMENT& parent,
                          const KIVO_XML_ELEMENT& sub) {
     return unknown_sub_tag(says, parent, sub, {gather_stimulus_tags, 0});
 }
@@ -186,7 +186,7 @@ void KIVO_INFO::process_vector_stimulus(KIVO_XML_ELEMENT& section) {
         }
         const std::string name(name_attribute(element));
         if (name.empty()) {
-            post(missing_name(KIVO_MESSAGE_ID::kVectorName, element));
+            post(missing_name(MessageId::kVectorName, element));
             continue;
         }
         KIVO_VECTOR_OBJ* vector = add_vector_object(name);

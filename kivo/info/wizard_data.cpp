@@ -13,11 +13,11 @@ namespace {
 
 // clang-format off
 // Speaks of vectors for wizard maps too; hosts match on the text.
-constexpr KIVO_MESSAGE_TEXT kUnknownAttribute = {
-    KIVO_MESSAGE_ID::kWizardMapAttribute,
+constexpr MessageText kUnknownAttribute = {
+    MessageId::kWizardMapAttribute,
     "Attribute {word} is not a recognized attribute for vector stimulus (found in vector {object} )"};
-constexpr KIVO_MESSAGE_TEXT kUnknownSubTag = {
-    KIVO_MESSAGE_ID::kWizardMapSubTag,
+constexpr MessageText kUnknownSubTag = {
+    MessageId::kWizardMapSubTag,
     "Unrecognized Sub tag {word} for {element} tag"};
 
 constexpr AttributeRow<KIVO_WIZARD_MAP> kAttributes[] = {
@@ -123,7 +123,7 @@ void KIVO_INFO::process_wizard_map(KIVO_XML_ELEMENT& section) {
 void KIVO_INFO::process_one_wizard_map(KIVO_XML_ELEMENT& element) {
     const std::string name(name_attribute(element));
     if (name.empty()) {
-        post(missing_name(KIVO_MESSAGE_ID::kWizardMapName, element));
+        post(missing_name(MessageId::kWizardMapName, element));
         return;
     }
     KIVO_WIZARD_MAP* map = add_wizard_map(name);

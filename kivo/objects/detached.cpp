@@ -33,7 +33,7 @@ void for_each_record(const Items& items, RecordOf record_of, Use use) {
     }
 }
 
-// Whether "next" lies behind "record" in what is likely the same slab.
+// Whether "next" comes after "record" in what is likely the same slab.
 bool lies_behind(const KIVO_OBJ* record, const KIVO_OBJ* next) {
     constexpr std::uintptr_t kNear = 4096;
     return reinterpret_cast<std::uintptr_t>(next) - reinterpret_cast<std::uintptr_t>(record) <

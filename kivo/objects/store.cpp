@@ -12,16 +12,16 @@
 namespace {
 
 // clang-format off
-constexpr KIVO_MESSAGE_TEXT kTypeClash = {
-    KIVO_MESSAGE_ID::kTypeClash,
+constexpr MessageText kTypeClash = {
+    MessageId::kTypeClash,
     "Kivofunction Object {object} of different type {detail} already exists "};
-constexpr KIVO_MESSAGE_TEXT kUnknownType = {
-    KIVO_MESSAGE_ID::kUnknownType,
+constexpr MessageText kUnknownType = {
+    MessageId::kUnknownType,
     "Kivofunction Object {object} is of unknown type "};
 // clang-format on
 
 KIVO_MESSAGE about(std::string_view object, const KIVO_DECLARING_ELEMENT& element,
-                   const KIVO_MESSAGE_TEXT& says) {
+                   const MessageText& says) {
     return {.says = says,
             .mark = element.mark,
             .element = element.tag,

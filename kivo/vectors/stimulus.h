@@ -15,7 +15,7 @@ KIVO_API bool kivo_get_transition_at_time(std::string command, std::int32_t time
                                           std::string& signal, std::string& value);
 
 // Evaluates the commands of a list of KIVO_RULE_ELEMENTs from its cursor on, up to the first that
-// makes a transition: then true, with the cursor behind that command, so that the next call goes
+// makes a transition: then true, with the cursor after that command, so that the next call goes
 // on there. At the end resets the cursor and returns false. "signal" and "value" hold what the
 // last command evaluated left in them.
 // REQUIRES: stimulus != nullptr
@@ -23,6 +23,6 @@ KIVO_API bool kivo_get_vector_transition(KIVO_OBJ_LIST* stimulus, std::int32_t t
                                          std::string& signal, std::string& value);
 
 // Whether any command of the list drives the signal (exact name). Starts at the list's first
-// command; leaves the cursor behind the one found.
+// command; leaves the cursor after the one found.
 // REQUIRES: stimulus != nullptr
 KIVO_API bool kivo_stimulus_exists(KIVO_OBJ_LIST* stimulus, const std::string& signal);

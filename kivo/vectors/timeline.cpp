@@ -13,7 +13,7 @@
 
 namespace {
 
-// Times are 64 bits wide here, so that there is one behind the last of 32 bits.
+// Times are 64 bits wide here, so that there is one after the last of 32 bits.
 using Time = std::int64_t;
 
 constexpr Time kNever = std::numeric_limits<Time>::max();
@@ -230,7 +230,7 @@ private:
                                     : Source::kNone;
     }
 
-    // The first time behind now at which something else may be the case.
+    // The first time after now at which something else may be the case.
     Time next_event() const {
         Time next = end_;
         for (const Time boundary : {Time{0}, first_end_, second_end_, released_from_}) {

@@ -214,7 +214,7 @@ TEST(HdlTranslator, LeavesItsArgumentAlone) {
     EXPECT_EQ(text, " a and b ");
 }
 
-// Would take hours if every token moved the text behind it.
+// Would take hours if every token moved the text after it.
 TEST(HdlTranslator, TwentyMegabytesAreTranslated) {
     std::string text;
     std::string expected;

@@ -52,7 +52,7 @@ TEST(DisplayCommand, Accepted) {
         {"add wave -hex d[3]", "d[3] 3 ;"},
         {"add wave -fixed_point(8.4) q ", "q 5 8.4;"},
         {"add wave -fixed_point(s8.4) q", "q 5 s8.4;"},
-        // Nothing asks for the end of the description, nor what stands behind it.
+        // Nothing asks for the end of the description, nor what stands after it.
         {"add wave -fixed_point(8.4 q", "q 5 8.4;"},
         {"add wave -fixed_point(8.4)x q", "q 5 8.4;"},
         {"add wave -fixed_point((8.4)) q", "q 5 (8.4;"},

@@ -24,7 +24,7 @@ std::string rule(const std::string& text) {
     return "<RULES><RULE>" + text + "</RULE></RULES>";
 }
 
-// The texts of all function-wide rules, each with a blank behind it.
+// The texts of all function-wide rules, each with a blank after it.
 std::string rules_of(KIVO_INFO& info) {
     std::string rules;
     info.reset_fn_rule_list();

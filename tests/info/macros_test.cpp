@@ -42,7 +42,7 @@ TEST(Macros, attributes_and_definition) {
         {"<MACRO NAME='M' ARGUMENTS='a'/>", "||"},
         {"<MACRO NAME='M' DEFINITION='' ARGUMENTS='a'/>", "||"},
         {"<MACRO NAME='M'/>", "||"},
-        // Neither the text nor what stands behind the first element is read.
+        // Neither the text nor what stands after the first element is read.
         {"<MACRO NAME='M'>text</MACRO>", "||"},
         {"<MACRO NAME='M'><DEFINITION>x</DEFINITION><DEFINITION>y</DEFINITION><BODY/></MACRO>",
          "x|x|"},

@@ -30,7 +30,7 @@ TEST(Rules, text_is_the_condition) {
         {"<RULE REQUIRED_RULE=''>c</RULE>", {"", "", "c", 5}},
         {"<CONDITION REQUIRED_RULE='OFF' ENABLED='ON'>c</CONDITION>", {"", "", "c", 5}},
         {"<RULE ENABLED='ON'>c</RULE>", {"", "", "c", 4}},
-        // Unknown attributes and all sub-elements are passed over.
+        // Unknown attributes and all sub-elements are silently ignored.
         {"<RULE NAME='x' enabled='OFF' required_rule='OFF'>c</RULE>", {"", "", "c", 4}},
         {"<RULE>c<IF>d</IF></RULE>", {"", "", "c", 4}},
     };

@@ -188,7 +188,7 @@ TEST(VectorStimulus, ConditionGovernsTheCommandsOfItsThen) {
         {"<THEN><STIM>a</STIM></THEN>", {{"a", "", ""}}},
         {"<IF/><THEN><STIM>a</STIM></THEN>", {{"a", "", ""}}},
         {"<IF>c</IF><CAPTION>x</CAPTION><THEN><STIM>a</STIM></THEN>", {{"a", "", "c"}}},
-        // A plain command is pending too, and so a THEN behind it joins its group.
+        // A plain command is pending too, and so a THEN after it joins its group.
         {"<STIM>a</STIM><THEN><STIM>b</STIM></THEN>", {{"a", "", ""}, {"b", "", ""}}},
     });
 }

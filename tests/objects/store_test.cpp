@@ -324,7 +324,7 @@ TEST(Store, detached_objects_are_deleted_exactly_once_in_whatever_order_they_lie
     KIVO_INFO info;
     std::vector<KIVO_RULE_ELEMENT*> rules;
     {
-        const KIVO_RECORD_POOL pool;
+        const RecordPool pool;
         for (int i = 0; i < kRules; ++i) {
             rules.push_back(new Counted<KIVO_RULE_ELEMENT>(&deaths));
         }

@@ -5,7 +5,7 @@
 #include "kivo/kivo.h"
 
 // A conditional text of modest depth in one line: a sequence as "[PIECE PIECE]", a piece as
-// "CONDITION?THEN:ELSE" without the ":" when there is nothing behind it. A text and a sequence that
+// "CONDITION?THEN:ELSE" without the ":" when there is nothing after it. A text and a sequence that
 // should take each other's place are both written. Leaves the lists reset.
 inline std::string written(KIVO_CONDITIONAL_TEXT* sequence) {  // NOLINT(misc-no-recursion)
     if (sequence == nullptr) {

@@ -81,7 +81,7 @@ public:
 
     bool drives(const std::string& signal) { return kivo_stimulus_exists(&list, signal); }
 
-    // The command under the cursor, which advances; "end" behind the last.
+    // The command under the cursor, which advances; "end" after the last.
     std::string next_command() {
         const auto* entry = dynamic_cast<const KIVO_RULE_ELEMENT*>(list.get_next_value());
         return entry == nullptr ? "end" : entry->text1;

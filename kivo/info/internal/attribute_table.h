@@ -17,8 +17,8 @@ struct AttributeReading {
     MessagePoster poster;  // about the object
 
     // Says that the value is none that the attribute may have.
-    void refuse(const KIVO_MESSAGE_TEXT& says, std::string_view attribute, std::string_view value,
-                const KIVO_KNOWN_WORDS& known) const {
+    void refuse(const MessageText& says, std::string_view attribute, std::string_view value,
+                const KnownWords& known) const {
         poster.post({.says = says,
                      .mark = element.mark(),
                      .element = element.tag_name(),
@@ -63,7 +63,7 @@ void set_by_true(const AttributeReading<Object>& reading, std::string_view value
 
 // Applies all attributes; "unknown" is what is said about one that the table does not have.
 template <const auto& kRows, class Object>
-void read_attributes(const AttributeReading<Object>& reading, const KIVO_MESSAGE_TEXT& unknown) {
+void read_attributes(const AttributeReading<Object>& reading, const MessageText& unknown) {
     for (const auto& [name, value] : reading.element.attributes()) {
         const AttributeRow<Object>* const row = find_row(kRows, name);
         if (row == nullptr) {

@@ -24,7 +24,7 @@ struct TypeRow {
 // Posts what is wrong; NAME comes before TYPE.
 template <const auto& kTypes>
 Declaration read_declaration(KIVO_XML_ELEMENT& element, const MessagePoster& poster,
-                             const KIVO_MESSAGE_TEXT& unknown_type, KIVO_MESSAGE_ID no_name) {
+                             const MessageText& unknown_type, MessageId no_name) {
     Declaration declared{{}, KIVO_OBJ_UNKNOWN, declaring(element, {})};
     for (const auto& [name, value] : element.attributes()) {
         if (name == "NAME") {

@@ -13,8 +13,8 @@ std::string compose(std::initializer_list<std::string_view> pieces) {
     return text;
 }
 
-KIVO_MESSAGE unknown_sub_tag(const KIVO_MESSAGE_TEXT& says, const KIVO_XML_ELEMENT& parent,
-                             const KIVO_XML_ELEMENT& sub, const KIVO_KNOWN_WORDS& known) {
+KIVO_MESSAGE unknown_sub_tag(const MessageText& says, const KIVO_XML_ELEMENT& parent,
+                             const KIVO_XML_ELEMENT& sub, const KnownWords& known) {
     return {.says = says,
             .mark = sub.mark(),
             .element = parent.tag_name(),
@@ -22,8 +22,8 @@ KIVO_MESSAGE unknown_sub_tag(const KIVO_MESSAGE_TEXT& says, const KIVO_XML_ELEME
             .known = known};
 }
 
-KIVO_MESSAGE unknown_attribute(const KIVO_MESSAGE_TEXT& says, const KIVO_XML_ELEMENT& element,
-                               std::string_view attribute, const KIVO_KNOWN_WORDS& known) {
+KIVO_MESSAGE unknown_attribute(const MessageText& says, const KIVO_XML_ELEMENT& element,
+                               std::string_view attribute, const KnownWords& known) {
     return {.says = says,
             .mark = element.mark(),
             .element = element.tag_name(),
@@ -32,7 +32,7 @@ KIVO_MESSAGE unknown_attribute(const KIVO_MESSAGE_TEXT& says, const KIVO_XML_ELE
             .known = known};
 }
 
-KIVO_MESSAGE missing_name(KIVO_MESSAGE_ID id, const KIVO_XML_ELEMENT& element) {
+KIVO_MESSAGE missing_name(MessageId id, const KIVO_XML_ELEMENT& element) {
     return {.says = {id, "Name atrribute is missing from {element} tag "},
             .mark = element.mark(),
             .element = element.tag_name(),

@@ -47,15 +47,15 @@ private:
 };
 
 // A message about a sub-element that "parent" does not have.
-KIVO_MESSAGE unknown_sub_tag(const KIVO_MESSAGE_TEXT& says, const KIVO_XML_ELEMENT& parent,
-                             const KIVO_XML_ELEMENT& sub, const KIVO_KNOWN_WORDS& known);
+KIVO_MESSAGE unknown_sub_tag(const MessageText& says, const KIVO_XML_ELEMENT& parent,
+                             const KIVO_XML_ELEMENT& sub, const KnownWords& known);
 
 // A message about an attribute that the element does not have.
-KIVO_MESSAGE unknown_attribute(const KIVO_MESSAGE_TEXT& says, const KIVO_XML_ELEMENT& element,
-                               std::string_view attribute, const KIVO_KNOWN_WORDS& known);
+KIVO_MESSAGE unknown_attribute(const MessageText& says, const KIVO_XML_ELEMENT& element,
+                               std::string_view attribute, const KnownWords& known);
 
 // A message that an element has no name.
-KIVO_MESSAGE missing_name(KIVO_MESSAGE_ID id, const KIVO_XML_ELEMENT& element);
+KIVO_MESSAGE missing_name(MessageId id, const KIVO_XML_ELEMENT& element);
 
 // An element that declares the object of that name.
 inline KIVO_DECLARING_ELEMENT declaring(const KIVO_XML_ELEMENT& element, std::string_view name) {

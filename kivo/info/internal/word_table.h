@@ -36,4 +36,4 @@ void gather_words(std::uint32_t, std::vector<std::string>& words) {
 
 // All words of a table.
 template <const auto& kRows>
-constexpr KIVO_KNOWN_WORDS kWordsOf = {gather_words<kRows>, 0};
+constexpr KnownWords kWordsOf = {gather_words<kRows>, 0};

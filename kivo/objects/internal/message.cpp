@@ -59,6 +59,6 @@ std::string fill_in(const KIVO_MESSAGE& message) {
     return text;
 }
 
-const char* kivo_message_id_name(KIVO_MESSAGE_ID id) {
+const char* kivo_message_id_name(MessageId id) {
     return kIdNames[static_cast<std::size_t>(id)];
 }

@@ -62,18 +62,18 @@
 // clang-format on
 
 #define KIVO_MESSAGE_ENUMERATOR(name, id) name,
-enum class KIVO_MESSAGE_ID { KIVO_MESSAGE_IDS(KIVO_MESSAGE_ENUMERATOR) };
+enum class MessageId { KIVO_MESSAGE_IDS(KIVO_MESSAGE_ENUMERATOR) };
 #undef KIVO_MESSAGE_ENUMERATOR
 
 // The text that a message of an id has. Facts in braces stand for what the message tells of them.
-struct KIVO_MESSAGE_TEXT {
-    KIVO_MESSAGE_ID id;
+struct MessageText {
+    MessageId id;
     std::string_view text;
 };
 
 // The words that a reader knows in one place, gathered from the reader's own table when somebody
 // asks for them.
-struct KIVO_KNOWN_WORDS {
+struct KnownWords {
     using Gather = void (*)(std::uint32_t part, std::vector<std::string>& words);
 
     Gather gather = nullptr;  // null: none
@@ -83,14 +83,14 @@ struct KIVO_KNOWN_WORDS {
 // One message on its way to the error list, with what KIVO_MESSAGE_FACTS tells of it. The views
 // are looked at while it is posted and not afterwards.
 struct KIVO_MESSAGE {
-    KIVO_MESSAGE_TEXT says{KIVO_MESSAGE_ID::kHostMessage, "{detail}"};
+    MessageText says{MessageId::kHostMessage, "{detail}"};
     KIVO_MARK mark{};
     std::string_view element{};
     std::string_view attribute{};
     std::string_view word{};
     std::string_view object{};
     std::string_view detail{};  // what only the text tells
-    KIVO_KNOWN_WORDS known{};
+    KnownWords known{};
     KIVO_MARK related{};
 };
 
@@ -107,4 +107,4 @@ struct KIVO_DECLARING_ELEMENT {
 std::string fill_in(const KIVO_MESSAGE& message);
 
 // "unknown-section" and its like.
-const char* kivo_message_id_name(KIVO_MESSAGE_ID id);
+const char* kivo_message_id_name(MessageId id);

@@ -18,10 +18,10 @@ public:
     using Texts = std::vector<std::string>;
 
     struct Origin {
-        KIVO_MESSAGE_ID id = KIVO_MESSAGE_ID::kHostMessage;
+        MessageId id = MessageId::kHostMessage;
         KIVO_MARK mark;
         KIVO_MARK related;
-        KIVO_KNOWN_WORDS known;
+        KnownWords known;
         std::size_t text_hash = 0;
         // The words stand one after another: element, attribute, word, object.
         std::size_t words = 0;

@@ -5,17 +5,17 @@
 KIVO_OBJ::~KIVO_OBJ() = default;
 
 void* KIVO_OBJ::operator new(std::size_t size) {
-    return KIVO_RECORD_POOL::allocate(size);
+    return RecordPool::allocate(size);
 }
 
 void* KIVO_OBJ::operator new(std::size_t size, const std::nothrow_t&) noexcept {
     try {
-        return KIVO_RECORD_POOL::allocate(size);
+        return RecordPool::allocate(size);
     } catch (const std::bad_alloc&) {
         return nullptr;
     }
 }
 
 void KIVO_OBJ::operator delete(void* record) {
-    KIVO_RECORD_POOL::deallocate(record);
+    RecordPool::deallocate(record);
 }

@@ -17,7 +17,7 @@ std::uint32_t hash_of(std::string_view key) {
     return static_cast<std::uint32_t>(stem ^ (stem >> 32)) << 4 | last;
 }
 
-// Where a name goes when its bucket is taken: neighbours of the name that has it are passed over.
+// Where a name goes when its bucket is taken: it skips the neighbours of the name that has it.
 // Odd, so that the steps lead to every bucket.
 constexpr std::size_t kStep = 17;
 

@@ -43,7 +43,7 @@ private:
     };
     // Where a key is, or where it would be added.
     struct Spot {
-        std::size_t position;  // of its entry; behind the last one for an unknown key
+        std::size_t position;  // of its entry; after the last one for an unknown key
         std::size_t bucket;    // of no meaning without buckets
         std::uint32_t hash;
     };
@@ -57,7 +57,7 @@ private:
     KIVO_LOCAL void enter(std::size_t bucket, std::uint32_t hash, std::size_t position);
     KIVO_LOCAL void grow();
 
-    // So many entries need no buckets.
+    // Up to this many entries are searched one by one, without buckets.
     static constexpr std::size_t kFew = 8;
 
     std::vector<Entry> entries_;

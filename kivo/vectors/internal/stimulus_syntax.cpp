@@ -14,7 +14,7 @@ void read_radix_option(std::string_view option, StimulusHead& head) {
 }
 
 void write_as_binary(const StimulusHead& head, std::string& value) {
-    // A value that does not convert stays as it is, behind the same prefix.
+    // A value that does not convert stays as it is, after the same prefix.
     if (head.radix == DRO_RADIX_FIXED_POINT) {
         dro_radix_conversion_fixed_point(value, &value, DRO_RADIX_FIXED_POINT, DRO_RADIX_BINARY,
                                          std::string(head.fixed_point));

@@ -26,7 +26,7 @@ TEST(Obj, host_that_wants_no_exception_gets_null_when_memory_is_short) {
 
 TEST(Obj, record_of_wide_alignment_has_it_with_a_pool_and_without) {
     const std::unique_ptr<KIVO_OBJ> before = std::make_unique<WideRecord>();
-    const KIVO_RECORD_POOL pool;
+    const RecordPool pool;
     const std::unique_ptr<KIVO_OBJ> within = std::make_unique<WideRecord>();
     EXPECT_EQ(reinterpret_cast<std::uintptr_t>(before.get()) % alignof(WideRecord), 0u);
     EXPECT_EQ(reinterpret_cast<std::uintptr_t>(within.get()) % alignof(WideRecord), 0u);

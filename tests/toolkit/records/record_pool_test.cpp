@@ -35,13 +35,13 @@ bool are_whole(const Rules& rules) {
 }  // namespace
 
 TEST(RecordPool, records_that_share_memory_do_not_disturb_each_other) {
-    const KIVO_RECORD_POOL pool;
+    const RecordPool pool;
     const Rules rules = make_rules(10000);
     EXPECT_TRUE(are_whole(rules));
 }
 
 TEST(RecordPool, records_are_aligned_for_every_member) {
-    const KIVO_RECORD_POOL pool;
+    const RecordPool pool;
     for (const auto& rule : make_rules(100)) {
         EXPECT_EQ(reinterpret_cast<std::uintptr_t>(rule.get()) % alignof(std::max_align_t), 0u);
     }
@@ -50,14 +50,14 @@ TEST(RecordPool, records_are_aligned_for_every_member) {
 TEST(RecordPool, records_outlive_their_pool) {
     Rules rules;
     {
-        const KIVO_RECORD_POOL pool;
+        const RecordPool pool;
         rules = make_rules(1000);
     }
     EXPECT_TRUE(are_whole(rules));
 }
 
 TEST(RecordPool, records_can_be_deleted_in_any_order_while_others_are_made) {
-    const KIVO_RECORD_POOL pool;
+    const RecordPool pool;
     Rules kept = make_rules(500);
     Rules dropped = make_rules(500);
     for (std::size_t i = 0; i < dropped.size(); i += 2) {
@@ -73,7 +73,7 @@ TEST(RecordPool, records_can_be_deleted_by_other_threads) {
     Rules first;
     Rules second;
     {
-        const KIVO_RECORD_POOL pool;
+        const RecordPool pool;
         for (int i = 0; i < 2000; ++i) {
             (i % 2 == 0 ? first : second)
                 .push_back(
@@ -89,18 +89,18 @@ TEST(RecordPool, records_can_be_deleted_by_other_threads) {
 }
 
 TEST(RecordPool, pool_serves_its_own_thread_alone) {
-    const KIVO_RECORD_POOL pool;
+    const RecordPool pool;
     Rules rules;
     std::thread([&rules] { rules = make_rules(100); }).join();
     EXPECT_TRUE(are_whole(rules));
 }
 
 TEST(RecordPool, pools_nest) {
-    const KIVO_RECORD_POOL outer;
+    const RecordPool outer;
     const Rules before = make_rules(50);
     Rules within;
     {
-        const KIVO_RECORD_POOL inner;
+        const RecordPool inner;
         within = make_rules(50);
     }
     const Rules after = make_rules(50);
@@ -113,7 +113,7 @@ TEST(RecordPool, record_larger_than_a_slab_has_room) {
     struct LargeRecord : KIVO_OBJ {
         char bytes[200000] = {};
     };
-    const KIVO_RECORD_POOL pool;
+    const RecordPool pool;
     const auto small = std::make_unique<KIVO_OBJ>();
     const auto large = std::make_unique<LargeRecord>();
     large->bytes[199999] = 'x';

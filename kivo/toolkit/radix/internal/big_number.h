@@ -40,10 +40,10 @@ private:
     Limbs limbs_;
 };
 
-// The first "size" bits behind the binary point of the fraction that has "digits" behind its
+// The first "size" bits after the binary point of the fraction that has "digits" after its
 // decimal point; what lies beyond them is cut off.
 std::string decimal_fraction_to_bits(std::string_view digits, std::size_t size);
 
-// The digits behind the decimal point of the fraction that has "bits" behind its binary point:
+// The digits after the decimal point of the fraction that has "bits" after its binary point:
 // exact, without trailing zeros, so empty for zero.
 std::string bit_fraction_to_decimal(std::string_view bits);

@@ -22,7 +22,7 @@ constexpr void add_code(Codes& codes, char letter, std::size_t code) {
     }
 }
 
-// For each character its index in kDigits, or behind those the one in kMultiValued.
+// For each character its index in kDigits, or after those the one in kMultiValued.
 constexpr Codes make_codes(unsigned digit_bits) {
     Codes codes{};
     for (std::uint8_t& code : codes) {

@@ -6,7 +6,7 @@
 #include <new>
 
 // Stands at the start of its memory.
-struct KIVO_RECORD_SLAB {
+struct RecordSlab {
     // The records that are alive. While the slab is still being filled nobody counts up, and it
     // holds so many more that it cannot reach 0.
     std::atomic<std::size_t> alive;
@@ -18,7 +18,7 @@ constexpr std::size_t kBeingFilled = std::numeric_limits<std::size_t>::max() / 2
 
 // Stands before each record.
 struct alignas(std::max_align_t) Header {
-    KIVO_RECORD_SLAB* slab;  // null: the record has memory of its own
+    RecordSlab* slab;  // null: the record has memory of its own
 };
 
 // A small description takes little; a large one soon takes slabs that cost it little.
@@ -40,13 +40,13 @@ constexpr bool kSharesSlabs = false;
 constexpr bool kSharesSlabs = true;
 #endif
 
-thread_local KIVO_RECORD_POOL* current_pool = nullptr;
+thread_local RecordPool* current_pool = nullptr;
 
 constexpr std::size_t rounded_up(std::size_t size) {
     return (size + sizeof(Header) - 1) / sizeof(Header) * sizeof(Header);
 }
 
-void give_back(KIVO_RECORD_SLAB* slab, std::size_t records) {
+void give_back(RecordSlab* slab, std::size_t records) {
     if (slab->alive.fetch_sub(records, std::memory_order_acq_rel) == records) {
         ::operator delete(slab);
     }
@@ -54,16 +54,16 @@ void give_back(KIVO_RECORD_SLAB* slab, std::size_t records) {
 
 }  // namespace
 
-KIVO_RECORD_POOL::KIVO_RECORD_POOL() : outer_(current_pool), next_size_(kFirstSlab) {
+RecordPool::RecordPool() : outer_(current_pool), next_size_(kFirstSlab) {
     current_pool = this;
 }
 
-KIVO_RECORD_POOL::~KIVO_RECORD_POOL() {
+RecordPool::~RecordPool() {
     end_slab();
     current_pool = outer_;
 }
 
-void* KIVO_RECORD_POOL::allocate(std::size_t size) {
+void* RecordPool::allocate(std::size_t size) {
     const std::size_t whole = sizeof(Header) + rounded_up(size);
     if (current_pool != nullptr) {
         return current_pool->take(whole);
@@ -72,7 +72,7 @@ void* KIVO_RECORD_POOL::allocate(std::size_t size) {
     return header + 1;
 }
 
-void KIVO_RECORD_POOL::deallocate(void* record) {
+void RecordPool::deallocate(void* record) {
     if (record == nullptr) {
         return;
     }
@@ -84,7 +84,7 @@ void KIVO_RECORD_POOL::deallocate(void* record) {
     }
 }
 
-void* KIVO_RECORD_POOL::take(std::size_t size) {
+void* RecordPool::take(std::size_t size) {
     if (size > left_) {
         begin_slab(size);
     }
@@ -95,18 +95,18 @@ void* KIVO_RECORD_POOL::take(std::size_t size) {
     return header + 1;
 }
 
-void KIVO_RECORD_POOL::begin_slab(std::size_t size) {
+void RecordPool::begin_slab(std::size_t size) {
     end_slab();
     const std::size_t room = kSharesSlabs ? std::max(size, next_size_) : size;
     char* const memory = static_cast<char*>(::operator new(sizeof(Header) + room));
-    slab_ = new (memory) KIVO_RECORD_SLAB{kBeingFilled};
+    slab_ = new (memory) RecordSlab{kBeingFilled};
     free_ = memory + sizeof(Header);
     left_ = room;
     records_ = 0;
     next_size_ = std::min(next_size_ * 2, kLargestSlab);
 }
 
-void KIVO_RECORD_POOL::end_slab() {
+void RecordPool::end_slab() {
     if (slab_ != nullptr) {
         give_back(slab_, kBeingFilled - records_);
     }

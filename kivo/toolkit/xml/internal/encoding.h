@@ -5,9 +5,9 @@
 #include <optional>
 #include <string_view>
 
-// A text in memory of its own with a NUL byte behind it, which is not counted.
+// A text in memory of its own with a NUL byte after it, which is not counted.
 struct TextBuffer {
-    // So many bytes can be read from everywhere in it, also from the NUL on.
+    // At least this many bytes can be read from any place in it, the NUL included.
     static constexpr std::size_t kStride = 16;
 
     std::unique_ptr<char[]> data;

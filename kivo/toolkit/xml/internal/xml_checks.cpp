@@ -116,7 +116,7 @@ std::size_t end_behind(std::string_view text, std::string_view closing, std::siz
     return found == std::string_view::npos ? found : found + closing.size();
 }
 
-// "at" stands behind the opening quote.
+// "at" stands after the opening quote.
 std::size_t end_of_quoted(std::string_view text, char quote, std::size_t at) {
     return end_behind(text, std::string_view(&quote, 1), at);
 }

@@ -48,7 +48,7 @@ bool comes_before(const KIVO_XML_ATTRIBUTE& left, const KIVO_XML_ATTRIBUTE& righ
     return LESS_C_STRING::compare(left.name, right.name) < 0;
 }
 
-// Puts the attribute behind all that do not come after it; one of the same name takes its value.
+// Puts the attribute after all that do not come after it; one of the same name takes its value.
 // False when there was one.
 bool insert_in_order(std::vector<KIVO_XML_ATTRIBUTE>& sorted, const KIVO_XML_ATTRIBUTE& added) {
     auto place = sorted.end();

@@ -107,7 +107,7 @@ public:
     void release_behind_walk() { releases_ = true; }
 
     // The attributes that elements give more than once, each once and in document order, when the
-    // walk is over. Elements that it passed over are looked through too.
+    // walk is over. Elements that it skipped are looked through too.
     std::vector<XmlFinding> take_repeated_attributes();
 
 private:
@@ -128,7 +128,7 @@ private:
 };
 
 inline KIVO_MARK KIVO_XML_ELEMENT::mark() const {
-    // The name stands in the text, right behind the "<".
+    // The name stands in the text, right after the "<".
     const std::ptrdiff_t offset = tag_name_.data() - document_->text_ - 1;
     return {document_->file_, kivo_mark_offset(static_cast<std::size_t>(offset))};
 }

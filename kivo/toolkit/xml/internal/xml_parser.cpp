@@ -100,7 +100,7 @@ bool KIVO_XML_SAX_PARSER::parse_text(std::uint32_t file_number) {
     }
     const bool keeps_blanks = survey.has_inner_markup_mark && has_blanks_beside_markup(whole);
     const unsigned blanks = keeps_blanks ? pugi::parse_ws_pcdata : pugi::parse_ws_pcdata_single;
-    // The NUL behind the text goes along: the parser puts one in place of the last byte.
+    // The NUL after the text goes along: the parser puts one in place of the last byte.
     const pugi::xml_parse_result result = tree_->nodes.load_buffer_inplace(
         text, whole.size() + 1, kParseFlags | blanks, pugi::encoding_utf8);
     if (!result) {
