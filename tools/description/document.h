@@ -99,15 +99,18 @@ public:
     // Null when there is none.
     const DocumentElement* root() const { return elements_.empty() ? nullptr : &elements_.front(); }
 
-    // Where a byte of a text stands in the source; for its size, where the text ends. Places of a
-    // text that are asked for in ascending order cost one walk through it.
+    // Where a byte of a text stands in the source; for its size, where the text ends, 0 for a text
+    // without a run. Places of a text that are asked for in ascending order cost one walk through
+    // it.
     std::size_t source_offset(const DocumentText& text, std::size_t at) const;
 
     Place place(const DocumentElement& element) const;
     Place place(const DocumentAttribute& attribute) const;
-    // Of a part of a text, up to the end of its first line.
+    // Of a part of a text, up to the end of its first line or of the run in which it begins, since
+    // markup stands between runs. REQUIRES: the text has a run, as every value has and every text
+    // that is not empty.
     Place place(const DocumentText& text, std::size_t begin, std::size_t end) const;
-    // Of a text without the white space around it; of where it would stand when there is no other.
+    // Of a text without the white space around it, of all of it when there is nothing else.
     Place place(const DocumentText& text) const;
 
 private:

@@ -147,6 +147,15 @@ TEST(DocumentTest, PlacesOfPartsEndWithTheirLine) {
     EXPECT_EQ(document.place(root.text, 7, 8).start->line, 3);
 }
 
+TEST(DocumentTest, PlacesEndWithTheirRun) {
+    const Parsed parsed("<ROOT>a b<A/>c d</ROOT>");
+    const DocumentText& text = root_of(parsed).text;
+    EXPECT_EQ(text.text, "a bc d");
+    EXPECT_EQ(part(parsed, parsed.document.place(text)), "a b");
+    EXPECT_EQ(part(parsed, parsed.document.place(text, 2, 4)), "b");
+    EXPECT_EQ(part(parsed, parsed.document.place(text, 3, 6)), "c d");
+}
+
 TEST(DocumentTest, PlacesOfEmptyTextsAreWhereTheyWouldStand) {
     const Parsed parsed("<ROOT A=''> </ROOT>");
     const DocumentElement& root = root_of(parsed);
