@@ -7,8 +7,10 @@
 #include "kivo/objects/conditional_text.h"
 #include "kivo/objects/info.h"
 #include "kivo/objects/vector_obj.h"
+#include "kivo/session/instance.h"
 #include "kivo/session/internal/engine/engine.h"
 #include "kivo/session/internal/engine/report.h"
+#include "kivo/session/internal/instance/write.h"
 #include "kivo/session/internal/model/from_store.h"
 #include "kivo/session/internal/model/model.h"
 
@@ -503,4 +505,15 @@ void kivo_store_results(const KIVO_SESSION& session, KIVO_INFO& info) {
                                         : word_of(static_cast<PortState>(value.low));
         }
     }
+}
+
+std::string kivo_write_instance(const KIVO_SESSION& session, const KIVO_INSTANCE_OPTIONS& options,
+                                std::vector<std::string>* problems) {
+    InstanceParts parts = collect_parts(session.inside_->engine, options);
+    std::string text = options.language == KIVO_HDL_VERILOG ? write_verilog(parts, options)
+                                                            : write_vhdl(parts, options);
+    if (problems != nullptr) {
+        *problems = std::move(parts.problems);
+    }
+    return text;
 }

@@ -16,6 +16,7 @@
 class KIVO_CONDITIONAL_TEXT;
 class KIVO_INFO;
 class KIVO_VECTOR_OBJ;
+struct KIVO_INSTANCE_OPTIONS;
 
 // How a request to set something ended. Nothing is changed by any but kDone.
 enum class KIVO_SET_RESULT {
@@ -210,6 +211,9 @@ public:
 
 private:
     friend KIVO_SESSION_API void kivo_store_results(const KIVO_SESSION& session, KIVO_INFO& info);
+    friend KIVO_SESSION_API std::string kivo_write_instance(const KIVO_SESSION& session,
+                                                            const KIVO_INSTANCE_OPTIONS& options,
+                                                            std::vector<std::string>* problems);
 
     struct KIVO_SESSION_LOCAL Inside;
     KIVO_SESSION_LOCAL explicit KIVO_SESSION(std::unique_ptr<Inside> inside);

@@ -83,7 +83,9 @@ struct Object {
     std::string_view arguments;  // of a macro
     ObjectKind kind = ObjectKind::kMacro;
     std::uint8_t usage = 1;  // a PortState
+    std::uint8_t connection = 3;  // the CNX_TYPE: 0 private, 1 constant, 2 used port, 3 not given
     bool is_always_used = false;
+    bool is_hint = false;
     bool has_list = false;
     KIVO_MARK mark;
     std::uint32_t default_text = kNone;   // of a macro: its definition
@@ -131,6 +133,9 @@ struct Preset {
 
 struct WizardMap {
     std::string_view name;
+    std::string_view module_name;
+    bool maps_constants = false;
+    bool maps_used_ports = false;
     std::uint32_t condition = kNone;
     Range presets;  // in Description::presets
     KIVO_MARK mark;
@@ -153,6 +158,8 @@ struct Description {
     std::string_view keep(std::string_view text);
     std::uint32_t add_text(const SourceText& text);
 
+    std::string_view function_name;
+    std::string_view vhdl_library;
     std::vector<SourceText> texts;
     std::vector<Object> objects;
     std::vector<std::uint32_t> items;

@@ -95,6 +95,8 @@ public:
         : info_(info), description_(description) {}
 
     void run() {
+        description_.function_name = description_.keep(info_.function_name);
+        description_.vhdl_library = description_.keep(info_.vhdl_library);
         read_objects();
         read_maps();
         place_elements();
@@ -159,6 +161,8 @@ void StoreReader::read_object(const KIVO_OBJ_INFO& source, const std::string& ke
     object.name = description_.keep(key);
     object.kind = kind_of(source.obj_type);
     object.mark = source.mark;
+    object.connection = static_cast<std::uint8_t>(source.cnx_type & 3);
+    object.is_hint = source.is_lpm_hint();
     numbers_.emplace(object.name, index);
     if (object.kind == ObjectKind::kMacro) {
         object.arguments = description_.keep(source.arguments);
@@ -271,6 +275,9 @@ void StoreReader::read_map(const KIVO_WIZARD_MAP& source) {
     const auto number = static_cast<std::uint32_t>(description_.maps.size());
     WizardMap map;
     map.name = description_.keep(source.name);
+    map.module_name = description_.keep(source.module_name);
+    map.maps_constants = source.map_constants;
+    map.maps_used_ports = source.map_used_ports;
     map.mark = source.mark;
     if (source.condition != nullptr) {
         map.condition =
