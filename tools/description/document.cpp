@@ -156,6 +156,10 @@ private:
         element.offset = offset_of(node.name()) - 1;
         element.parent = open_.empty() ? nullptr : open_.back().element;
         add_attributes(node, element);
+        element.owner_name = element.attribute("NAME");
+        if (element.owner_name == nullptr && element.parent != nullptr) {
+            element.owner_name = element.parent->owner_name;
+        }
         add_text(node, element);
         open_.push_back({node, &element});
     }

@@ -51,6 +51,8 @@ struct DocumentElement {
     const DocumentElement* next = nullptr;          // with the same parent
     const DocumentAttribute* attributes = nullptr;  // in the order of the file
     std::size_t attribute_count = 0;
+    // Its NAME, or that of the nearest element around it that has one; null without any.
+    const DocumentAttribute* owner_name = nullptr;
     // White space alone counts only in an element without sub-elements.
     DocumentText text;
 };

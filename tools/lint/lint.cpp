@@ -46,15 +46,6 @@ bool is_blank(std::string_view text) {
     return text.find_first_not_of(kBlanks) == std::string_view::npos;
 }
 
-std::string_view name_of_owner(const DocumentElement& element) {
-    for (const DocumentElement* at = &element; at != nullptr; at = at->parent) {
-        if (const DocumentAttribute* const name = at->attribute("NAME")) {
-            return name->value.text;
-        }
-    }
-    return {};
-}
-
 Lint::Lint(const Description& description, const std::deque<Document>& documents)
     : description_(description), documents_(documents) {
     for (const Document& document : documents) {
@@ -69,7 +60,9 @@ Finding& Lint::add(std::string_view id, const DocumentElement& element, Place pl
     finding.id = id;
     finding.text = std::move(text);
     finding.place = std::move(place);
-    finding.object = name_of_owner(element);
+    if (element.owner_name != nullptr) {
+        finding.object = element.owner_name->value.text;
+    }
     return finding;
 }
 

@@ -86,10 +86,6 @@ bool is_blank(std::string_view text);
 void add_likely_word(Finding& finding, std::string_view word,
                      const std::vector<std::string_view>& known);
 
-// The name of the parameter, port, vector or map that the element is or belongs to; empty when it
-// belongs to none.
-std::string_view name_of_owner(const DocumentElement& element);
-
 // Appends the warnings of all rooms.
 void append_lint_findings(std::vector<Finding>& findings, const Description& description,
                           Sources& sources);

@@ -98,6 +98,17 @@ TEST(DocumentTest, AttributesAreFoundAsTheLibraryFindsThem) {
     EXPECT_EQ(from(parsed, root.attributes[1].name_offset, 4), "name");
 }
 
+TEST(DocumentTest, ElementsKnowWhoseTheyAre) {
+    const Parsed parsed("<ROOT><A NAME='1'><B><C/></B><D NAME='2'/></A><E/></ROOT>");
+    std::string names;
+    for (const DocumentElement& element : parsed.document.elements()) {
+        names += std::string(element.tag) + ':';
+        names += element.owner_name == nullptr ? "" : element.owner_name->value.text;
+        names += ' ';
+    }
+    EXPECT_EQ(names, "ROOT: A:1 B:1 C:1 D:2 E: ");
+}
+
 TEST(DocumentTest, ATextThatTheParserRefusesHasNoElements) {
     EXPECT_EQ(Parsed("<ROOT><A></ROOT>").document.root(), nullptr);
     EXPECT_EQ(Parsed("").document.root(), nullptr);
