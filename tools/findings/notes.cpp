@@ -153,7 +153,6 @@ std::optional<Note> Notes::likely_word(const Finding& finding, const KIVO_PLACE&
         return did_you_mean(word, finding.place);
     }
     const std::vector<std::string> known = words_to_list(finding.id, facts, rest);
-    return known.empty()
-               ? std::nullopt
-               : std::optional(known_here({known.begin(), known.end()}, finding.place));
+    return known.empty() ? std::nullopt
+                         : std::optional(known_here({known.begin(), known.end()}, finding.place));
 }
