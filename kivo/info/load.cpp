@@ -57,7 +57,9 @@ private:
         std::string_view word;
         SectionReader reader;  // null for INCLUDE: its reader works on the list of the file at hand
     };
-    static const SectionRow kSections[];
+    // Not of unknown bound, which clang does not take as the argument of a template.
+    static constexpr std::size_t kSectionCount = 15;
+    static const SectionRow kSections[kSectionCount];
 
     void read_file(const KIVO_INCLUDE& file);
     void parse_and_read(KIVO_XML_FILE_INPUT_SOURCE& source, const KIVO_INCLUDE& named, Link& link);
@@ -217,6 +219,7 @@ void FileLoader::read_sections(KIVO_XML_ELEMENT& root, Link& link) {
 }
 
 void FileLoader::read_section(const KIVO_XML_ELEMENT& root, KIVO_XML_ELEMENT& section, Link& link) {
+    static_assert(!kSections[kSectionCount - 1].word.empty());
     const SectionRow* const row = find_row(kSections, section.tag_name());
     if (row == nullptr) {
         info_.post(unknown_sub_tag(kUnknownSection, root, section, kWordsOf<kSections>));
