@@ -9,3 +9,9 @@ if(KIVO_SANITIZE)
                       -fno-omit-frame-pointer)
   add_link_options(-fsanitize=address,undefined)
 endif()
+
+# The search for inputs follows what it sees of the library, so the library counts its edges too,
+# not the drivers alone.
+if(KIVO_FUZZ)
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()

@@ -7,3 +7,4 @@ python3-jsonschema zsh"
 bench_packages="g++ cmake ninja-build libpugixml-dev libbenchmark-dev libexpat1-dev libtinyxml2-dev
 libxml2-dev"
 long_test_packages="$bench_packages chromium clang-tidy"
+fuzz_packages="$build_packages clang libclang-rt-dev llvm"
