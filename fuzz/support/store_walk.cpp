@@ -62,7 +62,8 @@ private:
         std::size_t count = 0;
         info_.reset_kivo_obj_map();
         while (KIVO_OBJ_INFO* object = info_.get_next_kivo_obj()) {
-            expect(!object->name.empty(), "an object has a name");
+            expect(!object->name.empty() || object->obj_type == KIVO_OBJ_MACRO,
+                   "an object has a name, unless it is a macro");
             expect(info_.get_kivo_obj(object->name) == object, "an object is found by its name",
                    object->name);
             walk_object(*object);
