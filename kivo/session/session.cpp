@@ -133,6 +133,7 @@ Value KIVO_SESSION::Inside::evaluate(std::string_view text, bool as_condition,
         }
     }
     std::vector<Reason> reasons;
+    reasons.reserve(found.size());
     for (const Fault& fault : found) {
         reasons.push_back(Reason::fault(fault.id, kivo_session::kNone, fault.offset));
     }
@@ -179,6 +180,7 @@ std::vector<KIVO_ASSIGNMENT> KIVO_SESSION::assignments() const {
     }
     std::sort(sorted.begin(), sorted.end());
     std::vector<KIVO_ASSIGNMENT> result;
+    result.reserve(sorted.size());
     for (const auto& [object, given] : sorted) {
         result.push_back({std::string(inside_->description().objects[object].name), given->text});
     }

@@ -57,10 +57,9 @@ public:
 
     // Posts a warning about a part of the element, at that place, and returns it for its notes.
     template <class... Argument>
-    Finding& post(const LintRow& row, const DocumentElement& element, Place place,
+    Finding& post(const LintRow& row, const DocumentElement& element, const Place& place,
                   const Argument&... arguments) {
-        return add(row.id, element, std::move(place),
-                   fmt::format(fmt::runtime(row.text), arguments...));
+        return add(row.id, element, place, fmt::format(fmt::runtime(row.text), arguments...));
     }
 
     // What was posted so far, in the order of the files and of the places in them.

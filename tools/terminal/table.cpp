@@ -108,6 +108,7 @@ std::vector<std::size_t> Table::column_widths(std::size_t indent) const {
     }
     fit_to_page(columns, indent);
     std::vector<std::size_t> widths;
+    widths.reserve(columns.size());
     for (const Column& column : columns) {
         widths.push_back(column.width);
     }

@@ -17,7 +17,7 @@ bool is_plain(std::string_view text) {
 
 std::size_t width_of(std::string_view sequence) {
     const auto code = static_cast<utf8proc_int32_t>(utf8_code(sequence));
-    const int bound = utf8proc_get_property(code)->boundclass;
+    const unsigned bound = utf8proc_get_property(code)->boundclass;
     // Vowels and finals of a syllable that its first consonant begins are drawn within that.
     const bool is_joined = bound == UTF8PROC_BOUNDCLASS_V || bound == UTF8PROC_BOUNDCLASS_T;
     return is_joined ? 0 : static_cast<std::size_t>(utf8proc_charwidth(code));

@@ -128,7 +128,7 @@ private:
 
     // Escaped, and in the drawing's character set.
     std::string visible(const std::string& text) const {
-        const std::string escaped = escape_text(text);
+        std::string escaped = escape_text(text);
         if (!is_ascii_) {
             return escaped;
         }

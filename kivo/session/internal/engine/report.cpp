@@ -290,7 +290,7 @@ std::string Reporter::state_text(std::uint32_t port) const {
 
 std::string Reporter::limit_text(std::uint32_t text) {
     const Value value = engine_.evaluate_text(text);
-    const std::string source(description_.texts[text].text);
+    std::string source(description_.texts[text].text);
     if (value.is_unknown() || engine_.text_of(value) == source) {
         return source;
     }

@@ -76,7 +76,11 @@ WordId Words::intern(std::string_view text) {
 }
 
 std::string_view Words::text(WordId word) const {
-    return word < first_ ? base_->text(word) : std::string_view(texts_[word - first_]);
+    const Words* words = this;
+    while (word < words->first_) {
+        words = words->base_;
+    }
+    return words->texts_[word - words->first_];
 }
 
 void Words::keep_only(const std::vector<bool>& kept) {

@@ -98,7 +98,7 @@ struct Reason {
     std::uint32_t object() const { return static_cast<std::uint32_t>(bits); }
 
     bool operator==(const Reason&) const = default;
-    auto operator<=>(const Reason&) const = default;
+    auto operator<=>(const Reason&) const = default;  // NOLINT(modernize-use-nullptr)
 
     std::uint64_t bits = 0;
 };

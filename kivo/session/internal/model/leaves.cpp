@@ -180,8 +180,6 @@ void ModelBuilder::collect_leaf_inputs(const Leaf& leaf, std::vector<std::uint32
             add_port();
             return add_text(object(leaf.object).width2d);
         case LeafKind::kPortNeedsValue:
-            add_port();
-            return add_elements(ElementKind::kPortForce);
         case LeafKind::kForcedButConnected:
             add_port();
             return add_elements(ElementKind::kPortForce);

@@ -82,9 +82,8 @@ void add_product_by_limb(std::uint64_t* to, Part left, Part right) {
 
 // The product in left.size + right.size limbs. Three products of halves make one of the whole: the
 // calls are as deep as the logarithm of the size.
-// NOLINTNEXTLINE(misc-no-recursion)
 template <class Base>
-Limbs product(Part left, Part right) {
+Limbs product(Part left, Part right) {  // NOLINT(misc-no-recursion)
     // One more limb takes the carry, always 0, of additions that end at the last.
     Limbs result(left.size + right.size + 1);
     const std::size_t half = (std::max(left.size, right.size) + 1) / 2;
