@@ -31,7 +31,8 @@ void note_element(void* data, const XML_Char*, const XML_Char**) {
     static_cast<Course*>(data)->reading.has_element = true;
 }
 
-// A handler for all the rest, which keeps the parser from expanding entities in texts.
+// A handler for all the rest. Entities in texts are expanded, which the parser bounds itself: what
+// they hold must be well-formed too.
 void ignore_rest(void*, const XML_Char*, int) {}
 
 void note_encoding(void* data, const XML_Char*, const XML_Char* encoding, int) {
@@ -82,7 +83,7 @@ XML_Error parse(XML_Parser parser, std::string_view text) {
 void set_handlers(Course& course) {
     XML_SetUserData(course.parser, &course);
     XML_SetStartElementHandler(course.parser, note_element);
-    XML_SetDefaultHandler(course.parser, ignore_rest);
+    XML_SetDefaultHandlerExpand(course.parser, ignore_rest);
     XML_SetXmlDeclHandler(course.parser, note_encoding);
     XML_SetEntityDeclHandler(course.parser, note_entity);
     XML_SetUnknownEncodingHandler(course.parser, accept_encoding, nullptr);

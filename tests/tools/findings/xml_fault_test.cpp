@@ -143,10 +143,11 @@ TEST(XmlFaultTest, EntitiesInEntitiesAreNoFault) {
 }
 
 TEST(XmlFaultTest, EntitiesThatGrowWithoutBoundsAreNotExpanded) {
-    EXPECT_FALSE(find_xml_fault(chain(20, 10) + "<R>&e19;</R>", false));
-    const auto fault = find_xml_fault(chain(20, 10) + "<R A='&e19;'/>", false);
-    ASSERT_TRUE(fault);
-    EXPECT_EQ(fault->id, "xml-entity-expansion");
+    for (const std::string use : {"<R A='&e19;'/>", "<R>&e19;</R>"}) {
+        const auto fault = find_xml_fault(chain(20, 10) + use, false);
+        ASSERT_TRUE(fault) << use;
+        EXPECT_EQ(fault->id, "xml-entity-expansion") << use;
+    }
 }
 
 TEST(XmlFaultTest, EntitiesThatAreNestedTooDeeplyAreNotExpanded) {
@@ -159,10 +160,21 @@ TEST(XmlFaultTest, EntitiesThatAreNestedTooDeeplyAreNotExpanded) {
 
 TEST(XmlFaultTest, AnEntityOfItselfIsNotExpanded) {
     const std::string declaration = "<!DOCTYPE R [<!ENTITY a '&b;'><!ENTITY b '&a;'>]>";
-    EXPECT_FALSE(find_xml_fault(declaration + "<R>&a;</R>", false));
-    const auto fault = find_xml_fault(declaration + "<R A='&a;'/>", false);
-    ASSERT_TRUE(fault);
-    EXPECT_EQ(fault->text, "the entity refers to itself; write the text itself");
+    for (const std::string use : {"<R A='&a;'/>", "<R>&a;</R>"}) {
+        const auto fault = find_xml_fault(declaration + use, false);
+        ASSERT_TRUE(fault) << use;
+        EXPECT_EQ(fault->text, "the entity refers to itself; write the text itself") << use;
+    }
+}
+
+TEST(XmlFaultTest, WhatEntitiesInTextsHoldMustBeWellFormed) {
+    const auto with_entity = [](const std::string& value) {
+        return find_xml_fault("<!DOCTYPE R [<!ENTITY e '" + value + "'>]><R>&e;</R>", false);
+    };
+    EXPECT_FALSE(with_entity("<a/>x"));
+    EXPECT_TRUE(with_entity("<a>"));
+    EXPECT_TRUE(with_entity("</R>"));
+    EXPECT_TRUE(with_entity("&#60;"));
 }
 
 TEST(XmlFaultTest, OtherFilesAreNotFetched) {
