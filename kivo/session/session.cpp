@@ -214,16 +214,11 @@ std::string KIVO_SESSION::nearest_name(std::string_view name) const {
 }
 
 bool KIVO_SESSION::is_legal() const {
-    const std::vector<KIVO_VERDICT>& verdicts = inside_->get_verdicts();
-    return std::none_of(verdicts.begin(), verdicts.end(), [](const KIVO_VERDICT& verdict) {
-        return verdict.severity == KIVO_SEVERITY::kError;
-    });
+    return inside_->engine.is_legal();
 }
 
 bool KIVO_SESSION::is_granted() const {
-    const std::vector<KIVO_VERDICT>& verdicts = inside_->get_verdicts();
-    return std::none_of(verdicts.begin(), verdicts.end(),
-                        [](const KIVO_VERDICT& verdict) { return verdict.id == "overridden"; });
+    return inside_->engine.is_granted();
 }
 
 const std::vector<KIVO_FAULT>& KIVO_SESSION::faults() const {

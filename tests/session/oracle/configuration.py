@@ -326,7 +326,7 @@ class View:
 
     def constant_of(self, port):
         state = self.state(port)
-        if self.own == ("constant", port) and type(state) is not Unknown:
+        if self.own in (("state", port), ("constant", port)) and type(state) is not Unknown:
             word, number = state
             if word == "CONSTANT":
                 return self.configuration.asked_constant(port) if number is None else number
@@ -438,8 +438,7 @@ class Configuration:
         target = self.objects[port]
         if (self.map_name, port) in self.model.map_rules:
             return self.model.description.maps[self.map_name].objects[port].usage, "preset"
-        is_fixed = target.connection == "USED_PORT" and target.usage != "VARIABLE"
-        return ("USED" if is_fixed else target.usage), "default"
+        return ("USED" if target.connection == "USED_PORT" else target.usage), "default"
 
     def asked_constant(self, port):
         """The constant that a port has when nothing forces one."""

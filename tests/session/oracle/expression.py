@@ -349,8 +349,11 @@ class Names:
         given = [self.resolve(each) for each in given]
         if name not in self.arguments and self.scope.kind_of(name) == "macro":
             return self.macro(name, given, place)
-        if name not in FUNCTIONS or name in self.arguments:
-            return self.fault("unknown-name", place)
+        if name in self.arguments:
+            return self.fault("macro-arguments", place)
+        if name not in FUNCTIONS:
+            is_known = self.scope.kind_of(name) is not None
+            return self.fault("macro-arguments" if is_known else "unknown-name", place)
         fewest, most = FUNCTIONS[name]
         if len(given) < fewest or (most is not None and len(given) > most):
             return self.fault("macro-arguments", place)

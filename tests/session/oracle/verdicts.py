@@ -75,17 +75,20 @@ class Judge:
     # Values.
 
     def judge_values(self):
-        needed = self.configuration.texts_needed()
-        for text in needed:
-            self.spoiled("error", text)
+        for text in self.configuration.texts_needed():
             for fault in text.notes:
                 self.tell_fault(text, fault.id, fault.offset, "error")
+        lost = {}
         for node in self.configuration.edges:
             value = self.configuration.value(node)
             if node[0] == "constant":
                 state = self.configuration.value(("state", node[1]))
                 value = self.configuration.tied(node[1], state)
             self.tell_faults_of(value, "error")
+            if type(value) is Unknown and ("cycle",) in value.reasons:
+                lost[node[1]] = self.objects[node[1]].line
+        for name, line in lost.items():
+            self.tell("fault", "error", name, line, "undecided")
 
     def tell_faults_of(self, value, severity):
         if type(value) is Unknown:

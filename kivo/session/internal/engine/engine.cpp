@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "kivo/session/internal/engine/judge.h"
+#include "kivo/session/internal/engine/leaf_rows.h"
 
 namespace kivo_session {
 
@@ -34,6 +35,9 @@ Engine::Engine(std::shared_ptr<const Model> model)
     culprits_.assign(model_->leaves.size(), kNone);
     is_queued_.resize(model_->components.size());
     is_leaf_pending_.resize(model_->leaves.size());
+    is_default_missed_.resize(objects);
+    standings_.resize(model_->leaves.size());
+    is_node_wrong_.resize(2 * objects);
     is_node_changed_.resize(2 * objects);
     is_leaf_changed_.resize(model_->leaves.size());
     const Value cycle = Value::unknown(reasons_.of(Reason::cycle()));
@@ -73,7 +77,14 @@ Engine::Engine(const Engine& other)
       results_(other.results_),
       culprits_(other.culprits_),
       spoiled_(other.spoiled_),
+      is_default_missed_(other.is_default_missed_),
+      standings_(other.standings_),
+      is_node_wrong_(other.is_node_wrong_),
+      wrong_(other.wrong_),
+      overridden_(other.overridden_),
+      queue_(other.queue_),
       is_queued_(other.is_queued_),
+      pending_leaves_(other.pending_leaves_),
       is_leaf_pending_(other.is_leaf_pending_),
       changed_nodes_(other.changed_nodes_),
       is_node_changed_(other.is_node_changed_),
@@ -245,10 +256,8 @@ void Engine::propagate() {
     Judge judge(*this);
     for (const std::uint32_t leaf : pending_leaves_) {
         is_leaf_pending_[leaf] = 0;
-        const Value result = judge.run(leaf);
-        if (result != results_[leaf]) {
-            results_[leaf] = result;
-        }
+        results_[leaf] = judge.run(leaf);
+        note_standing(leaf, judge.needs_texts());
         if (is_leaf_changed_[leaf] == 0) {
             is_leaf_changed_[leaf] = 1;
             changed_leaves_.push_back(leaf);
@@ -256,6 +265,56 @@ void Engine::propagate() {
     }
     pending_leaves_.clear();
     collect_garbage();
+}
+
+void Engine::note_standing(std::uint32_t leaf, bool needs_texts) {
+    const std::uint8_t standing = standing_of(leaf, needs_texts);
+    const std::uint8_t before = std::exchange(standings_[leaf], standing);
+    if (standing != before) {
+        wrong_ += (standing & kTakesLegality) != 0;
+        wrong_ -= (before & kTakesLegality) != 0;
+        overridden_ += (standing & kOverridden) != 0;
+        overridden_ -= (before & kOverridden) != 0;
+    }
+}
+
+std::uint8_t Engine::standing_of(std::uint32_t number, bool needs_texts) const {
+    const Leaf& leaf = model_->leaves[number];
+    const Value result = results_[number];
+    if (leaf.kind == LeafKind::kMessage) {
+        const Message& message = model_->description->messages[leaf.item];
+        return message.severity == Severity::kError && is_shown(message, result) ? kTakesLegality
+                                                                                 : 0;
+    }
+    const bool is_spoiled = needs_texts && model_->has_spoiled_text[number] != 0;
+    const bool is_undecided =
+        result.is_unknown() && reasons_.is_more_than_run_time(result.reasons());
+    if (!is_judged(leaf.kind) || !(result.is_false() || is_undecided || is_spoiled)) {
+        return 0;
+    }
+    const bool is_error = severity_of(*model_->description, leaf) == KIVO_SEVERITY::kError;
+    const bool is_overridden = leaf.kind == LeafKind::kOverridden && result.is_false();
+    return static_cast<std::uint8_t>((is_error ? kTakesLegality : 0) |
+                                     (is_overridden ? kOverridden : 0) |
+                                     (is_spoiled ? kNeedsSpoiledText : 0));
+}
+
+void Engine::weigh_node(std::uint32_t node) {
+    const std::uint32_t objects = model_->object_count();
+    const Value value = slot(node);
+    const bool is_wrong = (value.is_unknown() && reasons_.is_wrong(value.reasons())) ||
+                          (node < objects && is_default_missed_[node] != 0);
+    const std::uint8_t before = std::exchange(is_node_wrong_[node], is_wrong ? 1 : 0);
+    wrong_ += is_wrong ? 1 : 0;
+    wrong_ -= before;
+}
+
+bool Engine::is_lost_in_cycle(std::uint32_t object) const {
+    const auto is_lost = [this](Value value) {
+        return value.is_unknown() && reasons_.has(value.reasons(), ReasonKind::kCycle);
+    };
+    return is_lost(values_[object]) ||
+           (is_port(model_->description->objects[object].kind) && is_lost(constants_[object]));
 }
 
 bool Engine::is_relay(std::uint32_t node) const {
@@ -287,26 +346,27 @@ void Engine::run_component(std::uint32_t component) {
 }
 
 bool Engine::update(std::uint32_t node) {
-    if (node >= model_->object_count()) {
-        const std::uint32_t port = node - model_->object_count();
-        return is_port(model_->description->objects[port].kind) && evaluate_constant(port);
-    }
-    const ObjectKind kind = model_->description->objects[node].kind;
+    const std::uint32_t objects = model_->object_count();
+    const std::uint32_t object = node % objects;
+    const ObjectKind kind = model_->description->objects[object].kind;
     if (kind == ObjectKind::kMacro) {
-        return evaluate_macro(node);
+        return node < objects && evaluate_macro(object);
     }
-    return is_port(kind) ? evaluate_state(node) : evaluate_parameter(node);
+    if (node >= objects && !is_port(kind)) {
+        return false;
+    }
+    const bool is_changed = node >= objects ? evaluate_constant(object)
+                            : is_port(kind) ? evaluate_state(object)
+                                            : evaluate_parameter(object);
+    weigh_node(node);
+    return is_changed;
 }
 
 // The members of a cycle start at what was asked for and are evaluated in place, in the order of
 // declaration, until nothing changes any more.
 void Engine::run_cycle(std::uint32_t component) {
-    constexpr std::size_t kMostEvaluations = 1000000;
     const auto members = model_->components.members(component);
     const std::uint32_t objects = model_->object_count();
-    const auto slot = [&](std::uint32_t node) -> Value& {
-        return node < objects ? values_[node] : constants_[node - objects];
-    };
     std::vector<std::uint32_t> order(members.begin(), members.end());
     // A port's state comes before its constant.
     std::sort(order.begin(), order.end(), [objects](std::uint32_t left, std::uint32_t right) {
@@ -323,37 +383,12 @@ void Engine::run_cycle(std::uint32_t component) {
         before.push_back(slot(node));
         (is_macro ? macros : settings).push_back(node);
     }
-    const Value cycle = Value::unknown(reasons_.of(Reason::cycle()));
-    for (const std::uint32_t node : settings) {
-        slot(node) = cycle;
-    }
-    for (const std::uint32_t node : settings) {
-        if (node >= objects) {
-            const Given* given = this->given(node - objects);
-            slot(node) =
-                given != nullptr && given->constant ? *given->constant : untied(node - objects);
-        } else if (is_port(model_->description->objects[node].kind)) {
-            slot(node) = asked_state(node);
-        } else {
-            slot(node) = asked_value(node);
-        }
-    }
-    bool is_stable = settings.empty();
-    const std::size_t rounds = std::min(
-        2 * order.size() + 2, kMostEvaluations / std::max<std::size_t>(1, order.size()) + 1);
-    for (std::size_t round = 0; round < rounds && !is_stable; ++round) {
-        is_stable = true;
-        for (const std::uint32_t node : settings) {
-            is_stable = !update(node) && is_stable;
-        }
-    }
-    for (const std::uint32_t node : settings) {
-        slot(node) = is_stable ? slot(node) : cycle;
+    start_cycle(settings);
+    if (!settle_cycle(settings)) {
+        lose_cycle(settings);
     }
     for (const std::uint32_t node : macros) {
-        if (!is_stable) {
-            slot(node) = cycle;
-        } else if (!is_relay(node)) {
+        if (!is_relay(node)) {
             update(node);
         }
     }
@@ -367,6 +402,61 @@ void Engine::run_cycle(std::uint32_t component) {
     is_queued_[component] = 0;
     queue_.erase(std::remove(queue_.begin(), queue_.end(), component), queue_.end());
     std::make_heap(queue_.begin(), queue_.end(), std::greater<>());
+}
+
+void Engine::start_cycle(const std::vector<std::uint32_t>& settings) {
+    const std::uint32_t objects = model_->object_count();
+    const Value cycle = Value::unknown(reasons_.of(Reason::cycle()));
+    for (const std::uint32_t node : settings) {
+        slot(node) = cycle;
+        if (node < objects) {
+            numbers_[node] = untied(node);
+        }
+    }
+    for (const std::uint32_t node : settings) {
+        const std::uint32_t object = node % objects;
+        slot(node) = node >= objects ? unforced_constant(object)
+                     : is_port(model_->description->objects[object].kind) ? asked_state(object)
+                                                                          : asked_value(object);
+    }
+}
+
+// Whether the members came to rest.
+bool Engine::settle_cycle(const std::vector<std::uint32_t>& settings) {
+    constexpr std::size_t kMostEvaluations = 1000000;
+    const std::size_t size = settings.size();
+    const std::size_t rounds =
+        std::min(2 * size + 2, kMostEvaluations / std::max<std::size_t>(1, size) + 1);
+    bool is_stable = settings.empty();
+    for (std::size_t round = 0; round < rounds && !is_stable; ++round) {
+        is_stable = true;
+        for (const std::uint32_t node : settings) {
+            is_stable = !update(node) && is_stable;
+        }
+    }
+    return is_stable;
+}
+
+// No member has a value, and what is told beside values follows from that alone: not from where the
+// last round happened to stop.
+void Engine::lose_cycle(const std::vector<std::uint32_t>& settings) {
+    const std::uint32_t objects = model_->object_count();
+    const Value cycle = Value::unknown(reasons_.of(Reason::cycle()));
+    for (const std::uint32_t node : settings) {
+        slot(node) = cycle;
+    }
+    for (const std::uint32_t node : settings) {
+        const std::uint32_t object = node % objects;
+        update(node);
+        const Value state = values_[object];
+        const bool is_free = node >= objects && !state.is_unknown() &&
+                             is_open(object, static_cast<PortState>(state.low));
+        slot(node) = is_free ? untied(object) : cycle;
+        if (node < objects) {
+            numbers_[object] = untied(object);
+        }
+        weigh_node(node);
+    }
 }
 
 void Engine::take_changes(std::vector<std::uint32_t>& nodes, std::vector<std::uint32_t>& leaves) {

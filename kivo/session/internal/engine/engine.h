@@ -69,6 +69,20 @@ public:
     // none.
     std::uint32_t culprit(std::uint32_t leaf) const { return culprits_[leaf]; }
 
+    // No leaf and no value takes legality; nothing that was asked for is overridden.
+    bool is_legal() const { return wrong_ == 0; }
+    bool is_granted() const { return overridden_ == 0; }
+    // Whether a leaf needs its own texts now and one of them is spoiled.
+    bool needs_spoiled_text(std::uint32_t leaf) const {
+        return (standings_[leaf] & kNeedsSpoiledText) != 0;
+    }
+    // Whether a parameter takes the default that its index does not give.
+    bool needs_missing_default(std::uint32_t object) const {
+        return is_default_missed_[object] != 0;
+    }
+    // Whether a value, state or constant is unknown because of a cycle.
+    bool is_lost_in_cycle(std::uint32_t object) const;
+
     // Evaluates a text now, whoever needs it; with no own object.
     Value evaluate_text(std::uint32_t text);
     // The whole number that a width text gives, or unknown.
@@ -90,6 +104,9 @@ public:
 private:
     friend class Judge;
 
+    // What a leaf means for the configuration as a whole.
+    enum Standing : std::uint8_t { kTakesLegality = 1, kOverridden = 2, kNeedsSpoiledText = 4 };
+
     void assign(std::uint32_t object, Given given);
     SetResult check(const Assignment& assignment, std::uint32_t* object, Given* given);
     SetResult check_port(std::string_view value, ObjectKind kind, Given* given) const;
@@ -106,6 +123,17 @@ private:
     bool update(std::uint32_t node);
     bool is_relay(std::uint32_t node) const;
     void note_change(std::uint32_t node);
+    void note_standing(std::uint32_t leaf, bool needs_texts);
+    std::uint8_t standing_of(std::uint32_t leaf, bool needs_texts) const;
+    // Counts a node whose value is wrong, or no more.
+    void weigh_node(std::uint32_t node);
+    void start_cycle(const std::vector<std::uint32_t>& settings);
+    bool settle_cycle(const std::vector<std::uint32_t>& settings);
+    void lose_cycle(const std::vector<std::uint32_t>& settings);
+    Value& slot(std::uint32_t node) {
+        const std::uint32_t objects = model_->object_count();
+        return node < objects ? values_[node] : constants_[node - objects];
+    }
     void collect_words();
     void collect_reasons();
 
@@ -121,8 +149,16 @@ private:
     Value evaluate_role(std::uint32_t text);
     Value spoiled_value(std::uint32_t text);
     Value untied(std::uint32_t port);
-    // Evaluates with the names of an object's own texts.
+    // The constant that a port in a state has when no rule gives it one: unknown when not CONSTANT.
+    Value asked_constant(std::uint32_t port, Value state);
+    // That of the state that the port is in; a number in place of a STATE goes before it.
+    Value unforced_constant(std::uint32_t port);
+    // Whether a port in a state has no constant, whatever the rules say.
+    bool is_open(std::uint32_t port, PortState state) const;
+    // Evaluates with the names of an object's own texts: of a parameter all, of a port those of
+    // STATE, or those of FORCE_VALUE.
     void begin_own(std::uint32_t object);
+    void begin_own_force(std::uint32_t port);
     void end_own();
 
     struct Outcome {
@@ -155,8 +191,13 @@ private:
     std::vector<Value> numbers_;    // by object: the number in place of a STATE, else unknown
     std::vector<Source> sources_;   // by object
     std::vector<Value> results_;    // by leaf
-    std::vector<std::uint32_t> culprits_;  // by leaf
-    std::vector<Value> spoiled_;           // by Model::spoiled
+    std::vector<std::uint32_t> culprits_;          // by leaf
+    std::vector<Value> spoiled_;                   // by Model::spoiled
+    std::vector<std::uint8_t> is_default_missed_;  // by object
+    std::vector<std::uint8_t> standings_;          // by leaf: of Standing
+    std::vector<std::uint8_t> is_node_wrong_;      // by node
+    std::uint32_t wrong_ = 0;                      // leaves and nodes that take legality
+    std::uint32_t overridden_ = 0;                 // leaves
 
     std::vector<std::uint32_t> queue_;     // components to run, a heap: the least first
     std::vector<std::uint8_t> is_queued_;  // by component

@@ -7,6 +7,7 @@ namespace kivo_session {
 Value Judge::run(std::uint32_t number) {
     const Leaf& leaf = model_.leaves[number];
     culprit_ = kNone;
+    needs_texts_ = false;
     Value result = Value::truth(true);
     switch (leaf.kind) {
         case LeafKind::kNeedsValue:
@@ -56,6 +57,7 @@ Value Judge::run(std::uint32_t number) {
             result = is_force_open(leaf.object);
             break;
         case LeafKind::kRule:
+            needs_texts_ = true;
             result = condition(description_.rules[leaf.item].condition);
             break;
         case LeafKind::kMessage:
@@ -118,6 +120,7 @@ Value Judge::needs_value(std::uint32_t object) {
 }
 
 Value Judge::is_in_list(std::uint32_t object) {
+    needs_texts_ = true;
     const Value value = engine_.value(object);
     if (value.is_unknown()) {
         return value;
@@ -160,12 +163,9 @@ Value Judge::is_port_granted(std::uint32_t port) {
 // with ELSE or without condition is never reached.
 Value Judge::do_forces_agree(std::uint32_t object, ElementKind kind) {
     const Range range = description_.objects[object].elements;
-    const bool has_own = kind != ElementKind::kPortForce;
     std::optional<Value> first;
     bool do_agree = true;
-    if (has_own) {
-        engine_.begin_own(object);
-    }
+    kind == ElementKind::kPortForce ? engine_.begin_own_force(object) : engine_.begin_own(object);
     for (std::uint32_t i = range.begin; i < range.end && do_agree; ++i) {
         const Element& element = description_.elements[i];
         if (element.kind != kind || !is_in_force(element)) {
@@ -192,9 +192,7 @@ Value Judge::do_forces_agree(std::uint32_t object, ElementKind kind) {
             break;
         }
     }
-    if (has_own) {
-        engine_.end_own();
-    }
+    engine_.end_own();
     return Value::truth(do_agree);
 }
 
@@ -229,17 +227,21 @@ Value Judge::is_within(Value value, const Element& element) {
     return result;
 }
 
+// Whether the limits of an element are kept while "holds" is true.
+Value Judge::demand(Value holds, Value value, const Element& element) {
+    needs_texts_ = !holds.is_false();
+    return needs_texts_ ? implied(holds, is_within(value, element)) : Value::truth(true);
+}
+
 Value Judge::range(const Element& element) {
-    if (!is_in_force(element)) {
-        return Value::truth(true);
-    }
-    const Value holds = condition(element.condition);
-    return holds.is_false() ? Value::truth(true)
-                            : implied(holds, is_within(engine_.value(element.object), element));
+    return is_in_force(element)
+               ? demand(condition(element.condition), engine_.value(element.object), element)
+               : Value::truth(true);
 }
 
 Value Judge::value_rule(const Element& element) {
-    return is_in_force(element) ? condition(element.condition) : Value::truth(true);
+    needs_texts_ = is_in_force(element);
+    return needs_texts_ ? condition(element.condition) : Value::truth(true);
 }
 
 Value Judge::is_connected_port(std::uint32_t port) {
@@ -250,11 +252,14 @@ Value Judge::is_connected_port(std::uint32_t port) {
 
 Value Judge::is_tied_port(std::uint32_t port) {
     const Value constant = engine_.constant(port);
-    if (!constant.is_unknown()) {
+    const Value state = engine_.value(port);
+    const bool is_constant =
+        !state.is_unknown() && state.low == static_cast<std::int64_t>(PortState::kConstant);
+    if (is_constant || !constant.is_unknown()) {
         return Value::truth(true);
     }
-    const bool is_open = !engine_.reasons().is_more_than_run_time(constant.reasons()) &&
-                         !engine_.value(port).is_unknown();
+    const bool is_open =
+        !engine_.reasons().is_more_than_run_time(constant.reasons()) && !state.is_unknown();
     return is_open ? Value::truth(false) : constant;
 }
 
@@ -267,9 +272,8 @@ Value Judge::constant_range(const Element& element) {
         state.is_unknown()
             ? state
             : Value::truth(state.low == static_cast<std::int64_t>(PortState::kConstant));
-    const Value holds = both(is_constant, condition(element.condition));
-    return holds.is_false() ? Value::truth(true)
-                            : implied(holds, is_within(engine_.constant(element.object), element));
+    return demand(both(is_constant, condition(element.condition)), engine_.constant(element.object),
+                  element);
 }
 
 // A constant must lie inside, and a port that is connected must have something to carry.
@@ -282,12 +286,13 @@ Value Judge::port_range(const Element& element) {
         return Value::truth(true);
     }
     const Value connected = is_connected_port(element.object);
+    const Value tied = is_tied_port(element.object);
+    needs_texts_ = !connected.is_false() || !tied.is_false();
     Value result = Value::truth(true);
     if (!connected.is_false() && element.first != kNone && element.second != kNone) {
         result = implied(both(holds, connected),
                          ordered(limit(element.second), limit(element.first), element.second));
     }
-    const Value tied = is_tied_port(element.object);
     if (!tied.is_false()) {
         result = both(result, implied(both(holds, tied),
                                       is_within(engine_.constant(element.object), element)));
@@ -310,7 +315,8 @@ Value Judge::is_narrow_enough(std::uint32_t port) {
 Value Judge::width(std::uint32_t port, std::uint32_t text) {
     const Value connected = is_connected_port(port);
     const Value tied = is_tied_port(port);
-    if (connected.is_false() && tied.is_false()) {
+    needs_texts_ = !connected.is_false() || !tied.is_false();
+    if (!needs_texts_) {
         return Value::truth(true);
     }
     Value bits = limit(text);

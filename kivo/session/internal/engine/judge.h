@@ -14,6 +14,8 @@ public:
 
     // A truth or unknown; see Engine::result.
     Value run(std::uint32_t leaf);
+    // Whether the last leaf needs its own texts now, whatever they come to.
+    bool needs_texts() const { return needs_texts_; }
 
 private:
     Value needs_value(std::uint32_t object);
@@ -21,6 +23,7 @@ private:
     Value is_granted(std::uint32_t object);
     Value is_port_granted(std::uint32_t port);
     Value do_forces_agree(std::uint32_t object, ElementKind kind);
+    Value demand(Value holds, Value value, const Element& element);
     Value range(const Element& element);
     Value value_rule(const Element& element);
     Value constant_range(const Element& element);
@@ -47,6 +50,7 @@ private:
     const Model& model_;
     const Description& description_;
     std::uint32_t culprit_ = kNone;
+    bool needs_texts_ = false;
 };
 
 }  // namespace kivo_session

@@ -3,42 +3,11 @@
 #include <algorithm>
 #include <utility>
 
+#include "kivo/session/internal/engine/leaf_rows.h"
+
 namespace kivo_session {
 
 namespace {
-
-struct LeafRow {
-    LeafKind kind;
-    const char* id;
-    KIVO_SEVERITY severity;
-};
-
-// clang-format off
-constexpr LeafRow kLeaves[] = {
-    { LeafKind::kNeedsValue,         "needs-value",          KIVO_SEVERITY::kError   },
-    { LeafKind::kNotInList,          "not-in-list",          KIVO_SEVERITY::kError   },
-    { LeafKind::kOverridden,         "overridden",           KIVO_SEVERITY::kWarning },
-    { LeafKind::kForcesDisagree,     "forces-disagree",      KIVO_SEVERITY::kError   },
-    { LeafKind::kStatesDisagree,     "forces-disagree",      KIVO_SEVERITY::kError   },
-    { LeafKind::kPortForcesDisagree, "forces-disagree",      KIVO_SEVERITY::kError   },
-    { LeafKind::kRange,              "out-of-range",         KIVO_SEVERITY::kError   },
-    { LeafKind::kValueRule,          "value-rule",           KIVO_SEVERITY::kError   },
-    { LeafKind::kConstantRange,      "port-range",           KIVO_SEVERITY::kError   },
-    { LeafKind::kPortRange,          "port-range",           KIVO_SEVERITY::kWarning },
-    { LeafKind::kTooWide,            "port-range",           KIVO_SEVERITY::kError   },
-    { LeafKind::kPortWidth,          "port-width",           KIVO_SEVERITY::kError   },
-    { LeafKind::kPortWidth2d,        "port-width",           KIVO_SEVERITY::kError   },
-    { LeafKind::kPortNeedsValue,     "port-needs-value",     KIVO_SEVERITY::kWarning },
-    { LeafKind::kForcedButConnected, "forced-but-connected", KIVO_SEVERITY::kWarning },
-    { LeafKind::kRule,               "rule",                 KIVO_SEVERITY::kError   },
-    { LeafKind::kMessage,            "message-error",        KIVO_SEVERITY::kError   },
-};
-// clang-format on
-
-// Vectors, stimuli, maps and pieces apply or not: neither is a fault.
-bool is_judged(LeafKind kind) {
-    return kind < LeafKind::kMessage;
-}
 
 KIVO_SEVERITY severity_of_message(Severity severity) {
     switch (severity) {
@@ -102,6 +71,14 @@ void Reporter::collect_value_faults() {
         if (is_port(kind)) {
             collect_faults(engine_.constant(i), KIVO_SEVERITY::kError);
         }
+        if (engine_.needs_missing_default(i)) {
+            add_fault(
+                Reason::fault(FaultId::kDefaultIndex, description_.objects[i].default_fault, 0),
+                KIVO_SEVERITY::kError);
+        }
+        if (engine_.is_lost_in_cycle(i)) {
+            add_cycle(i);
+        }
     }
 }
 
@@ -117,26 +94,21 @@ void Reporter::collect_leaf(std::uint32_t number) {
         }
         return;
     }
-    if (result.is_true()) {
-        return;
+    const bool is_spoiled = engine_.needs_spoiled_text(number);
+    if (is_spoiled) {
+        collect_own_faults(leaf);
     }
     if (result.is_false()) {
-        return add(number, false);
-    }
-    const KIVO_SEVERITY severity = severity_of(leaf) == KIVO_SEVERITY::kError
-                                       ? KIVO_SEVERITY::kError
-                                       : KIVO_SEVERITY::kWarning;
-    if (!collect_own_faults(number, severity) &&
-        engine_.reasons().is_more_than_run_time(result.reasons())) {
+        add(number, false);
+    } else if (result.is_unknown() && !is_spoiled &&
+               engine_.reasons().is_more_than_run_time(result.reasons())) {
         add(number, true);
     }
 }
 
 void Reporter::collect_message(std::uint32_t number) {
     const Message& message = description_.messages[model_.leaves[number].item];
-    const Value result = engine_.result(number);
-    const bool is_shown = result.is_true() || (result.is_false() && !message.otherwise.empty());
-    if (is_shown && message.severity == Severity::kError) {
+    if (message.severity == Severity::kError && is_shown(message, engine_.result(number))) {
         add(number, false);
     }
 }
@@ -152,24 +124,19 @@ void Reporter::collect_faults(Value unknown, KIVO_SEVERITY severity) {
     }
 }
 
-bool Reporter::collect_own_faults(std::uint32_t number, KIVO_SEVERITY severity) {
+void Reporter::collect_own_faults(const Leaf& leaf) {
+    const KIVO_SEVERITY severity = severity_of(description_, leaf) == KIVO_SEVERITY::kError
+                                       ? KIVO_SEVERITY::kError
+                                       : KIVO_SEVERITY::kWarning;
     std::vector<std::uint32_t> texts;
-    own_texts(model_.leaves[number], texts);
-    bool has_found = false;
-    for (const Reason reason : engine_.reasons().reasons(engine_.result(number).reasons())) {
-        const bool is_own = std::any_of(texts.begin(), texts.end(), [&](std::uint32_t text) {
-            if (text == kNone || model_.texts[text].spoiled == kNone) {
-                return false;
+    own_texts(description_, leaf, texts);
+    for (const std::uint32_t text : texts) {
+        if (model_.is_spoiled(text)) {
+            for (const Reason reason : model_.spoiled[model_.texts[text].spoiled]) {
+                add_fault(reason, severity);
             }
-            const std::vector<Reason>& spoiled = model_.spoiled[model_.texts[text].spoiled];
-            return std::binary_search(spoiled.begin(), spoiled.end(), reason);
-        });
-        if (is_own) {
-            add_fault(reason, severity);
-            has_found = true;
         }
     }
-    return has_found;
 }
 
 void Reporter::add_fault(Reason reason, KIVO_SEVERITY severity) {
@@ -195,48 +162,31 @@ void Reporter::add_fault(Reason reason, KIVO_SEVERITY severity) {
     verdicts_.push_back(std::move(verdict));
 }
 
+void Reporter::add_cycle(std::uint32_t object) {
+    KIVO_VERDICT verdict;
+    verdict.id = "fault";
+    verdict.is_undecided = true;
+    verdict.subject = {name_of(object), static_cast<std::uint32_t>(model_.leaves.size() +
+                                                                   model_.texts.size() + object)};
+    verdict.mark = description_.objects[object].mark;
+    verdict.text = name_of(object) +
+                   " is not known: rules that depend on one another in a circle "
+                   "do not come to rest";
+    verdicts_.push_back(std::move(verdict));
+}
+
 void Reporter::add(std::uint32_t number, bool is_undecided) {
     const Leaf& leaf = model_.leaves[number];
     KIVO_VERDICT verdict;
-    verdict.severity = severity_of(leaf);
+    verdict.severity = severity_of(description_, leaf);
     const bool is_advice =
         leaf.kind == LeafKind::kRule && verdict.severity == KIVO_SEVERITY::kAdvice;
-    verdict.id = is_advice ? "advice" : kLeaves[static_cast<std::size_t>(leaf.kind)].id;
+    verdict.id = is_advice ? "advice" : row_of(leaf.kind).id;
     verdict.is_undecided = is_undecided;
     verdict.subject = {name_of(leaf.object), number};
     verdict.mark = mark_of(number);
     verdict.text = text_of(number, is_undecided);
     verdicts_.push_back(std::move(verdict));
-}
-
-void Reporter::own_texts(const Leaf& leaf, std::vector<std::uint32_t>& texts) const {
-    switch (leaf.kind) {
-        case LeafKind::kNotInList: {
-            const Range items = description_.objects[leaf.object].items;
-            texts.assign(description_.items.begin() + items.begin,
-                         description_.items.begin() + items.end);
-            return;
-        }
-        case LeafKind::kRange:
-        case LeafKind::kValueRule:
-        case LeafKind::kConstantRange:
-        case LeafKind::kPortRange: {
-            const Element& element = description_.elements[leaf.item];
-            texts = {element.first, element.second, element.condition};
-            return;
-        }
-        case LeafKind::kPortWidth:
-            texts = {description_.objects[leaf.object].width};
-            return;
-        case LeafKind::kPortWidth2d:
-            texts = {description_.objects[leaf.object].width2d};
-            return;
-        case LeafKind::kRule:
-            texts = {description_.rules[leaf.item].condition};
-            return;
-        default:
-            return;
-    }
 }
 
 KIVO_MARK Reporter::mark_of(std::uint32_t number) const {
@@ -262,14 +212,6 @@ KIVO_MARK Reporter::mark_of(std::uint32_t number) const {
         default:
             return description_.objects[leaf.object].mark;
     }
-}
-
-KIVO_SEVERITY Reporter::severity_of(const Leaf& leaf) const {
-    const bool is_advice =
-        (leaf.kind == LeafKind::kRule && !description_.rules[leaf.item].is_required) ||
-        (leaf.kind == LeafKind::kValueRule && !description_.elements[leaf.item].is_required);
-    return is_advice ? KIVO_SEVERITY::kAdvice
-                     : kLeaves[static_cast<std::size_t>(leaf.kind)].severity;
 }
 
 std::string Reporter::value_text(std::uint32_t object) const {
@@ -471,12 +413,10 @@ std::vector<KIVO_SHOWN_MESSAGE> Reporter::messages() const {
     for (std::uint32_t i = 0; i < description_.messages.size(); ++i) {
         const Message& message = description_.messages[i];
         const Value result = engine_.result(model_.first_message + i);
-        const std::string_view text = result.is_true()    ? message.shown
-                                      : result.is_false() ? message.otherwise
-                                                          : std::string_view();
-        if (!text.empty()) {
-            shown.push_back(
-                {severity_of_message(message.severity), std::string(text), message.mark});
+        if (is_shown(message, result)) {
+            shown.push_back({severity_of_message(message.severity),
+                             std::string(result.is_true() ? message.shown : message.otherwise),
+                             message.mark});
         }
     }
     return shown;

@@ -28,13 +28,12 @@ private:
     void collect_leaf(std::uint32_t leaf);
     void collect_message(std::uint32_t leaf);
     void collect_faults(Value unknown, KIVO_SEVERITY severity);
-    // The faults among the reasons of a leaf that spoil its own texts; false when there are none.
-    bool collect_own_faults(std::uint32_t leaf, KIVO_SEVERITY severity);
+    // What spoils the texts of a leaf.
+    void collect_own_faults(const Leaf& leaf);
     void add_fault(Reason reason, KIVO_SEVERITY severity);
+    void add_cycle(std::uint32_t object);
     void add(std::uint32_t leaf, bool is_undecided);
-    void own_texts(const Leaf& leaf, std::vector<std::uint32_t>& texts) const;
     KIVO_MARK mark_of(std::uint32_t leaf) const;
-    KIVO_SEVERITY severity_of(const Leaf& leaf) const;
     std::string text_of(std::uint32_t leaf, bool is_undecided);
     std::string value_text(std::uint32_t object) const;
     std::string state_text(std::uint32_t port) const;

@@ -20,15 +20,21 @@ bool replace(Value& place, Value value) {
 
 void Engine::begin_own(std::uint32_t object) {
     const bool is_port_object = is_port(model_->description->objects[object].kind);
+    if (is_port_object) {
+        scene_.own_constant = asked_constant(object, asked_[object]);
+    }
     (is_port_object ? scene_.own_port : scene_.own_parameter) = object;
     scene_.own_value = asked_[object];
-    if (is_port_object) {
-        const Given* asked = given(object);
-        scene_.own_constant =
-            asked != nullptr && asked->constant ? *asked->constant : untied(object);
-    }
     const std::uint32_t expansion = model_->expansion[object];
     scene_.expanded_macros = expansion == kNone ? nullptr : model_->macro_flags[expansion].data();
+}
+
+// There the port's state is the one that takes effect; only its constant is the asked-for one.
+void Engine::begin_own_force(std::uint32_t port) {
+    const Value constant = unforced_constant(port);
+    begin_own(port);
+    scene_.own_value = values_[port];
+    scene_.own_constant = constant;
 }
 
 void Engine::end_own() {
@@ -206,11 +212,16 @@ bool Engine::evaluate_parameter(std::uint32_t object) {
     if (replace(asked_[object], asked)) {
         mark_judged(object);
     }
+    const bool is_default_missing = model_->description->objects[object].default_fault != kNone &&
+                                    sources_[object] == Source::kDefault;
+    evaluator_.forget_own_reads();
     begin_own(object);
     const Outcome outcome =
         walk(object, ElementKind::kForce, asked,
              [this, object](std::uint32_t text) { return typed(object, text); });
     end_own();
+    is_default_missed_[object] =
+        is_default_missing && (!outcome.is_forced || evaluator_.has_read_own()) ? 1 : 0;
     if (outcome.is_forced) {
         sources_[object] = Source::kForced;
     }
@@ -271,48 +282,55 @@ bool Engine::is_tied(std::uint32_t port) const {
     return !constants_[port].is_unknown();
 }
 
+Value Engine::asked_constant(std::uint32_t port, Value state) {
+    const auto constant = static_cast<std::int64_t>(PortState::kConstant);
+    if (state.is_unknown() || state.low != constant) {
+        return state.is_unknown() ? state : untied(port);
+    }
+    if (const Given* asked = given(port); asked != nullptr && asked->constant) {
+        return *asked->constant;
+    }
+    const std::uint32_t text = model_->description->objects[port].default_text;
+    return text == kNone ? Value::integer(0) : typed(port, text);
+}
+
+Value Engine::unforced_constant(std::uint32_t port) {
+    return numbers_[port].is_unknown() ? asked_constant(port, values_[port]) : numbers_[port];
+}
+
+bool Engine::is_open(std::uint32_t port, PortState state) const {
+    return is_connected(state) || (state == PortState::kUnused &&
+                                   model_->description->objects[port].kind != ObjectKind::kInput);
+}
+
 bool Engine::evaluate_constant(std::uint32_t port) {
     const Value state = values_[port];
     if (state.is_unknown()) {
         return replace(constants_[port], state);
     }
-    const auto current = static_cast<PortState>(state.low);
-    const Object& each = model_->description->objects[port];
-    const bool is_open =
-        is_connected(current) || (current == PortState::kUnused && each.kind != ObjectKind::kInput);
-    if (is_open) {
+    if (is_open(port, static_cast<PortState>(state.low))) {
         return replace(constants_[port], untied(port));
     }
-    Value base = untied(port);
-    if (current == PortState::kConstant) {
-        const Given* asked = given(port);
-        if (!numbers_[port].is_unknown()) {
-            base = numbers_[port];
-        } else if (asked != nullptr && asked->constant) {
-            base = *asked->constant;
-        } else {
-            base = each.default_text == kNone ? Value::integer(0) : typed(port, each.default_text);
-        }
-    }
-    return replace(constants_[port], force_of(port, base).value);
+    return replace(constants_[port], force_of(port, unforced_constant(port)).value);
 }
 
 Engine::Outcome Engine::force_of(std::uint32_t port, Value base) {
-    return walk(port, ElementKind::kPortForce, base,
-                [this, port](std::uint32_t text) { return typed(port, text); });
+    begin_own_force(port);
+    const Outcome outcome = walk(port, ElementKind::kPortForce, base,
+                                 [this, port](std::uint32_t text) { return typed(port, text); });
+    end_own();
+    return outcome;
 }
 
 Value Engine::evaluate_text(std::uint32_t text) {
     const SourceText& source = model_->description->texts[text];
     const std::string_view element = source.element;
-    const bool is_own =
-        source.object != kNone &&
-        (element == "STATE" || (element == "FORCE_VALUE" &&
-                                is_parameter(model_->description->objects[source.object].kind)));
-    if (!is_own) {
+    const bool is_force = element == "FORCE_VALUE";
+    if (source.object == kNone || !(is_force || element == "STATE")) {
         return evaluate_role(text);
     }
-    begin_own(source.object);
+    const bool is_port_object = is_port(model_->description->objects[source.object].kind);
+    is_force&& is_port_object ? begin_own_force(source.object) : begin_own(source.object);
     const Value value = evaluate_role(text);
     end_own();
     return value;

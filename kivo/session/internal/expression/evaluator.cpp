@@ -132,9 +132,12 @@ void Evaluator::step(const Instruction& instruction) {
                                  : fault(FaultId::kTooLarge, instruction.offset));
             return;
         case Action::kValue:
-            stack_.push_back(instruction.index == scene_->own_parameter
-                                 ? scene_->own_value
-                                 : scene_->parameters[instruction.index]);
+            if (instruction.index == scene_->own_parameter) {
+                has_read_own_ = true;
+                stack_.push_back(scene_->own_value);
+            } else {
+                stack_.push_back(scene_->parameters[instruction.index]);
+            }
             return;
         case Action::kPort:
             stack_.push_back(Value::port(instruction.index));
@@ -545,7 +548,11 @@ Value Evaluator::as_whole(Value value, std::uint32_t offset) {
         return value;
     }
     const std::optional<Whole> whole = snapped(value.as_real());
-    return whole ? Value::whole(*whole) : fault(FaultId::kIllTyped, offset);
+    if (whole) {
+        return Value::whole(*whole);
+    }
+    // One that does not even fit when it is rounded is whole: reals that large have no fraction.
+    return fault(whole_above(value.as_real()) ? FaultId::kIllTyped : FaultId::kTooLarge, offset);
 }
 
 Value Evaluator::as_operand(Value value) const {

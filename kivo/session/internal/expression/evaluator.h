@@ -54,6 +54,10 @@ public:
     // A whole number or unknown.
     Value whole(const Program& program, const Scene& scene);
 
+    // Whether the name of the own parameter was read since it was last forgotten.
+    bool has_read_own() const { return has_read_own_; }
+    void forget_own_reads() { has_read_own_ = false; }
+
     // Comparisons of values that are known; what is wrong with them is told of the program's text.
     Value at_most(Value least, Value greatest, const Program& program, const Scene& scene);
     // Whether a value is a whole number above 0.
@@ -106,6 +110,7 @@ private:
     std::vector<Frame> frames_;
     Frame frame_{};
     std::uint32_t steps_ = 0;
+    bool has_read_own_ = false;
 };
 
 }  // namespace kivo_session

@@ -152,6 +152,10 @@ bool ReasonSets::has(ReasonsId set, ReasonKind kind) const {
                        [kind](Reason reason) { return reason.kind() == kind; });
 }
 
+bool ReasonSets::is_wrong(ReasonsId set) const {
+    return !sets_[set].empty() && sets_[set].front().kind() <= ReasonKind::kCycle;
+}
+
 bool ReasonSets::is_more_than_run_time(ReasonsId set) const {
     return !sets_[set].empty() && sets_[set].front().kind() != ReasonKind::kRunTime;
 }

@@ -114,6 +114,8 @@ public:
     ReasonsId united(ReasonsId first, ReasonsId second);
     const std::vector<Reason>& reasons(ReasonsId set) const { return sets_[set]; }
     bool has(ReasonsId set, ReasonKind kind) const;
+    // Whether a fault or a cycle is a reason.
+    bool is_wrong(ReasonsId set) const;
     // Whether anything but run time is a reason.
     bool is_more_than_run_time(ReasonsId set) const;
     std::size_t size() const { return sets_.size(); }

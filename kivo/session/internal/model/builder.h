@@ -43,6 +43,7 @@ private:
     // The nodes that evaluating a node reads.
     void collect_inputs(std::uint32_t node, std::vector<std::uint32_t>& inputs);
     void collect_texts(std::uint32_t node, std::vector<std::uint32_t>& texts) const;
+    void collect_own_use(std::uint32_t owner, const Use& use, std::vector<std::uint32_t>& inputs);
     void collect_use(std::uint32_t owner, const Use& use, std::vector<std::uint32_t>& inputs);
     void collect_leaf_inputs(const Leaf& leaf, std::vector<std::uint32_t>& inputs) const;
     std::uint32_t node_of(const Use& use) const;

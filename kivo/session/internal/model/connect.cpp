@@ -55,24 +55,40 @@ void ModelBuilder::collect_texts(std::uint32_t node, std::vector<std::uint32_t>&
     }
 }
 
-void ModelBuilder::collect_use(std::uint32_t owner, const Use& use,
-                               std::vector<std::uint32_t>& inputs) {
-    if (use.kind != UseKind::kMacro) {
-        // An object's own name means what was asked for; at the constant of a port it is its state.
-        const bool is_own = owner < model_.object_count() && use.index == owner;
-        if (!is_own) {
-            inputs.push_back(node_of(use));
-        }
-        return;
-    }
-    const std::uint32_t own = owner < model_.object_count() ? owner : kNone;
-    const auto is_expanded = [&](std::uint32_t macro) {
-        return own != kNone && model_.expansion[own] != kNone &&
-               model_.macro_flags[model_.expansion[own]][macro] != 0;
-    };
-    if (!is_expanded(use.index)) {
+// An object's own name means what was asked for. What was asked for as the constant of a port may
+// be its default, which has inputs of its own.
+void ModelBuilder::collect_own_use(std::uint32_t owner, const Use& use,
+                                   std::vector<std::uint32_t>& inputs) {
+    const bool is_constant_owner = owner >= model_.object_count();
+    if (is_constant_owner && use.kind == UseKind::kPortState) {
         inputs.push_back(use.index);
         return;
+    }
+    if (!is_constant_owner && use.kind == UseKind::kPortConstant) {
+        const std::uint32_t text = object(use.index).default_text;
+        const Range range = text == kNone ? Range() : text_uses_[text];
+        for (std::uint32_t i = range.begin; i < range.end; ++i) {
+            inputs.push_back(node_of(uses_[i]));
+        }
+    }
+}
+
+void ModelBuilder::collect_use(std::uint32_t owner, const Use& use,
+                               std::vector<std::uint32_t>& inputs) {
+    const std::uint32_t own = owner % model_.object_count();
+    const auto is_expanded = [&](std::uint32_t macro) {
+        return model_.expansion[own] != kNone &&
+               model_.macro_flags[model_.expansion[own]][macro] != 0;
+    };
+    const auto collect = [&](const Use& each) {
+        if (each.kind != UseKind::kMacro && each.index == own) {
+            collect_own_use(owner, each, inputs);
+        } else {
+            inputs.push_back(node_of(each));
+        }
+    };
+    if (use.kind != UseKind::kMacro || !is_expanded(use.index)) {
+        return collect(use);
     }
     std::vector<std::uint32_t> waiting{use.index};
     std::vector<std::uint32_t> seen;
@@ -88,8 +104,8 @@ void ModelBuilder::collect_use(std::uint32_t owner, const Use& use,
             const Use& inner = uses_[i];
             if (inner.kind == UseKind::kMacro && is_expanded(inner.index)) {
                 waiting.push_back(inner.index);
-            } else if (inner.kind == UseKind::kMacro || inner.index != own) {
-                inputs.push_back(node_of(inner));
+            } else {
+                collect(inner);
             }
         }
     }
@@ -99,14 +115,22 @@ void ModelBuilder::collect_inputs(std::uint32_t node, std::vector<std::uint32_t>
     std::vector<std::uint32_t>& texts = scratch_;
     texts.clear();
     collect_texts(node, texts);
+    const bool is_constant = node >= model_.object_count();
+    const std::uint32_t index = node % model_.object_count();
     for (const std::uint32_t text : texts) {
         const Range range = text_uses_[text];
+        // The default of a port is none of its own texts: there its name is the port as it is.
+        const bool is_own = !is_constant || text != object(index).default_text;
         for (std::uint32_t use = range.begin; use < range.end; ++use) {
-            collect_use(node, uses_[use], inputs);
+            if (is_own) {
+                collect_use(node, uses_[use], inputs);
+            } else {
+                inputs.push_back(node_of(uses_[use]));
+            }
         }
     }
-    if (node >= model_.object_count()) {
-        inputs.push_back(node - model_.object_count());
+    if (is_constant) {
+        inputs.push_back(index);
     }
 }
 
@@ -203,10 +227,11 @@ bool ModelBuilder::find_own_mentions() {
         std::sort(users.begin(), users.end(),
                   [](const Edge& left, const Edge& right) { return left.from < right.from; });
         for (const std::uint32_t member : members) {
-            if (member >= model_.object_count() || object(member).kind == ObjectKind::kMacro) {
+            const std::uint32_t own = member % model_.object_count();
+            if (object(own).kind == ObjectKind::kMacro) {
                 continue;
             }
-            std::vector<std::uint32_t> waiting{member};
+            std::vector<std::uint32_t> waiting{own};
             while (!waiting.empty()) {
                 const std::uint32_t used = waiting.back();
                 waiting.pop_back();
@@ -214,7 +239,7 @@ bool ModelBuilder::find_own_mentions() {
                     users.begin(), users.end(), used,
                     [](const Edge& edge, std::uint32_t value) { return edge.from < value; });
                 for (; user != users.end() && user->from == used; ++user) {
-                    std::uint8_t& flag = model_.macro_flags[flags_of(member)][user->to];
+                    std::uint8_t& flag = model_.macro_flags[flags_of(own)][user->to];
                     if (flag == 0) {
                         flag = 1;
                         has_found = true;

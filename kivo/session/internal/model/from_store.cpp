@@ -171,8 +171,9 @@ void StoreReader::read_object(const KIVO_OBJ_INFO& source, const std::string& ke
         return;
     }
     if (is_port(object.kind)) {
-        object.usage = static_cast<std::uint8_t>(source.usage_state & 3);
         object.is_always_used = source.cnx_type == 2;
+        object.usage = static_cast<std::uint8_t>(object.is_always_used ? KIVO_USAGE_USED
+                                                                       : source.usage_state & 3);
         object.default_text = add(source.default_value, TextRole::kWholeValue, index, source.mark,
                                   "PORT", "DEFAULT_VALUE");
         object.width =

@@ -1,6 +1,40 @@
+#include <algorithm>
+
 #include "kivo/session/internal/model/builder.h"
 
 namespace kivo_session {
+
+void own_texts(const Description& description, const Leaf& leaf,
+               std::vector<std::uint32_t>& texts) {
+    texts.clear();
+    switch (leaf.kind) {
+        case LeafKind::kNotInList: {
+            const Range items = description.objects[leaf.object].items;
+            texts.assign(description.items.begin() + items.begin,
+                         description.items.begin() + items.end);
+            return;
+        }
+        case LeafKind::kRange:
+        case LeafKind::kValueRule:
+        case LeafKind::kConstantRange:
+        case LeafKind::kPortRange: {
+            const Element& element = description.elements[leaf.item];
+            texts = {element.first, element.second, element.condition};
+            return;
+        }
+        case LeafKind::kPortWidth:
+            texts = {description.objects[leaf.object].width};
+            return;
+        case LeafKind::kPortWidth2d:
+            texts = {description.objects[leaf.object].width2d};
+            return;
+        case LeafKind::kRule:
+            texts = {description.rules[leaf.item].condition};
+            return;
+        default:
+            return;
+    }
+}
 
 void ModelBuilder::add_leaf(LeafKind kind, std::uint32_t index, std::uint32_t item) {
     model_.leaves.push_back({kind, index, item});
@@ -27,6 +61,13 @@ void ModelBuilder::make_leaves() {
     model_.first_stimulus = make_all(LeafKind::kStimulus, description_.stimuli.size());
     model_.first_map = make_all(LeafKind::kMap, description_.maps.size());
     model_.first_piece = make_all(LeafKind::kPiece, description_.pieces.size());
+    std::vector<std::uint32_t> texts;
+    for (const Leaf& leaf : model_.leaves) {
+        own_texts(description_, leaf, texts);
+        model_.has_spoiled_text.push_back(
+            std::any_of(texts.begin(), texts.end(),
+                        [this](std::uint32_t text) { return model_.is_spoiled(text); }));
+    }
 }
 
 std::uint32_t ModelBuilder::count_conditional(std::uint32_t index, ElementKind kind) const {

@@ -45,6 +45,9 @@ struct Leaf {
     std::uint32_t item;
 };
 
+// The texts that a leaf judges by, kNone among them for those that are not there.
+void own_texts(const Description& description, const Leaf& leaf, std::vector<std::uint32_t>& texts);
+
 struct CompiledText {
     Program program;                    // of an implication: of its condition
     std::uint32_t implication = kNone;  // in Model::implications
@@ -76,6 +79,10 @@ public:
     }
     std::uint32_t constant_node(std::uint32_t port) const { return object_count() + port; }
     bool is_value_macro(std::uint32_t object) const { return macro_arguments[object].empty(); }
+    // Whether a text cannot be judged at all; false for kNone.
+    bool is_spoiled(std::uint32_t text) const {
+        return text != kNone && texts[text].spoiled != kNone;
+    }
     // The object of a name, or kNone.
     std::uint32_t find(std::string_view name) const;
     // Whether users may set it; hidden parameters only when the session allows it.
@@ -100,6 +107,7 @@ public:
     std::vector<std::vector<Node>> macro_nodes;                  // by object
 
     std::vector<Leaf> leaves;
+    std::vector<std::uint8_t> has_spoiled_text;  // by leaf: whether one of its own is spoiled
     std::uint32_t first_message = 0;  // among the leaves; all messages follow it, and so on
     std::uint32_t first_vector = 0;
     std::uint32_t first_stimulus = 0;
