@@ -24,8 +24,10 @@ void declare(Program& program, std::string& color) {
     program.footer =
         "Examples:\n"
         "  kivo check fifo_info.xml counter_info.xml\n"
+        "  kivo configure fifo_info.xml DEPTH=1024\n"
         "  kivo doc fifo_info.xml -o fifo.html\n"
         "  kivo explain unknown-section\n"
+        "  kivo instance fifo_info.xml DEPTH=1024 --language vhdl\n"
         "  kivo show fifo_info.xml\n"
         "  kivo translate --to verilog \"WIDTH gte 4 and DEPTH lt 16\"\n"
         "  kivo value fifo_info.xml fill_and_drain data 60\n"
@@ -39,9 +41,12 @@ void declare(Program& program, std::string& color) {
                             .target = &color,
                             .help = "Colours: auto (the default), always or never",
                             .choices = {"auto", "always", "never"}}};
-    program.commands = {
-        make_check(), make_completion(program), make_doc(),   make_explain(), make_manual(program),
-        make_show(),  make_translate(),         make_value(), make_wave()};
+    program.commands = {make_check(),         make_completion(program),
+                        make_configure(),     make_doc(),
+                        make_explain(),       make_instance(),
+                        make_manual(program), make_show(),
+                        make_translate(),     make_value(),
+                        make_wave()};
 }
 
 int report_usage(Terminal& terminal, const Program& program, const Request& request) {

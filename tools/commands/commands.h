@@ -4,8 +4,10 @@
 
 // Each declares a sub-command, in the file of its name.
 Command make_check();
+Command make_configure();
 Command make_doc();
 Command make_explain();
+Command make_instance();
 Command make_show();
 Command make_translate();
 Command make_value();

@@ -682,7 +682,9 @@ const std::vector<MessageDescription>& message_catalogue() {
 }
 
 const char* severity_word(Severity severity) {
-    return severity == Severity::kError ? "error" : "warning";
+    return severity == Severity::kError     ? "error"
+           : severity == Severity::kWarning ? "warning"
+                                            : "advice";
 }
 
 std::string summary_of(const MessageDescription& message) {

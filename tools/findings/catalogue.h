@@ -4,7 +4,8 @@
 #include <string_view>
 #include <vector>
 
-enum class Severity { kError, kWarning };
+// Advice is given of configurations alone, never of descriptions.
+enum class Severity { kError, kWarning, kAdvice };
 
 // What an author wants to know of one kind of message.
 struct MessageDescription {
@@ -23,7 +24,7 @@ struct MessageDescription {
 // Every message that the program knows, in the order of the handbook.
 const std::vector<MessageDescription>& message_catalogue();
 
-// "error" or "warning".
+// "error", "warning" or "advice".
 const char* severity_word(Severity severity);
 
 // The first sentence of the explanation, in one line.

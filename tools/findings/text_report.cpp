@@ -57,7 +57,7 @@ bool is_same_place(const Place& left, const Place& right) {
 
 }  // namespace
 
-void write_finding(Stream& stream, const std::string& name, const Finding& finding) {
+std::string finding_text(const Stream& stream, const std::string& name, const Finding& finding) {
     const Style style = finding.severity == Severity::kError ? Style::kError : Style::kWarning;
     std::string out =
         fmt::format("{} {} {} {}\n", where(stream, name, finding.place),
@@ -70,5 +70,9 @@ void write_finding(Stream& stream, const std::string& name, const Finding& findi
         // The line that has just been shown says nothing new.
         out += is_same_place(note.place, finding.place) ? "" : excerpt_of(stream, note.place, {});
     }
-    stream.write(out);
+    return out;
+}
+
+void write_finding(Stream& stream, const std::string& name, const Finding& finding) {
+    stream.write(finding_text(stream, name, finding));
 }

@@ -1,0 +1,60 @@
+#include "tools/commands/configuring.h"
+
+#include <algorithm>
+
+#include "tools/commands/exit_status.h"
+#include "tools/text/text_escape.h"
+
+namespace {
+
+// A map that does not apply can be chosen all the same.
+void warn_of_map(Terminal& terminal, const KIVO_SESSION& session) {
+    const std::string map = session.map();
+    for (const KIVO_APPLICATION& each : session.maps()) {
+        if (!map.empty() && each.name == map && each.applies != KIVO_TRUTH::kYes) {
+            terminal.err.write(
+                "kivo: warning: the condition of wizard map '" + escape_text(map) +
+                (each.applies == KIVO_TRUTH::kNo ? "' does not hold\n" : "' is not decided\n"));
+        }
+    }
+}
+
+}  // namespace
+
+OptionRow settings_row(ConfigurationRequest& request) {
+    return {.name = "NAME=VALUE",
+            .target = &request.settings,
+            .help = "A parameter's value; of a port USED, UNUSED, VARIABLE, CONSTANT or CONSTANT:5",
+            .accepts = is_setting};
+}
+
+OptionRow map_row(ConfigurationRequest& request) {
+    return {.name = "--wizard",
+            .value_name = "MAP",
+            .target = &request.map,
+            .help = "Take the values and rules of a wizard map"};
+}
+
+OptionRow from_row(ConfigurationRequest& request) {
+    return {.name = "--from",
+            .value_name = "FILE",
+            .target = &request.from,
+            .help = "Start with the settings and map of an earlier configuration, in JSON",
+            .offer = Offer::kFiles};
+}
+
+std::optional<KIVO_SESSION> configured(Terminal& terminal, const KIVO_INFO& info,
+                                       const ConfigurationRequest& request, int* status) {
+    KIVO_SESSION session(info);
+    if (const std::optional<Refusal> refusal = apply_request(session, request)) {
+        terminal.report_error(refusal->text);
+        *status = refusal->is_unreadable ? kExitFailed : kExitUsage;
+        return std::nullopt;
+    }
+    warn_of_map(terminal, session);
+    return session;
+}
+
+int status_of(const KIVO_SESSION& session) {
+    return session.is_legal() && session.is_granted() ? kExitDone : kExitMessages;
+}

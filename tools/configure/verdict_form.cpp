@@ -1,0 +1,85 @@
+#include "tools/configure/verdict_form.h"
+
+#include <algorithm>
+#include <string_view>
+
+#include "kivo/session/internal/near_word.h"
+#include "tools/configure/text_place.h"
+#include "tools/description/default_value.h"
+#include "tools/findings/library_findings.h"
+#include "tools/findings/notes.h"
+
+namespace {
+
+constexpr std::size_t kMostEdits = 2;
+
+Severity severity_of(KIVO_SEVERITY severity) {
+    return severity == KIVO_SEVERITY::kError    ? Severity::kError
+           : severity == KIVO_SEVERITY::kAdvice ? Severity::kAdvice
+                                                : Severity::kWarning;
+}
+
+bool is_same_element(const KIVO_MARK& left, const KIVO_MARK& right) {
+    return left.file == right.file && left.offset == right.offset;
+}
+
+bool ends_with(const std::string& text, const std::string& end) {
+    return text.size() >= end.size() &&
+           text.compare(text.size() - end.size(), end.size(), end) == 0;
+}
+
+// The fault that a verdict tells; null for a verdict of another sort.
+const KIVO_FAULT* fault_of(const KIVO_SESSION& session, const KIVO_VERDICT& verdict) {
+    if (verdict.id != "fault") {
+        return nullptr;
+    }
+    const std::vector<KIVO_FAULT>& faults = session.faults();
+    const auto found = std::find_if(faults.begin(), faults.end(), [&](const KIVO_FAULT& fault) {
+        return is_same_element(fault.mark, verdict.mark) &&
+               ends_with(verdict.text,
+                         "\"" + fault.source + "\": " + fault.text + " [" + fault.id + "]");
+    });
+    return found == faults.end() ? nullptr : &*found;
+}
+
+// The item of a parameter's list that was probably meant by its value.
+std::string meant_value(const KIVO_SESSION& session, const Description& description,
+                        const KIVO_VERDICT& verdict) {
+    const KIVO_OBJ_INFO* const object = description.info().get_kivo_obj(verdict.subject.name);
+    const KIVO_SETTING* const setting = session.find(verdict.subject.name);
+    if (verdict.id != "not-in-list" || object == nullptr || setting == nullptr || !setting->value) {
+        return {};
+    }
+    const std::vector<std::string> items = list_items(object->value_array);
+    return std::string(nearest_word(*setting->value, {items.begin(), items.end()}, kMostEdits));
+}
+
+Finding finding_of(const KIVO_SESSION& session, const Description& description,
+                   const KIVO_VERDICT& verdict, Sources& sources) {
+    Finding finding;
+    finding.severity = severity_of(verdict.severity);
+    finding.id = verdict.id;
+    finding.text = verdict.text;
+    finding.object = verdict.subject.name;
+    const KIVO_PLACE told = description.info().get_place(verdict.mark);
+    const KIVO_FAULT* const fault = fault_of(session, verdict);
+    finding.place = fault == nullptr ? place_of(description, told, sources)
+                                     : place_in_text(description, told, *fault, sources);
+    if (const std::string meant = meant_value(session, description, verdict); !meant.empty()) {
+        finding.notes.push_back(did_you_mean(meant, finding.place));
+    }
+    return finding;
+}
+
+}  // namespace
+
+std::vector<VerdictForm> verdict_forms(const KIVO_SESSION& session,
+                                       const Description& description) {
+    std::vector<VerdictForm> forms;
+    Sources sources;
+    for (const KIVO_VERDICT& verdict : session.verdicts()) {
+        forms.push_back(
+            {finding_of(session, description, verdict, sources), verdict.is_undecided, {}, {}});
+    }
+    return forms;
+}
