@@ -1,8 +1,7 @@
 #include "tools/commands/configuring.h"
 
-#include <algorithm>
-
 #include "tools/commands/exit_status.h"
+#include "tools/configure/report.h"
 #include "tools/text/text_escape.h"
 
 namespace {
@@ -57,4 +56,23 @@ std::optional<KIVO_SESSION> configured(Terminal& terminal, const KIVO_INFO& info
 
 int status_of(const KIVO_SESSION& session) {
     return session.is_legal() && session.is_granted() ? kExitDone : kExitMessages;
+}
+
+Configuration::Configuration(Terminal& terminal, const KIVO_INFO& info,
+                             const ConfigurationRequest& request) {
+    if (request.settings.empty()) {
+        return;
+    }
+    int refused = kExitDone;
+    session_ = configured(terminal, info, request, &refused);
+    if (!session_) {
+        failure_ = refused;
+    } else if (status_of(*session_) != kExitDone) {
+        terminal.err.write("kivo: note: the configuration is " + standing_of(*session_) +
+                           "; 'kivo configure' tells more\n");
+    }
+}
+
+int Configuration::status() const {
+    return session_ ? status_of(*session_) : static_cast<int>(kExitDone);
 }

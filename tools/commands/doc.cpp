@@ -2,6 +2,7 @@
 #include <string>
 
 #include "tools/commands/commands.h"
+#include "tools/commands/configuring.h"
 #include "tools/commands/exit_status.h"
 #include "tools/commands/loading.h"
 #include "tools/doc/page.h"
@@ -11,6 +12,7 @@ namespace {
 
 struct Options {
     std::string path;
+    ConfigurationRequest request;
     std::string output;
 };
 
@@ -23,19 +25,28 @@ int write_doc(Terminal& terminal, const Options& options) {
     if (!report_loading(terminal, description)) {
         return kExitFailed;
     }
-    if (const auto reason =
-            write_file(options.output, make_page(description.info(), options.path))) {
+    const Configuration configuration(terminal, description.info(), options.request);
+    if (configuration.failure()) {
+        return *configuration.failure();
+    }
+    if (const auto reason = write_file(
+            options.output, make_page(description.info(), options.path, configuration.session()))) {
         terminal.report_error("cannot write '" + options.output + "': " + *reason);
         return kExitFailed;
     }
-    return description.has_messages() ? kExitMessages : kExitDone;
+    return description.has_messages() ? static_cast<int>(kExitMessages) : configuration.status();
 }
 
 constexpr const char* kFooter =
     "The page holds its pictures and its style; it needs neither a network nor scripts.\n"
-    "Exit status: 0 done, 1 done although the description gave messages, 2 wrong usage,\n"
-    "3 the file cannot be read or the page not be written.\n\n"
-    "Example:\n  kivo doc fifo_info.xml -o fifo.html";
+    "With NAME=VALUE, it is the page of that configuration: conditions are decided, and what\n"
+    "does not apply is left out.\n"
+    "Exit status: 0 done, 1 done although the description gave messages or the configuration is\n"
+    "not legal or not as asked for, 2 wrong usage, 3 the file cannot be read or the page not be\n"
+    "written.\n\n"
+    "Examples:\n"
+    "  kivo doc fifo_info.xml -o fifo.html\n"
+    "  kivo doc fifo_info.xml DEPTH=1024 -o fifo_1024.html";
 
 }  // namespace
 
@@ -47,6 +58,7 @@ Command make_doc() {
         .summary = "Write a description as a page for people to read",
         .rows = {
             description_row(options->path),
+            settings_row(options->request),
             {.name = "--output", .short_name = "-o", .value_name = "OUT.html",
              .target = &options->output, .help = "Where the page goes", .is_required = true,
              .offer = Offer::kFiles},

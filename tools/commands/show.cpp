@@ -6,6 +6,7 @@
 
 #include "kivo/kivo.h"
 #include "tools/commands/commands.h"
+#include "tools/commands/configuring.h"
 #include "tools/commands/exit_status.h"
 #include "tools/commands/loading.h"
 #include "tools/show/parts.h"
@@ -94,6 +95,7 @@ std::string show_text(const Stream& stream, KIVO_INFO& info, const std::string& 
 
 struct Options {
     std::string path;
+    ConfigurationRequest request;
     std::string format = "text";
 };
 
@@ -103,19 +105,29 @@ int show(Terminal& terminal, const Options& options) {
         return kExitFailed;
     }
     KIVO_INFO& info = description.info();
+    const Configuration configuration(terminal, info, options.request);
+    if (configuration.failure()) {
+        return *configuration.failure();
+    }
+    if (configuration.session() != nullptr) {
+        kivo_store_results(*configuration.session(), info);
+    }
     terminal.out.write(options.format == "json" ? show_json(info, options.path)
                                                 : show_text(terminal.out, info, options.path));
-    return description.has_messages() ? kExitMessages : kExitDone;
+    return description.has_messages() ? static_cast<int>(kExitMessages) : configuration.status();
 }
 
 constexpr const char* kFooter =
     "Sections that the description does not have are left out. Messages go to standard\n"
     "error, as 'kivo check' writes them; what was read is shown all the same.\n"
+    "NAME=VALUE adds what takes effect then: \"Now\" of the tables, \"current_value\" in JSON.\n"
     "JSON holds everything, messages too, in one object whose keys are always there;\n"
     "docs/show.schema.json describes each of them.\n"
-    "Exit status: 0 no messages, 1 messages, 2 wrong usage, 3 the file cannot be read.\n\n"
+    "Exit status: 0 no messages, 1 messages, or the configuration is not legal or not as asked\n"
+    "for, 2 wrong usage, 3 the file cannot be read.\n\n"
     "Example:\n"
     "  kivo show fifo_info.xml\n"
+    "  kivo show fifo_info.xml DEPTH=1024\n"
     "  kivo show --format json fifo_info.xml | jq -r '.object_map[].name'";
 
 }  // namespace
@@ -128,6 +140,7 @@ Command make_show() {
         .summary = "Show all that a description holds as tables",
         .rows = {
             description_row(options->path),
+            settings_row(options->request),
             {.name = "--format", .value_name = "FORMAT", .target = &options->format,
              .help = "What to write: text (the default) or json", .choices = {"text", "json"}},
         },

@@ -9,6 +9,7 @@
 
 #include "kivo/kivo.h"
 #include "tools/commands/commands.h"
+#include "tools/commands/configuring.h"
 #include "tools/commands/exit_status.h"
 #include "tools/commands/loading.h"
 #include "tools/files/file_output.h"
@@ -27,6 +28,7 @@ constexpr std::size_t kMaxTransitionsOfOneAmongMany = kMaxTransitions / 4;
 struct Options {
     std::string file;
     std::string vector;
+    ConfigurationRequest request;
     std::vector<std::string> otherwise;
     bool is_ascii = false;
     std::int32_t columns = kPageWidth;
@@ -81,8 +83,13 @@ int report_missing(Terminal& terminal, const std::string& what) {
 
 class Wave {
 public:
-    Wave(Terminal& terminal, KIVO_INFO& info, const Options& options)
-        : terminal_(terminal), info_(info), options_(options), vectors_(all_vectors(info)) {}
+    // "session" may be null.
+    Wave(Terminal& terminal, KIVO_INFO& info, const KIVO_SESSION* session, const Options& options)
+        : terminal_(terminal),
+          info_(info),
+          session_(session),
+          options_(options),
+          vectors_(all_vectors(info)) {}
 
     int run() {
         const std::string all = names_of(vectors_);
@@ -98,6 +105,12 @@ public:
         if (vectors_.empty()) {
             return report_missing(terminal_, "the description has no vectors");
         }
+        if (!drop_others()) {
+            return report_missing(terminal_, options_.vector.empty()
+                                                 ? "no vector applies to this configuration"
+                                                 : "vector '" + options_.vector +
+                                                       "' does not apply to this configuration");
+        }
         if (options_.wants_files() && vectors_.size() > 1) {
             terminal_.report_error("a file holds one vector, name it; the vectors are: " + all);
             return kExitUsage;
@@ -110,6 +123,18 @@ public:
     }
 
 private:
+    // Leaves the vectors that apply; false when there is none.
+    bool drop_others() {
+        if (session_ != nullptr) {
+            for (const KIVO_APPLICATION& each : session_->vectors()) {
+                if (each.applies == KIVO_TRUTH::kNo) {
+                    std::erase(vectors_, info_.get_vector_obj(each.name));
+                }
+            }
+        }
+        return !vectors_.empty();
+    }
+
     // A condition that no command has is a typing error.
     int check_conditions() {
         std::vector<std::string> known;
@@ -128,11 +153,12 @@ private:
     }
 
     WaveModel make_model(KIVO_VECTOR_OBJ& vector, std::size_t max_transitions) {
-        std::vector<std::string> otherwise;
+        WaveCase drawn;
+        drawn.session = session_;
         for (const std::string& condition : options_.otherwise) {
-            otherwise.push_back(join_lines(condition));
+            drawn.otherwise.push_back(join_lines(condition));
         }
-        WaveModel model = make_wave_model(info_, vector, otherwise, max_transitions);
+        WaveModel model = make_wave_model(info_, vector, drawn, max_transitions);
         for (const std::string& note : model.notes) {
             write_note(note);
         }
@@ -215,6 +241,7 @@ private:
 
     Terminal& terminal_;
     KIVO_INFO& info_;
+    const KIVO_SESSION* session_;
     const Options& options_;
     std::vector<KIVO_VECTOR_OBJ*> vectors_;
 };
@@ -247,16 +274,32 @@ int wave(Terminal& terminal, const Options& options) {
     if (!report_loading(terminal, description)) {
         return kExitFailed;
     }
-    const int status = Wave(terminal, description.info(), options).run();
-    return status == kExitDone && description.has_messages() ? kExitMessages : status;
+    const Configuration configuration(terminal, description.info(), options.request);
+    if (configuration.failure()) {
+        return *configuration.failure();
+    }
+    const int status = Wave(terminal, description.info(), configuration.session(), options).run();
+    return status != kExitDone          ? status
+           : description.has_messages() ? static_cast<int>(kExitMessages)
+                                        : configuration.status();
 }
 
 constexpr const char* kFooter =
-    "Conditions are not evaluated: of a conditional command the THEN part counts, unless\n"
-    "--else names its condition. A file holds one vector.\n"
-    "Exit status: 0 done, 1 done although the description gave messages, or it has no such\n"
-    "vector, 2 wrong usage, 3 the file cannot be read or the output not be written.\n\n"
-    "Example:\n  kivo wave fifo_info.xml fill_and_drain --svg fill_and_drain.svg";
+    "With NAME=VALUE, the vectors that apply to that configuration are drawn, and conditions and\n"
+    "widths are evaluated. Without, the THEN part of a conditional command counts, unless --else\n"
+    "names its condition. A file holds one vector.\n"
+    "Exit status: 0 done, 1 done although the description gave messages or the configuration is\n"
+    "not legal or not as asked for, or there is no such vector, 2 wrong usage, 3 the file cannot\n"
+    "be read or the output not be written.\n\n"
+    "Examples:\n"
+    "  kivo wave fifo_info.xml fill_and_drain --svg fill_and_drain.svg\n"
+    "  kivo wave fifo_info.xml fill_and_drain READ_MODE=SHOW_AHEAD";
+
+std::string check_case(const Options& options) {
+    return !options.otherwise.empty() && !options.request.settings.empty()
+               ? "--else and NAME=VALUE exclude each other, which decides all conditions"
+               : "";
+}
 
 }  // namespace
 
@@ -269,7 +312,9 @@ Command make_wave() {
         .rows = {
             description_row(options->file),
             {.name = "VECTOR", .target = &options->vector,
-             .help = "Name of a waveform or custom vector; without it, all are drawn"},
+             .help = "Name of a waveform or custom vector; without it, all are drawn",
+             .accepts = is_no_setting},
+            settings_row(options->request),
             {.name = "--else", .value_name = "COND", .target = &options->otherwise,
              .help = "Take the ELSE part where this is the condition; may be repeated"},
             {.name = "--ascii", .target = &options->is_ascii,
@@ -288,6 +333,7 @@ Command make_wave() {
              .help = "Write WaveJSON", .offer = Offer::kFiles},
         },
         .footer = kFooter,
+        .check = [options] { return check_case(*options); },
         .run = [options](Terminal& terminal) { return wave(terminal, *options); },
     };
     // clang-format on

@@ -82,6 +82,10 @@ bool is_setting(std::string_view word) {
     return word.find('=') != std::string_view::npos;
 }
 
+bool is_no_setting(std::string_view word) {
+    return !is_setting(word);
+}
+
 std::optional<Refusal> apply_request(KIVO_SESSION& session, const ConfigurationRequest& request) {
     SavedConfiguration wanted;
     if (!request.from.empty()) {

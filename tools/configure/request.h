@@ -22,6 +22,7 @@ struct Refusal {
 
 // Whether a word of the command line is "NAME=VALUE".
 bool is_setting(std::string_view word);
+bool is_no_setting(std::string_view word);
 
 // Makes the settings of the request, all or none.
 std::optional<Refusal> apply_request(KIVO_SESSION& session, const ConfigurationRequest& request);

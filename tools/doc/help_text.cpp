@@ -18,7 +18,7 @@ struct Branch {
 // Walks the tree of texts with a list of what is still to be done in place of recursion.
 class HelpWriter {
 public:
-    explicit HelpWriter(HtmlWriter& html) : html_(html) {}
+    HelpWriter(HtmlWriter& html, const KIVO_SESSION* session) : html_(html), session_(session) {}
 
     void write(KIVO_CONDITIONAL_TEXT* sequence);
 
@@ -32,11 +32,13 @@ private:
     void perform(const Task& task);
     void plan_pieces(KIVO_CONDITIONAL_TEXT& sequence);
     void write_piece(KIVO_CONDITIONAL_TEXT& piece);
+    void write_decided(KIVO_CONDITIONAL_TEXT& piece);
     void write_branch(const Branch& branch);
     void open_branch(std::string_view lead, std::string_view condition);
 
     HtmlWriter& html_;
-    std::vector<Task> tasks_;  // the next one last
+    const KIVO_SESSION* session_;  // decides the conditions; null: all branches are shown
+    std::vector<Task> tasks_;      // the next one last
 };
 
 void HelpWriter::write(KIVO_CONDITIONAL_TEXT* sequence) {
@@ -94,11 +96,25 @@ void HelpWriter::open_branch(std::string_view lead, std::string_view condition) 
     }
 }
 
+// Of a condition that is not decided, nothing.
+void HelpWriter::write_decided(KIVO_CONDITIONAL_TEXT& piece) {
+    const KIVO_TRUTH truth = session_->holds(piece.condition);
+    if (truth == KIVO_TRUTH::kYes) {
+        write_branch({piece.then_text, piece.then_sub});
+    } else if (truth == KIVO_TRUTH::kNo) {
+        write_branch({piece.else_text, piece.else_sub});
+    }
+}
+
 void HelpWriter::write_piece(KIVO_CONDITIONAL_TEXT& piece) {
     const Branch then_branch = {piece.then_text, piece.then_sub};
     const Branch else_branch = {piece.else_text, piece.else_sub};
     if (piece.condition.empty()) {
         write_branch(then_branch);
+        return;
+    }
+    if (session_ != nullptr) {
+        write_decided(piece);
         return;
     }
     if (then_branch.is_empty()) {
@@ -117,9 +133,10 @@ void HelpWriter::write_piece(KIVO_CONDITIONAL_TEXT& piece) {
 
 }  // namespace
 
-void write_help_text(HtmlWriter& html, KIVO_CONDITIONAL_TEXT* sequence) {
+void write_help_text(HtmlWriter& html, KIVO_CONDITIONAL_TEXT* sequence,
+                     const KIVO_SESSION* session) {
     if (sequence != nullptr) {
-        HelpWriter(html).write(sequence);
+        HelpWriter(html, session).write(sequence);
     }
 }
 

@@ -1,5 +1,6 @@
 #include <fmt/format.h>
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -80,6 +81,10 @@ std::string probability_of(const KIVO_OBJ_INFO& port) {
     return is_driven ? fmt::format("{} %", port.high_probability) : "";
 }
 
+bool is_connected(const KIVO_PORT& port) {
+    return port.state == KIVO_USAGE_USED || port.state == KIVO_USAGE_VARIABLE;
+}
+
 void write_map_facts(HtmlWriter& html, const KIVO_WIZARD_MAP& map) {
     FactList facts;
     facts.add("Map", code_cell(map.name));
@@ -109,10 +114,56 @@ void write_map_objects(HtmlWriter& html, KIVO_WIZARD_MAP& map) {
     table.write(html);
 }
 
+// What takes effect in a configuration; empty without one.
+std::string effective_value(const DocSource& source, const KIVO_OBJ_INFO& object) {
+    const KIVO_SETTING* const setting =
+        source.session == nullptr ? nullptr : source.session->find(object.name);
+    return setting == nullptr ? "" : code_cell(setting->value.value_or("?"));
+}
+
+std::string effective_state(const DocSource& source, const KIVO_OBJ_INFO& object) {
+    const KIVO_PORT* const port =
+        source.session == nullptr ? nullptr : source.session->find_port(object.name);
+    return port == nullptr       ? ""
+           : port->tied          ? "tied to " + code_cell(*port->tied)
+           : !port->state        ? "not known"
+           : is_connected(*port) ? "connected"
+                                 : "not connected";
+}
+
+std::string effective_width(const DocSource& source, const KIVO_OBJ_INFO& object) {
+    const KIVO_PORT* const port =
+        source.session == nullptr ? nullptr : source.session->find_port(object.name);
+    return port == nullptr || !port->width ? "" : std::to_string(*port->width);
+}
+
+// The ports that the symbol shows, as they are in a configuration: those that are connected.
+std::vector<std::unique_ptr<KIVO_OBJ_INFO>> connected_ports(const DocSource& source) {
+    std::vector<std::unique_ptr<KIVO_OBJ_INFO>> ports;
+    for (KIVO_OBJ_INFO* object : source.ports) {
+        const KIVO_PORT* const port = source.session->find_port(object->name);
+        if (port != nullptr && is_connected(*port)) {
+            ports.push_back(std::make_unique<KIVO_OBJ_INFO>(object));
+            ports.back()->usage_state = *port->state;
+            ports.back()->port_width = effective_width(source, *object);
+        }
+    }
+    return ports;
+}
+
 }  // namespace
 
 void write_symbol(HtmlWriter& html, DocSource& source) {
-    if (!has_symbol(source.ports)) {
+    std::vector<std::unique_ptr<KIVO_OBJ_INFO>> configured;
+    std::vector<KIVO_OBJ_INFO*> ports = source.ports;
+    if (source.session != nullptr) {
+        configured = connected_ports(source);
+        ports.clear();
+        for (const auto& port : configured) {
+            ports.push_back(port.get());
+        }
+    }
+    if (!has_symbol(ports)) {
         return;
     }
     const HtmlScope figure(html, "figure");
@@ -122,32 +173,36 @@ void write_symbol(HtmlWriter& html, DocSource& source) {
                                {"role", "region"},
                                {"aria-label", "Block symbol"},
                                {"tabindex", "0"}});
-        write_block_symbol(html, source.function, source.ports);
+        write_block_symbol(html, source.function, ports);
     }
     html.element("figcaption",
-                 "Arrows show directions, thick lines buses with their widths, triangles clocks; "
-                 "dashed ports are not used by default.");
+                 std::string("Arrows show directions, thick lines buses with their widths, "
+                             "triangles clocks; ") +
+                     (source.session == nullptr ? "dashed ports are not used by default."
+                                                : "ports that are not connected are left out."));
 }
 
 void write_parameters(HtmlWriter& html, DocSource& source) {
-    HtmlTable table("objects", "Parameters",
-                    {"Name", "Type", "Default", "Values", "Connection", "LPM hint", "Value rules"});
+    HtmlTable table(
+        "objects", "Parameters",
+        {"Name", "Type", "Now", "Default", "Values", "Connection", "LPM hint", "Value rules"});
     for (KIVO_OBJ_INFO* parameter : source.parameters) {
         const bool is_integer = parameter->obj_type == KIVO_OBJ_INTEGER_PARAMETER;
         table.add_row({code_cell(parameter->name), is_integer ? "integer" : "string",
-                       default_cell(*parameter), value_list(*parameter),
-                       connection_name(parameter->cnx_type), parameter->is_lpm_hint() ? "yes" : "",
-                       value_rule_list(*parameter)});
+                       effective_value(source, *parameter), default_cell(*parameter),
+                       value_list(*parameter), connection_name(parameter->cnx_type),
+                       parameter->is_lpm_hint() ? "yes" : "", value_rule_list(*parameter)});
     }
     table.write(html);
 }
 
 void write_ports(HtmlWriter& html, DocSource& source) {
     HtmlTable table("objects", "Ports",
-                    {"Name", "Direction", "Width", "Use", "Timing", "Default", "Initial", "High",
-                     "Connection", "Value rules"});
+                    {"Name", "Direction", "Now", "Bits", "Width", "Use", "Timing", "Default",
+                     "Initial", "High", "Connection", "Value rules"});
     for (KIVO_OBJ_INFO* port : source.ports) {
-        table.add_row({code_cell(port->name), direction_of(*port), width_of(*port), usage_of(*port),
+        table.add_row({code_cell(port->name), direction_of(*port), effective_state(source, *port),
+                       effective_width(source, *port), width_of(*port), usage_of(*port),
                        timing_of(*port), code_cell(port->default_value),
                        code_cell(port->initial_vec_state), probability_of(*port),
                        connection_name(port->cnx_type), value_rule_list(*port)});
@@ -156,10 +211,10 @@ void write_ports(HtmlWriter& html, DocSource& source) {
 }
 
 void write_hidden_parameters(HtmlWriter& html, DocSource& source) {
-    HtmlTable table("objects", "Hidden parameters", {"Name", "Value", "Value rules"});
+    HtmlTable table("objects", "Hidden parameters", {"Name", "Now", "Value", "Value rules"});
     for (KIVO_OBJ_INFO* parameter : source.hidden_parameters) {
-        table.add_row({code_cell(parameter->name), code_cell(parameter->default_value),
-                       value_rule_list(*parameter)});
+        table.add_row({code_cell(parameter->name), effective_value(source, *parameter),
+                       code_cell(parameter->default_value), value_rule_list(*parameter)});
     }
     table.write(html);
 }

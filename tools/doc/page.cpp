@@ -25,6 +25,7 @@ constexpr SectionRow kSections[] = {
     { "hidden-parameters", "Hidden parameters",           write_hidden_parameters },
     { "macros",            "Macros",                      write_macros },
     { "rules",             "Rules",                       write_rules },
+    { "verdicts",          "What is wrong with it",       write_verdicts },
     { "messages",          "Messages",                    write_messages },
     { "waveforms",         "Waveforms",                   write_waveforms },
     { "wizard-maps",       "Wizard maps",                 write_wizard_maps },
@@ -51,8 +52,8 @@ std::string function_of(const KIVO_INFO& info, const std::string& path) {
     return file.empty() ? "function" : file.substr(0, file.find_last_of('.'));
 }
 
-DocSource make_source(KIVO_INFO& info, const std::string& path) {
-    DocSource source{info, function_of(info, path), {}, {}, {}, {}};
+DocSource make_source(KIVO_INFO& info, const std::string& path, const KIVO_SESSION* session) {
+    DocSource source{info, function_of(info, path), {}, {}, {}, {}, session};
     info.reset_kivo_obj_map();
     while (KIVO_OBJ_INFO* object = info.get_next_kivo_obj()) {
         if (kivo_is_port(object->obj_type)) {
@@ -97,6 +98,15 @@ void write_head(HtmlWriter& html, const std::string& title) {
     html.markup(kStyleSheet);
 }
 
+void write_settings(HtmlWriter& html, const KIVO_SESSION& session) {
+    const char* before = ", configured with ";
+    for (const KIVO_ASSIGNMENT& each : session.assignments()) {
+        html.text(before);
+        html.element("code", each.name + "=" + each.value);
+        before = ", ";
+    }
+}
+
 void write_banner(HtmlWriter& html, const DocSource& source, const std::string& title,
                   const std::string& path) {
     const HtmlScope header(html, "header");
@@ -110,6 +120,9 @@ void write_banner(HtmlWriter& html, const DocSource& source, const std::string& 
     html.element("code", source.function);
     html.text(", described in ");
     html.element("code", file_name_of(path));
+    if (source.session != nullptr) {
+        write_settings(html, *source.session);
+    }
 }
 
 void write_contents(HtmlWriter& html, const std::vector<Section>& sections) {
@@ -141,8 +154,8 @@ void write_sections(HtmlWriter& html, const std::vector<Section>& sections) {
 
 }  // namespace
 
-std::string make_page(KIVO_INFO& info, const std::string& path) {
-    DocSource source = make_source(info, path);
+std::string make_page(KIVO_INFO& info, const std::string& path, const KIVO_SESSION* session) {
+    DocSource source = make_source(info, path, session);
     const std::vector<Section> sections = make_sections(source);
     const std::string title = title_of(source);
     HtmlWriter html;

@@ -29,6 +29,7 @@ void add_value_rules(HtmlTable& table, KIVO_OBJ_INFO& parameter) {
 
 struct SeverityRow {
     KIVO_RULE_KIND kind;
+    KIVO_SEVERITY severity;
     const char* style;
     const char* title;
 };
@@ -36,10 +37,10 @@ struct SeverityRow {
 // The gravest first.
 // clang-format off
 constexpr SeverityRow kSeverities[] = {
-    { KIVO_RULE_ERROR,            "error",    "Errors" },
-    { KIVO_RULE_CRITICAL_WARNING, "critical", "Critical warnings" },
-    { KIVO_RULE_WARNING,          "warning",  "Warnings" },
-    { KIVO_RULE_INFO,             "info",     "Information" },
+    { KIVO_RULE_ERROR,            KIVO_SEVERITY::kError,           "error",    "Errors" },
+    { KIVO_RULE_CRITICAL_WARNING, KIVO_SEVERITY::kCriticalWarning, "critical", "Critical warnings" },
+    { KIVO_RULE_WARNING,          KIVO_SEVERITY::kWarning,         "warning",  "Warnings" },
+    { KIVO_RULE_INFO,             KIVO_SEVERITY::kInfo,            "info",     "Information" },
 };
 // clang-format on
 
@@ -57,14 +58,28 @@ void write_message(HtmlWriter& html, const KIVO_RULE_ELEMENT& message) {
     }
 }
 
-void write_severity(HtmlWriter& html, KIVO_INFO& info, const SeverityRow& row) {
-    HtmlWriter items;
+void write_all_messages(HtmlWriter& html, KIVO_INFO& info, const SeverityRow& row) {
     info.reset_message_list();
     while (const KIVO_RULE_ELEMENT* message = info.get_next_msg()) {
         if (message->rule_kind == row.kind) {
-            write_message(items, *message);
+            write_message(html, *message);
         }
     }
+}
+
+void write_shown_messages(HtmlWriter& html, const KIVO_SESSION& session, const SeverityRow& row) {
+    for (const KIVO_SHOWN_MESSAGE& message : session.messages()) {
+        if (message.severity == row.severity) {
+            const HtmlScope item(html, "li");
+            write_paragraphs(html, message.text);
+        }
+    }
+}
+
+void write_severity(HtmlWriter& html, DocSource& source, const SeverityRow& row) {
+    HtmlWriter items;
+    source.session == nullptr ? write_all_messages(items, source.info, row)
+                              : write_shown_messages(items, *source.session, row);
     if (!items.empty()) {
         html.element("h3", row.title);
         const HtmlScope list(html, "ul", {{"class", std::string("messages ") + row.style}});
@@ -95,8 +110,20 @@ void write_rules(HtmlWriter& html, DocSource& source) {
 
 void write_messages(HtmlWriter& html, DocSource& source) {
     for (const SeverityRow& row : kSeverities) {
-        write_severity(html, source.info, row);
+        write_severity(html, source, row);
     }
+}
+
+void write_verdicts(HtmlWriter& html, DocSource& source) {
+    if (source.session == nullptr) {
+        return;
+    }
+    HtmlTable table("problems", "Findings of this configuration", {"Place", "Finding", "Id"});
+    for (const KIVO_VERDICT& verdict : source.session->verdicts()) {
+        table.add_row({text_cell(place_text(source.info.get_place(verdict.mark))),
+                       text_cell(verdict.text), code_cell(verdict.id)});
+    }
+    table.write(html);
 }
 
 void write_problems(HtmlWriter& html, DocSource& source) {

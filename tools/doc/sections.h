@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "kivo/kivo.h"
+#include "kivo/session/session.h"
 #include "tools/doc/html.h"
 
 // What the sections of a page are written from.
@@ -15,6 +16,7 @@ struct DocSource {
     std::vector<KIVO_OBJ_INFO*> ports;
     std::vector<KIVO_OBJ_INFO*> hidden_parameters;
     std::vector<KIVO_OBJ_INFO*> macros;
+    const KIVO_SESSION* session;  // the configuration to be shown; null for none
 };
 
 // Each writes the content of one section, and nothing when the description has none.
@@ -25,6 +27,7 @@ void write_ports(HtmlWriter& html, DocSource& source);
 void write_hidden_parameters(HtmlWriter& html, DocSource& source);
 void write_macros(HtmlWriter& html, DocSource& source);
 void write_rules(HtmlWriter& html, DocSource& source);
+void write_verdicts(HtmlWriter& html, DocSource& source);
 void write_messages(HtmlWriter& html, DocSource& source);
 void write_waveforms(HtmlWriter& html, DocSource& source);
 void write_wizard_maps(HtmlWriter& html, DocSource& source);

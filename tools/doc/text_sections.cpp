@@ -4,13 +4,13 @@
 
 void write_introduction(HtmlWriter& html, DocSource& source) {
     if (source.info.html_text != nullptr) {
-        write_help_text(html, source.info.html_text->intro);
+        write_help_text(html, source.info.html_text->intro, source.session);
     }
 }
 
 void write_closing_text(HtmlWriter& html, DocSource& source) {
     if (source.info.html_text != nullptr) {
-        write_help_text(html, source.info.html_text->end);
+        write_help_text(html, source.info.html_text->end, source.session);
     }
 }
 

@@ -1,6 +1,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -77,17 +78,43 @@ void write_conditions(HtmlWriter& html, KIVO_VECTOR_OBJ& vector) {
     html.text(conditions.size() == 1 ? " holds." : " hold.");
 }
 
+// The commands that apply to a configuration.
+void write_decided_stimulus(HtmlWriter& html, const KIVO_VECTOR_OBJ& vector,
+                            const KIVO_SESSION& session) {
+    HtmlTable table("stimulus", "Stimulus of " + vector.name, {"Stimulus"});
+    for (const std::string& command : session.stimulus(vector)) {
+        table.add_row({code_cell(join_lines(command))});
+    }
+    table.write(html);
+}
+
+// The vectors that do not apply to a configuration; none without one.
+std::set<std::string> not_applying(const KIVO_SESSION* session) {
+    std::set<std::string> names;
+    if (session != nullptr) {
+        for (const KIVO_APPLICATION& each : session->vectors()) {
+            if (each.applies == KIVO_TRUTH::kNo) {
+                names.insert(each.name);
+            }
+        }
+    }
+    return names;
+}
+
 class WaveformSection {
 public:
-    WaveformSection(HtmlWriter& html, const KIVO_INFO& info) : html_(html), info_(info) {}
+    // "session" may be null.
+    WaveformSection(HtmlWriter& html, const KIVO_INFO& info, const KIVO_SESSION* session)
+        : html_(html), info_(info), session_(session) {}
 
     void write(KIVO_VECTOR_OBJ& vector) {
         const HtmlScope article(html_, "article");
         html_.element("h3", vector.caption.empty() ? vector.name : join_lines(vector.caption));
         write_facts(html_, vector, join_lines(info_.time_scale));
-        write_help_text(html_, vector.description);
+        write_help_text(html_, vector.description, session_);
         write_picture(vector);
-        write_stimulus(html_, vector);
+        session_ == nullptr ? write_stimulus(html_, vector)
+                            : write_decided_stimulus(html_, vector, *session_);
     }
 
 private:
@@ -100,8 +127,9 @@ private:
             write_note("no picture, since those before it fill what a page can hold");
             return;
         }
-        const WaveModel model = make_wave_model(
-            info_, vector, {}, std::min(kMaxPictureTransitions, kMaxTransitions - transitions_));
+        const WaveModel model =
+            make_wave_model(info_, vector, {{}, session_},
+                            std::min(kMaxPictureTransitions, kMaxTransitions - transitions_));
         transitions_ += model.transitions;
         if (model.signals.empty()) {
             write_note("no picture, since the vector drives no signal");
@@ -128,7 +156,9 @@ private:
                                      {"tabindex", "0"}});
                 html_.markup(svg.markup);
             }
-            write_conditions(html_, vector);
+            if (session_ == nullptr) {
+                write_conditions(html_, vector);
+            }
         }
         if (svg.rows < model.signals.size()) {
             write_note(
@@ -140,6 +170,7 @@ private:
 
     HtmlWriter& html_;
     const KIVO_INFO& info_;
+    const KIVO_SESSION* session_;
     std::size_t pictures_ = 0;
     std::size_t bytes_ = 0;
     std::size_t transitions_ = 0;
@@ -148,9 +179,12 @@ private:
 }  // namespace
 
 void write_waveforms(HtmlWriter& html, DocSource& source) {
-    WaveformSection section(html, source.info);
+    WaveformSection section(html, source.info, source.session);
+    const std::set<std::string> others = not_applying(source.session);
     source.info.reset_vector_map();
     while (KIVO_VECTOR_OBJ* vector = source.info.get_next_vector_obj()) {
-        section.write(*vector);
+        if (others.count(vector->name) == 0) {
+            section.write(*vector);
+        }
     }
 }

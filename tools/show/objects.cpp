@@ -145,13 +145,19 @@ void show_objects(Page& page, KIVO_INFO& info, const char* title, Filter filter,
 }
 
 std::vector<std::string> parameter_cells(const KIVO_OBJ_INFO& object) {
-    return {object.name,       kind_of(object.obj_type),         shown_default(object),
-            values_of(object), connection_name(object.cnx_type), object.is_lpm_hint() ? "yes" : ""};
+    return {object.name,
+            kind_of(object.obj_type),
+            object.current_value,
+            shown_default(object),
+            values_of(object),
+            connection_name(object.cnx_type),
+            object.is_lpm_hint() ? "yes" : ""};
 }
 
 std::vector<std::string> port_cells(const KIVO_OBJ_INFO& object) {
     return {object.name,
             kind_of(object.obj_type),
+            object.current_value,
             width_of(object),
             kivo_get_usage_state_as_string(object.usage_state),
             timing_of(object),
@@ -163,7 +169,7 @@ std::vector<std::string> port_cells(const KIVO_OBJ_INFO& object) {
 }
 
 std::vector<std::string> hidden_parameter_cells(const KIVO_OBJ_INFO& object) {
-    return {object.name, object.value_array};
+    return {object.name, object.current_value, object.value_array};
 }
 
 std::vector<std::string> macro_cells(const KIVO_OBJ_INFO& object) {
@@ -207,18 +213,18 @@ void show_wizard_map(Page& page, KIVO_WIZARD_MAP& map) {
 
 void show_parameters(Page& page, KIVO_INFO& info) {
     show_objects(page, info, "Parameters", kivo_is_parameter, parameter_cells,
-                 Table({"Name", "Type", "Default", "Values", "Connection", "LPM hint"}));
+                 Table({"Name", "Type", "Now", "Default", "Values", "Connection", "LPM hint"}));
 }
 
 void show_ports(Page& page, KIVO_INFO& info) {
     show_objects(page, info, "Ports", kivo_is_port, port_cells,
-                 Table({"Name", "Type", "Width", "Usage", "Timing", "Period", "Default", "Init",
-                        "High %", "Connection"}));
+                 Table({"Name", "Type", "Now", "Width", "Usage", "Timing", "Period", "Default",
+                        "Init", "High %", "Connection"}));
 }
 
 void show_hidden_parameters(Page& page, KIVO_INFO& info) {
     show_objects(page, info, "Hidden parameters", is_hidden_parameter, hidden_parameter_cells,
-                 Table({"Name", "Value"}));
+                 Table({"Name", "Now", "Value"}));
 }
 
 void show_macros(Page& page, KIVO_INFO& info) {

@@ -37,12 +37,18 @@ std::int64_t evaluate(std::vector<Driver>& drivers, std::int32_t start, std::int
 
 }  // namespace
 
-std::vector<Driver> find_drivers(KIVO_VECTOR_OBJ& vector,
-                                 const std::vector<std::string>& otherwise) {
+std::vector<Driver> find_drivers(KIVO_VECTOR_OBJ& vector, const WaveCase& drawn) {
     std::vector<Driver> drivers;
+    if (drawn.session != nullptr) {
+        for (const std::string& command : drawn.session->stimulus(vector)) {
+            drivers.push_back({command, {}});
+        }
+        return drivers;
+    }
     vector.stimulus_list.reset();
     while (const KIVO_RULE_ELEMENT* entry = vector.get_next_vector_stimulus()) {
-        const bool is_else = !entry->text3.empty() && contains(otherwise, join_lines(entry->text3));
+        const bool is_else =
+            !entry->text3.empty() && contains(drawn.otherwise, join_lines(entry->text3));
         const std::string& command = is_else ? entry->text2 : entry->text1;
         if (!is_else || !command.empty()) {
             drivers.push_back({command, {}});

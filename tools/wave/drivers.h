@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "kivo/kivo.h"
+#include "kivo/session/session.h"
 
 // The commands of a vector, evaluated.
 
@@ -14,10 +15,14 @@ struct Driver {
     KIVO_TIMELINE timeline;
 };
 
-// The commands that count, not evaluated yet: of a conditional one the THEN part, and the ELSE part
-// under the conditions of "otherwise".
-std::vector<Driver> find_drivers(KIVO_VECTOR_OBJ& vector,
-                                 const std::vector<std::string>& otherwise);
+// For what a vector is drawn: a configuration, or else the case that conditions hold.
+struct WaveCase {
+    std::vector<std::string> otherwise = {};  // the conditions that do not hold
+    const KIVO_SESSION* session = nullptr;    // decides all conditions and widths; null for none
+};
+
+// The commands that count, not evaluated yet; of a condition that is not decided the THEN part.
+std::vector<Driver> find_drivers(KIVO_VECTOR_OBJ& vector, const WaveCase& drawn);
 
 // The conditions of a vector's commands, each once, in order.
 std::vector<std::string> wave_conditions(KIVO_VECTOR_OBJ& vector);

@@ -18,6 +18,12 @@ std::optional<std::size_t> read_width(std::string_view text) {
 
 }  // namespace
 
+std::optional<std::size_t> configured_width(const KIVO_SESSION& session, const std::string& port) {
+    const KIVO_PORT* const found = session.find_port(port);
+    return found == nullptr || !found->width ? std::nullopt
+                                             : read_width(std::to_string(*found->width));
+}
+
 std::optional<std::size_t> declared_width(const KIVO_INFO& info, const std::string& port) {
     const KIVO_OBJ_INFO* const object = info.get_kivo_obj(port);
     if (object == nullptr || !kivo_is_port(object->obj_type)) {

@@ -48,10 +48,20 @@ void evaluate_range(WaveModel& model, std::vector<Driver>& drivers, std::int32_t
     model.end = std::max(model.end, model.start + 1);
 }
 
+void note_undecided(WaveModel& model, KIVO_VECTOR_OBJ& vector, const KIVO_SESSION& session) {
+    for (const std::string& condition : wave_conditions(vector)) {
+        if (session.holds(condition) == KIVO_TRUTH::kUnknown) {
+            model.notes.push_back("whether '" + shortened_to(condition, kWidestInNote) +
+                                  "' holds is not decided: its THEN part is drawn");
+        }
+    }
+}
+
 class ModelBuilder {
 public:
-    ModelBuilder(const KIVO_INFO& info, KIVO_VECTOR_OBJ& vector, WaveModel& model)
-        : info_(info), vector_(vector), model_(model) {}
+    ModelBuilder(const KIVO_INFO& info, KIVO_VECTOR_OBJ& vector, const KIVO_SESSION* session,
+                 WaveModel& model)
+        : info_(info), vector_(vector), session_(session), model_(model) {}
 
     void add_signals(const std::vector<Driver>& drivers) {
         std::map<std::string, std::size_t> positions;
@@ -141,7 +151,9 @@ private:
         for (const WaveValue& value : signal.values) {
             widest = std::max(widest, value.bits.size());
         }
-        signal.width = declared_width(info_, signal.name).value_or(widest);
+        const auto width = session_ == nullptr ? declared_width(info_, signal.name)
+                                               : configured_width(*session_, signal.name);
+        signal.width = width.value_or(widest);
         if (signal.width > widest && bits_ + signal.width * signal.values.size() > kMaxBits) {
             model_.notes.push_back(fmt::format(
                 "signal '{}' is taken as {} bits wide, which its values need, not as {}",
@@ -176,6 +188,7 @@ private:
 
     const KIVO_INFO& info_;
     KIVO_VECTOR_OBJ& vector_;
+    const KIVO_SESSION* session_;
     WaveModel& model_;
     BitConverter converter_;
     // Of the signal in hand: which of its values are negative numbers, where each stands, and those
@@ -226,8 +239,8 @@ std::int64_t WaveModel::common_step() const {
     return step;
 }
 
-WaveModel make_wave_model(const KIVO_INFO& info, KIVO_VECTOR_OBJ& vector,
-                          const std::vector<std::string>& otherwise, std::size_t max_transitions) {
+WaveModel make_wave_model(const KIVO_INFO& info, KIVO_VECTOR_OBJ& vector, const WaveCase& drawn,
+                          std::size_t max_transitions) {
     WaveModel model;
     model.name = vector.name;
     model.caption = join_lines(vector.caption);
@@ -236,7 +249,10 @@ WaveModel make_wave_model(const KIVO_INFO& info, KIVO_VECTOR_OBJ& vector,
     }
     model.time_scale = join_lines(info.time_scale);
     model.truncate_low = vector.truncate_low;
-    std::vector<Driver> drivers = find_drivers(vector, otherwise);
+    if (drawn.session != nullptr) {
+        note_undecided(model, vector, *drawn.session);
+    }
+    std::vector<Driver> drivers = find_drivers(vector, drawn);
     const std::int32_t end = end_of_vector(drivers, vector, info.start_time);
     if (end < info.start_time) {
         model.notes.push_back(fmt::format("vector '{}' ends at {}, before the start time {}",
@@ -244,6 +260,6 @@ WaveModel make_wave_model(const KIVO_INFO& info, KIVO_VECTOR_OBJ& vector,
     }
     evaluate_range(model, drivers, info.start_time, std::max(info.start_time, end),
                    max_transitions);
-    ModelBuilder(info, vector, model).add_signals(drivers);
+    ModelBuilder(info, vector, drawn.session, model).add_signals(drivers);
     return model;
 }

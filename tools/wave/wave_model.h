@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "kivo/kivo.h"
+#include "tools/wave/drivers.h"
 
 // A vector as pictures and files of waveforms need it: evaluated, with everything looked up.
 
@@ -66,8 +67,6 @@ struct WaveModel {
 // Of all commands of a vector together: 24 bytes each.
 constexpr std::size_t kMaxTransitions = 4'000'000;
 
-// Evaluates a vector, up to "max_transitions". Of a conditional command the THEN part counts, and
-// the ELSE part under the conditions of "otherwise".
-WaveModel make_wave_model(const KIVO_INFO& info, KIVO_VECTOR_OBJ& vector,
-                          const std::vector<std::string>& otherwise,
+// Evaluates a vector for a case, up to "max_transitions".
+WaveModel make_wave_model(const KIVO_INFO& info, KIVO_VECTOR_OBJ& vector, const WaveCase& drawn,
                           std::size_t max_transitions = kMaxTransitions);
