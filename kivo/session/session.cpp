@@ -13,6 +13,7 @@
 #include "kivo/session/internal/instance/write.h"
 #include "kivo/session/internal/model/from_store.h"
 #include "kivo/session/internal/model/model.h"
+#include "kivo/session/internal/model/text_notes.h"
 
 using namespace kivo_session;
 
@@ -227,6 +228,21 @@ const std::vector<KIVO_FAULT>& KIVO_SESSION::faults() const {
         inside_->faults = Reporter(inside_->engine).faults();
     }
     return *inside_->faults;
+}
+
+std::vector<KIVO_FAULT> KIVO_SESSION::notes() const {
+    const Description& description = inside_->description();
+    std::vector<KIVO_FAULT> result;
+    for (TextNote& note : notes_of_texts(inside_->engine.model())) {
+        const SourceText& source = description.texts[note.text];
+        result.push_back({note.id, std::move(note.says),
+                          source.object == kivo_session::kNone
+                              ? std::string()
+                              : std::string(description.objects[source.object].name),
+                          source.element, source.attribute, std::string(source.text), source.mark,
+                          note.offset, note.length});
+    }
+    return result;
 }
 
 const std::vector<KIVO_VERDICT>& KIVO_SESSION::verdicts() const {

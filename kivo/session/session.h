@@ -178,6 +178,10 @@ public:
     // What is wrong with the texts of the description, whether or not anything needs them; and
     // what is wrong with their values as things are set now.
     const std::vector<KIVO_FAULT>& faults() const;
+    // What may not have been meant, in texts that can be judged as they stand: see the handbook for
+    // the ids. And what is wrong with macros that nothing uses, with the ids of faults. In the
+    // order in which the store holds the texts; the same whatever is set. Worked out at each call.
+    std::vector<KIVO_FAULT> notes() const;
     // Only what does not hold or is not decided; see the handbook for the ids.
     const std::vector<KIVO_VERDICT>& verdicts() const;
     // A parameter or hidden parameter; null for any other name.

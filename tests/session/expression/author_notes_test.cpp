@@ -19,7 +19,8 @@ struct Described : Loaded {
               "<PARAMETERS><PARAMETER NAME='W' TYPE='INTEGER' VALUE='8'/>"
               "<PARAMETER NAME='N' TYPE='INTEGER' VALUE='8'><FORCE_RANGE MIN='0' MAX='9'/>"
               "</PARAMETER>"
-              "<PARAMETER NAME='S' TYPE='STRING' VALUE='AUTO;BLOCK'/></PARAMETERS>"
+              "<PARAMETER NAME='S' TYPE='STRING' VALUE='AUTO;BLOCK'/>"
+              "<PARAMETER NAME='FREE' TYPE='STRING' VALUE='AUTO'/></PARAMETERS>"
               "<PORTS><PORT NAME='q' TYPE='OUTPUT'/></PORTS>"
               "<MACROS><MACRO NAME='SQ' ARGUMENTS='n' DEFINITION='n * n'/>"
               "<MACRO NAME='SAFE' ARGUMENTS='n' DEFINITION='( (n) * (n) )'/>"
@@ -83,7 +84,15 @@ TEST(AuthorNotes, are_given_where_languages_read_differently_and_nowhere_else) {
              {"S == \"AUTO\"", ""},
              {"W == \"x\"", "mixed-comparison 2+2"},
              {"W == \"8\"", ""},
-             {"S == \"x\"", ""},
+             {"W lt \"x\"", "mixed-comparison 2+2"},
+             {"W == ON", "mixed-comparison 2+2"},
+             {"\"8\" lt W", ""},
+             {"S == \"x\"", "text-not-in-list 5+3"},
+             {"\"auto\" != S", "text-not-in-list 0+6"},
+             {"S == 8", "text-not-in-list 5+1"},
+             {"S == OFF", "text-not-in-list 5+3"},
+             {"FREE == \"x\"", ""},
+             {"S == FREE", ""},
              {"ceil(W / 2)", "ceil-of-integer 0+4"},
              {"ceil(W / 2.0)", ""},
              {"ceil(log(W) / log(2))", ""},

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "kivo/session/internal/expression/whole.h"
+#include "kivo/session/internal/near_word.h"
 #include "kivo/toolkit/less_c_string.h"
 
 namespace kivo_session {
@@ -24,7 +25,8 @@ constexpr NoteRow kNotes[] = {
     { NoteId::kNotBeforeComparison, "not-before-comparison", "\"not\" applies to the first operand alone; write parentheses around the comparison" },
     { NoteId::kSignOfRemainder,     "sign-of-remainder",     "for a negative operand \"%\" and \"mod\" differ, and translation writes one for the other" },
     { NoteId::kBareWord,            "bare-word",             "a text without quotes" },
-    { NoteId::kMixedComparison,     "mixed-comparison",      "a number never equals this text" },
+    { NoteId::kMixedComparison,     "mixed-comparison",      "a number is compared with a text that is none" },
+    { NoteId::kTextNotInList,       "text-not-in-list",      "the list does not hold this" },
     { NoteId::kCeilOfInteger,       "ceil-of-integer",       "whole numbers are divided without a rest: there is nothing to round" },
     { NoteId::kMacroPrecedence,     "macro-precedence",      "put in as text, this would be read otherwise; write parentheses" },
     { NoteId::kTranslatorBlind,     "translator-blind",      "translation knows operator words only between blanks" },
@@ -92,6 +94,7 @@ private:
     bool may_be_negative(std::uint32_t position) const;
     bool is_number_name(std::uint32_t position) const;
     bool is_foreign_text(std::uint32_t position) const;
+    void look_for_text(std::uint32_t parameter, std::uint32_t text);
     bool is_compared_with_zero(std::uint32_t position) const;
 
     std::string_view text_;
@@ -149,9 +152,34 @@ bool NameNotes::is_number_name(std::uint32_t position) const {
             facts_of(names_, bindings_[position]).is_integer);
 }
 
+// A text in quotes, ON or OFF.
 bool NameNotes::is_foreign_text(std::uint32_t position) const {
-    return nodes_[position].kind == NodeKind::kText &&
-           !is_canonical_decimal(literal_of(text_, nodes_[position]));
+    return bindings_[position].kind == BindingKind::kWord ||
+           (nodes_[position].kind == NodeKind::kText &&
+            !is_canonical_decimal(literal_of(text_, nodes_[position])));
+}
+
+// A parameter that can never be the text, or the whole number, that it is compared with.
+void NameNotes::look_for_text(std::uint32_t parameter, std::uint32_t text) {
+    const Node& node = nodes_[text];
+    const bool is_text = node.kind == NodeKind::kText;
+    const bool is_word = bindings_[text].kind == BindingKind::kWord;
+    if (!(is_text || is_word || node.kind == NodeKind::kNumber)) {
+        return;
+    }
+    const NameFacts facts = facts_of(names_, bindings_[parameter]);
+    const std::uint32_t index = bindings_[parameter].index;
+    const std::string_view wanted = is_text ? literal_of(text_, node) : token_of(text_, node);
+    if (!facts.is_text || !facts.has_list || names_.list_holds(index, wanted)) {
+        return;
+    }
+    const std::string near = names_.nearest_in_list(index, wanted);
+    const bool differs_in_case = !near.empty() && equals_but_for_case(wanted, near);
+    Note note = make_note(NoteId::kTextNotInList, node.offset, node.length);
+    note.text = "the list of " + std::string(token_of(text_, nodes_[parameter])) +
+                (differs_in_case ? " holds this in another letter case" : " does not hold this") +
+                (near.empty() ? "" : "; did you mean " + near + "?");
+    notes_.push_back(std::move(note));
 }
 
 // The sign of what is compared with 0 does not matter.
@@ -194,10 +222,13 @@ void NameNotes::look_at_operator(std::uint32_t position) {
         (may_be_negative(left) || may_be_negative(right))) {
         add(NoteId::kSignOfRemainder, position);
     }
-    const bool is_equality = operation == Operator::kEqual || operation == Operator::kUnlike;
-    if (is_equality && ((is_number_name(left) && is_foreign_text(right)) ||
-                        (is_number_name(right) && is_foreign_text(left)))) {
+    if (is_comparison(operation) && ((is_number_name(left) && is_foreign_text(right)) ||
+                                     (is_number_name(right) && is_foreign_text(left)))) {
         add(NoteId::kMixedComparison, position);
+    }
+    if (operation == Operator::kEqual || operation == Operator::kUnlike) {
+        look_for_text(left, right);
+        look_for_text(right, left);
     }
 }
 

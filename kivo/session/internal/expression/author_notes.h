@@ -17,6 +17,7 @@ enum class NoteId : std::uint8_t {
     kSignOfRemainder,
     kBareWord,
     kMixedComparison,
+    kTextNotInList,
     kCeilOfInteger,
     kMacroPrecedence,
     kTranslatorBlind,

@@ -28,6 +28,7 @@ struct NameFacts {
     bool is_integer = false;
     bool is_text = false;
     bool may_be_negative = true;
+    bool has_list = false;
 };
 
 // What the names of a description stand for. The rule language asks it and knows nothing else of
@@ -42,6 +43,8 @@ public:
     virtual std::size_t argument_count(std::uint32_t macro) const = 0;
     // The known name that was probably meant; empty when there is none.
     virtual std::string nearest(std::string_view name) const = 0;
+    // The item of the parameter's list that was probably meant; empty when there is none.
+    virtual std::string nearest_in_list(std::uint32_t parameter, std::string_view word) const = 0;
     virtual NameFacts facts(Meaning meaning) const = 0;
     // The definition of a macro, for finding where textual expansion reads differently. Null when
     // it is no expression.

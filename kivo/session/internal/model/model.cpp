@@ -8,6 +8,14 @@
 
 namespace kivo_session {
 
+namespace {
+
+std::size_t most_edits(std::string_view word) {
+    return word.size() < 4 ? 1 : 2;
+}
+
+}  // namespace
+
 Model::Model(std::unique_ptr<const Description> source) : description(std::move(source)) {
     numbers_.reserve(description->objects.size());
     for (std::uint32_t i = 0; i < description->objects.size(); ++i) {
@@ -55,21 +63,40 @@ std::size_t Model::argument_count(std::uint32_t macro) const {
     return macro_arguments[macro].size();
 }
 
-std::string Model::nearest(std::string_view name) const {
-    // Each search looks at every name: a description that is wrong everywhere must not cost the
-    // square of its size.
+// Each search looks at every word: a description that is wrong everywhere must not cost the square
+// of its size.
+bool Model::may_search(std::string_view word) const {
     constexpr std::uint32_t kMostSearches = 100;
-    constexpr std::size_t kLongestName = 200;
-    if (searches_ == kMostSearches || name.size() > kLongestName) {
-        return {};
+    constexpr std::size_t kLongestWord = 200;
+    if (searches_ == kMostSearches || word.size() > kLongestWord) {
+        return false;
     }
     ++searches_;
+    return true;
+}
+
+std::string Model::nearest(std::string_view name) const {
+    if (!may_search(name)) {
+        return {};
+    }
     std::vector<std::string_view> known;
     known.reserve(description->objects.size());
     for (const Object& object : description->objects) {
         known.push_back(object.name);
     }
-    return std::string(nearest_word(name, known, name.size() < 4 ? 1 : 2));
+    return std::string(nearest_word(name, known, most_edits(name)));
+}
+
+std::string Model::nearest_in_list(std::uint32_t parameter, std::string_view word) const {
+    if (!may_search(word)) {
+        return {};
+    }
+    std::vector<std::string_view> known;
+    const Range items = description->objects[parameter].items;
+    for (std::uint32_t i = items.begin; i < items.end; ++i) {
+        known.push_back(description->texts[description->items[i]].text);
+    }
+    return std::string(nearest_word(word, known, most_edits(word)));
 }
 
 NameFacts Model::facts(Meaning meaning) const {
@@ -80,6 +107,7 @@ NameFacts Model::facts(Meaning meaning) const {
     const Object& object = description->objects[meaning.index];
     facts.is_integer = object.kind == ObjectKind::kInteger;
     facts.is_text = object.kind == ObjectKind::kString;
+    facts.has_list = object.has_list;
     const auto is_not_negative = [this](std::uint32_t text) {
         return text != kNone && is_canonical_decimal(description->texts[text].text) &&
                description->texts[text].text.front() != '-';

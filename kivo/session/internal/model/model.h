@@ -92,6 +92,7 @@ public:
     bool list_holds(std::uint32_t parameter, std::string_view word) const override;
     std::size_t argument_count(std::uint32_t macro) const override;
     std::string nearest(std::string_view name) const override;
+    std::string nearest_in_list(std::uint32_t parameter, std::string_view word) const override;
     NameFacts facts(Meaning meaning) const override;
     Definition definition(std::uint32_t macro) const override;
 
@@ -125,6 +126,8 @@ public:
 
 private:
     friend class ModelBuilder;
+
+    bool may_search(std::string_view word) const;
 
     std::unordered_map<std::string_view, std::uint32_t> numbers_;
     mutable std::uint32_t searches_ = 0;
