@@ -238,10 +238,11 @@ TEST(WaveTest, AValueThatItsFixedPointFormatCannotShowIsTold) {
     const RunResult run = run_kivo({"wave", description});
     EXPECT_TRUE(has(run.out, "=0.3125=")) << run.out;
     EXPECT_TRUE(has(run.out, "=7.9375=")) << run.out;
-    EXPECT_EQ(run.err, "kivo: note: " + kFixedPointNotes[0] +
-                           "\nkivo: note: value '3.14159' of signal 'f' is not a number of 10 bits\n"
-                           "kivo: note: " +
-                           kFixedPointNotes[1] + "\n");
+    EXPECT_EQ(run.err,
+              "kivo: note: " + kFixedPointNotes[0] +
+                  "\nkivo: note: value '3.14159' of signal 'f' is not a number of 10 bits\n"
+                  "kivo: note: " +
+                  kFixedPointNotes[1] + "\n");
 }
 
 TEST(WaveTest, APictureIsAsWideAsItsValuesNeed) {

@@ -82,7 +82,7 @@ struct Object {
     std::string_view name;
     std::string_view arguments;  // of a macro
     ObjectKind kind = ObjectKind::kMacro;
-    std::uint8_t usage = 1;  // a PortState
+    std::uint8_t usage = 1;       // a PortState
     std::uint8_t connection = 3;  // the CNX_TYPE: 0 private, 1 constant, 2 used port, 3 not given
     bool is_always_used = false;
     bool is_hint = false;
