@@ -2,8 +2,8 @@
 # shellcheck shell=sh disable=SC2034
 build_packages="g++ cmake ninja-build libpugixml-dev libcli11-dev libexpat1-dev libfmt-dev
 libtomlplusplus-dev libutf8proc-dev nlohmann-json3-dev"
-test_packages="$build_packages libgtest-dev clang-format fish groff-base gtkwave pkg-config python3
-python3-jsonschema zsh"
+test_packages="$build_packages libgtest-dev clang-format fish ghdl groff-base gtkwave iverilog pkg-config
+python3 python3-jsonschema zsh"
 bench_packages="g++ cmake ninja-build libpugixml-dev libbenchmark-dev libexpat1-dev libtinyxml2-dev
 libxml2-dev"
 long_test_packages="$bench_packages chromium clang-tidy"

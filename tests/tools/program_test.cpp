@@ -11,8 +11,8 @@ namespace {
 
 constexpr char kEscape = '\033';
 
-constexpr const char* kCommands[] = {"check", "completion", "doc",   "explain",
-                                     "show",  "translate",  "value", "wave"};
+constexpr const char* kCommands[] = {"check",    "completion", "configure", "doc",   "explain",
+                                     "instance", "show",       "translate", "value", "wave"};
 
 bool contains(const std::string& text, const std::string& part) {
     return text.find(part) != std::string::npos;
@@ -80,8 +80,9 @@ TEST(ProgramTest, WrongUsageIsAnsweredInOneLineThatSaysWhatIsRight) {
     expect_usage_error({"check", "--quiet"}, "unknown option '--quiet'");
     expect_usage_error({"check", "--color", "blue", "f"},
                        "'auto', 'always' or 'never' is wanted, not 'blue'");
-    expect_usage_error(
-        {"show"}, "FILE is required; usage: kivo show [--format text|json] [--color WHEN] FILE");
+    expect_usage_error({"show"},
+                       "FILE is required; usage: kivo show [--format text|json] [--color WHEN] "
+                       "FILE [NAME=VALUE...]");
     expect_usage_error({"show", "a", "b"}, "unexpected argument 'b'");
     expect_usage_error({"translate", "a"},
                        "--to is required; usage: kivo translate --to nhdl|vhdl");

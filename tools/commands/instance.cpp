@@ -27,6 +27,12 @@ std::string file_name_of(const std::string& path) {
     return path.substr(path.find_last_of('/') + 1);
 }
 
+// The name of a module that nothing else names.
+std::string stem_of(const std::string& path) {
+    const std::string file = file_name_of(path);
+    return file.substr(0, file.find_last_of('.'));
+}
+
 std::string comment_of(const KIVO_SESSION& session, const std::string& path) {
     const std::string asked = asked_for(session);
     return "from " + file_name_of(path) + (asked.empty() ? "" : " with " + asked) +
@@ -52,6 +58,9 @@ int write_instance(Terminal& terminal, const Description& description, const KIV
     KIVO_INSTANCE_OPTIONS wanted = options.instance;
     wanted.language = options.language == "verilog" ? KIVO_HDL_VERILOG : KIVO_HDL_VHDL;
     wanted.comment = comment_of(session, options.path);
+    if (description.info().function_name.empty() && session.map().empty()) {
+        wanted.module = stem_of(options.path);
+    }
     std::vector<std::string> problems;
     const std::string text = kivo_write_instance(session, wanted, &problems);
     const bool has_reasons = report_reasons(terminal, session, description, problems);

@@ -1,0 +1,378 @@
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+#include <string>
+#include <vector>
+
+#include "tests/tools/program.h"
+
+namespace {
+
+using Json = nlohmann::json;
+using Words = std::vector<std::string>;
+
+bool contains(const std::string& text, const std::string& part) {
+    return text.find(part) != std::string::npos;
+}
+
+RunResult configure(const std::string& path, Words words) {
+    words.insert(words.begin(), {"configure", path});
+    return run_kivo(words);
+}
+
+// A configuration of an example as JSON, with the expected exit status.
+Json configured(const std::string& name, const Words& words, int status) {
+    Words all = words;
+    all.insert(all.end(), {"--format", "json"});
+    const RunResult run = configure(example(name + "_info.xml"), all);
+    EXPECT_EQ(run.status, status) << testing::PrintToString(words) << run.err;
+    return Json::parse(run.out);
+}
+
+const Json& named(const Json& list, const std::string& name) {
+    for (const Json& each : list) {
+        if (each["name"] == name) {
+            return each;
+        }
+    }
+    throw std::runtime_error("nothing is called " + name);
+}
+
+// "id subject line" of each verdict.
+Words verdicts_of(const Json& document) {
+    Words verdicts;
+    for (const Json& each : document["verdicts"]) {
+        verdicts.push_back(each["id"].get<std::string>() + " " +
+                           each["subject"].get<std::string>() + " " + each["place"]["line"].dump());
+    }
+    return verdicts;
+}
+
+Words texts_of(const Json& document) {
+    Words texts;
+    for (const Json& each : document["messages"]) {
+        texts.push_back(each["text"]);
+    }
+    return texts;
+}
+
+// A refusal is one line that names what is wrong, and nothing is shown.
+void expect_refused(const Words& words, int status, const std::string& expected) {
+    const RunResult run = configure(example("fifo_info.xml"), words);
+    EXPECT_EQ(run.status, status) << testing::PrintToString(words);
+    EXPECT_EQ(run.out, "") << testing::PrintToString(words);
+    EXPECT_EQ(run.err, "kivo: error: " + expected + "\n");
+}
+
+// The fifo with what a file says.
+RunResult configure_from(const std::string& content, Words words = {}) {
+    const TemporaryFolder folder;
+    words.insert(words.end(), {"--from", folder.write("saved.json", content), "--format", "json"});
+    RunResult run = configure(example("fifo_info.xml"), words);
+    const std::size_t at = run.err.find(folder.path(""));
+    return at == std::string::npos
+               ? run
+               : RunResult{run.status, run.out, run.err.erase(at, folder.path("").size())};
+}
+
+}  // namespace
+
+TEST(ConfigureTest, TheFifoAtItsDefaultsIsLegal) {
+    const Json fifo = configured("fifo", {}, 0);
+    EXPECT_EQ(fifo["format"], "kivo.configuration/1");
+    EXPECT_TRUE(fifo["legal"]);
+    EXPECT_TRUE(fifo["granted"]);
+    EXPECT_EQ(fifo["settings"], Json::object());
+    EXPECT_EQ(fifo["map"], Json());
+    EXPECT_EQ(fifo["verdicts"], Json::array());
+    EXPECT_EQ(named(fifo["parameters"], "UNDERFLOW_CHECKING"), (Json{{"name", "UNDERFLOW_CHECKING"},
+                                                                     {"type", "STRING"},
+                                                                     {"asked", "ON"},
+                                                                     {"value", "OFF"},
+                                                                     {"source", "forced"},
+                                                                     {"settable", true}}));
+    EXPECT_EQ(named(fifo["hidden"], "LEVEL_WIDTH"),
+              (Json{{"name", "LEVEL_WIDTH"}, {"value", "5"}}));
+    EXPECT_EQ(named(fifo["ports"], "used_words"), (Json{{"name", "used_words"},
+                                                        {"asked", "UNUSED"},
+                                                        {"state", "UNUSED"},
+                                                        {"source", "default"},
+                                                        {"width", 5},
+                                                        {"tied", nullptr}}));
+    for (const Json& vector : fifo["vectors"]) {
+        EXPECT_EQ(vector["applies"], true) << vector;
+    }
+    EXPECT_EQ(named(fifo["maps"], "simple_fifo")["applies"], true);
+    EXPECT_EQ(named(fifo["maps"], "stream_buffer")["applies"], false);
+}
+
+TEST(ConfigureTest, AForceFollowsASetting) {
+    const Json fifo = configured("fifo", {"DEPTH=1024"}, 0);
+    EXPECT_EQ(fifo["settings"], (Json{{"DEPTH", "1024"}}));
+    EXPECT_EQ(named(fifo["parameters"], "DEPTH")["source"], "given");
+    EXPECT_EQ(named(fifo["parameters"], "STORAGE")["asked"], "AUTO");
+    EXPECT_EQ(named(fifo["parameters"], "STORAGE")["value"], "BLOCK");
+    EXPECT_EQ(named(fifo["parameters"], "STORAGE")["source"], "forced");
+    EXPECT_EQ(named(fifo["hidden"], "LEVEL_WIDTH")["value"], "11");
+    EXPECT_EQ(named(fifo["maps"], "simple_fifo")["applies"], false);
+}
+
+TEST(ConfigureTest, EveryVerdictHasItsOwnPlace) {
+    EXPECT_EQ(verdicts_of(configured("fifo", {"DEPTH=128", "STORAGE=REGISTERS"}, 1)),
+              Words{"out-of-range DEPTH 17"});
+    EXPECT_EQ(verdicts_of(configured("fifo", {"DATA_WIDTH=200"}, 1)),
+              Words{"value-rule STORAGE 40"});
+    EXPECT_EQ(verdicts_of(configured("fifo", {"DATA_WIDTH=200", "DEPTH=32"}, 0)), Words());
+    EXPECT_EQ(verdicts_of(configured("fifo", {"ALMOST_FULL_LEVEL=4"}, 1)),
+              (Words{"value-rule ALMOST_FULL_LEVEL 33", "rule  103", "message-error  118"}));
+}
+
+TEST(ConfigureTest, ALimitIsToldWithTheTextThatItComesFrom) {
+    const Json fifo = configured("fifo", {"DEPTH=8"}, 1);
+    EXPECT_EQ(verdicts_of(fifo), Words{"out-of-range ALMOST_FULL_LEVEL 32"});
+    EXPECT_EQ(fifo["verdicts"][0]["text"],
+              "ALMOST_FULL_LEVEL is 12, and must be from 1 to 7 (DEPTH - 1)");
+    EXPECT_EQ(fifo["verdicts"][0]["severity"], "error");
+    EXPECT_EQ(fifo["verdicts"][0]["result"], "fails");
+}
+
+TEST(ConfigureTest, ARequestThatIsOverriddenIsLegalButNotGranted) {
+    const Json ram = configured("ram", {"DATA_WIDTH=18", "BYTE_ENABLES=ON"}, 1);
+    EXPECT_TRUE(ram["legal"]);
+    EXPECT_FALSE(ram["granted"]);
+    EXPECT_EQ(verdicts_of(ram), Words{"overridden BYTE_ENABLES 15"});
+    EXPECT_EQ(named(ram["parameters"], "BYTE_ENABLES")["asked"], "ON");
+    EXPECT_EQ(named(ram["parameters"], "BYTE_ENABLES")["value"], "OFF");
+
+    const Json counter = configured("counter", {"MODULUS=10", "STEP=3"}, 1);
+    EXPECT_FALSE(counter["granted"]);
+    EXPECT_EQ(named(counter["parameters"], "STEP")["value"], "1");
+    EXPECT_EQ(named(counter["hidden"], "LAST_COUNT")["value"], "9");
+    EXPECT_EQ(named(counter["maps"], "clock_divider")["applies"], true);
+    for (const std::string& text : texts_of(counter)) {
+        EXPECT_NE(text, "A modulus needs a step of one.");
+    }
+}
+
+TEST(ConfigureTest, AdviceIsToldBesideTheErrors) {
+    const Json counter = configured("counter", {"MODULUS=1"}, 1);
+    EXPECT_FALSE(counter["legal"]);
+    const Words verdicts = verdicts_of(counter);
+    EXPECT_EQ(Words(verdicts.end() - 2, verdicts.end()), (Words{"rule  84", "advice  85"}));
+}
+
+TEST(ConfigureTest, PortsAreSetLikeParameters) {
+    const Json counter = configured("counter", {"DIRECTION=PORT", "load=USED", "WIDTH=4"}, 0);
+    EXPECT_EQ(named(counter["ports"], "up_down")["state"], "USED");
+    EXPECT_EQ(named(counter["ports"], "up_down")["source"], "state");
+    EXPECT_EQ(named(counter["ports"], "load")["source"], "given");
+    EXPECT_EQ(named(counter["ports"], "data")["width"], 4);
+    EXPECT_EQ(verdicts_of(counter), Words{"port-range data 62"});
+    EXPECT_EQ(counter["verdicts"][0]["severity"], "warning");
+    EXPECT_EQ(named(counter["vectors"], "load_and_turn")["applies"], true);
+
+    const Json tied = configured("counter", {"offset=CONSTANT:+07"}, 0);
+    EXPECT_EQ(named(tied["ports"], "offset")["asked"], "CONSTANT:7");
+    EXPECT_EQ(named(tied["ports"], "offset")["tied"], "7");
+    EXPECT_EQ(tied["settings"], (Json{{"offset", "CONSTANT:+07"}}));
+}
+
+TEST(ConfigureTest, NumbersKeepAllTheirDigits) {
+    configured("counter", {"WIDTH=64", "MODULUS=18446744073709551616"}, 0);
+    const Json beyond = configured("counter", {"WIDTH=64", "MODULUS=18446744073709551617"}, 1);
+    EXPECT_EQ(beyond["verdicts"][0]["text"],
+              "MODULUS is 18446744073709551617, and must be from 0 to 18446744073709551616 (2 ^ "
+              "WIDTH)");
+}
+
+TEST(ConfigureTest, TheTextShowsWhatTheJsonHolds) {
+    const RunResult run =
+        configure(example("counter_info.xml"), {"DIRECTION=PORT", "load=USED", "WIDTH=4"});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.err, "");
+    for (const char* const part : {
+             "counter: legal\n  Asked for  WIDTH=4 DIRECTION=PORT load=USED\n",
+             "\nSettings\n  Name         Value  Source   Asked for\n"
+             "  WIDTH        4      given\n  DIRECTION    PORT   given\n",
+             "\nHidden parameters\n  Name        Value  Source  Asked for\n"
+             "  LAST_COUNT  15     forced  255\n",
+             "\nPorts\n  Name        State     Width  Tied to  Source   Asked for\n",
+             "\n  up_down     USED      1               state    UNUSED\n",
+             "\n  offset      CONSTANT  4      0        default\n",
+             "\nMessages\n  Severity  Message\n  info      The counter starts at zero",
+             "\nWaves\n  Name           Applies\n  count_up       yes\n",
+             "\nWizard maps\n  Name           Applies\n  up_counter     yes\n"
+             "  clock_divider  no\n",
+             "warning: the range of data is empty: from 0 to -1 (MODULUS - 1) [port-range]\n",
+             "    62 |       <FORCE_RANGE MIN=\"0\" MAX=\"MODULUS - 1\"/>\n       |       ^\n",
+         }) {
+        EXPECT_TRUE(contains(run.out, part)) << part << "in:\n" << run.out;
+    }
+}
+
+TEST(ConfigureTest, TheFirstLineSaysHowThingsStand) {
+    const auto first = [](const Words& words) {
+        return lines_of(configure(example("fifo_info.xml"), words).out)[0];
+    };
+    EXPECT_EQ(first({}), "fifo: legal");
+    EXPECT_EQ(first({"DEPTH=8"}), "fifo: not legal: 1 error");
+    EXPECT_EQ(first({"ALMOST_FULL_LEVEL=4"}), "fifo: not legal: 3 errors");
+    EXPECT_EQ(first({"DEPTH=1024", "STORAGE=REGISTERS"}),
+              "fifo: legal, but not what was asked for");
+}
+
+TEST(ConfigureTest, AWrongNameOrValueIsAnsweredWithTheNearOne) {
+    expect_refused({"DEPHT=4"}, 2, "no parameter or port is called 'DEPHT'; did you mean 'DEPTH'?");
+    expect_refused({"xyzzy=4"}, 2, "no parameter or port is called 'xyzzy'");
+    expect_refused({"=4"}, 2, "no parameter or port is called ''");
+    expect_refused({"CLOG3=4"}, 2, "no parameter or port is called 'CLOG3'");
+    expect_refused({"DEPTH=4x"}, 2, "'DEPTH' takes a whole number of at most 128 bits, not '4x'");
+    expect_refused(
+        {"DEPTH=" + std::string(39, '9')}, 2,
+        "'DEPTH' takes a whole number of at most 128 bits, not '" + std::string(39, '9') + "'");
+    expect_refused({"reset=USD"}, 2,
+                   "'reset' takes USED, UNUSED, VARIABLE, CONSTANT or CONSTANT:NUMBER, not 'USD'; "
+                   "did you mean 'USED'?");
+    expect_refused({"reset=CONSTANT:x"}, 2,
+                   "'reset' takes CONSTANT: with a whole number of at most 128 bits, not "
+                   "'CONSTANT:x'");
+    expect_refused({"--wizard", "simple_fif"}, 2,
+                   "no wizard map 'simple_fif'; did you mean 'simple_fifo'?");
+    expect_refused({"--wizard", "x"}, 2,
+                   "no wizard map 'x'; the wizard maps are: 'simple_fifo', 'stream_buffer'");
+}
+
+TEST(ConfigureTest, WhatIsNoSettingIsRefused) {
+    expect_refused({"clock=UNUSED"}, 2, "'clock' is a port that is always used");
+    expect_refused({"read_pointer=USED"}, 2, "'read_pointer' is a buried port and cannot be set");
+    expect_refused({"full=CONSTANT"}, 2, "'full' is an output, which cannot be CONSTANT");
+    expect_refused({"REPORT_LEVEL=1"}, 2,
+                   "'REPORT_LEVEL' is a hidden parameter, which only --allow-hidden sets");
+    const Json shown = configured("fifo", {"REPORT_LEVEL=1", "--allow-hidden"}, 0);
+    EXPECT_EQ(named(shown["ports"], "used_words")["state"], "USED");
+}
+
+TEST(ConfigureTest, AValueBesideItsListIsToldWithTheNearItem) {
+    const RunResult run = configure(example("fifo_info.xml"), {"STORAGE=BLOK"});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_TRUE(contains(run.out, "[not-in-list]\n")) << run.out;
+    EXPECT_TRUE(contains(run.out, "note: did you mean \"BLOCK\"?\n")) << run.out;
+}
+
+TEST(ConfigureTest, OfTwoSettingsOfOneNameTheLaterCounts) {
+    EXPECT_EQ(configured("fifo", {"DEPTH=8", "DEPTH=32"}, 0)["settings"], (Json{{"DEPTH", "32"}}));
+    EXPECT_EQ(configured("ram", {"INIT_FILE=a=b"}, 0)["settings"], (Json{{"INIT_FILE", "a=b"}}));
+}
+
+TEST(ConfigureTest, AMapGivesPresetsBelowTheUser) {
+    const Json map = configured("counter", {"--wizard", "clock_divider"}, 0);
+    EXPECT_EQ(map["map"], "clock_divider");
+    EXPECT_EQ(map["settings"], Json::object());
+    EXPECT_EQ(named(map["parameters"], "MODULUS")["source"], "preset");
+    EXPECT_EQ(named(map["ports"], "count")["state"], "UNUSED");
+    const Json given = configured("counter", {"--wizard", "clock_divider", "MODULUS=6"}, 0);
+    EXPECT_EQ(named(given["parameters"], "MODULUS")["value"], "6");
+}
+
+TEST(ConfigureTest, AMapThatDoesNotApplyIsWarnedOf) {
+    const RunResult run = configure(example("ram_info.xml"), {"--wizard", "coefficient_store"});
+    EXPECT_EQ(run.err,
+              "kivo: warning: the condition of wizard map 'coefficient_store' does not hold\n");
+    EXPECT_EQ(configure(example("ram_info.xml"), {"--wizard", "scratch_memory"}).err, "");
+}
+
+TEST(ConfigureTest, WhatWasAskedForIsReadBack) {
+    const Words words = {"DATA_WIDTH=9", "used_words=USED", "--wizard", "simple_fifo"};
+    const Json first = configured("fifo", words, 0);
+    const RunResult again = configure_from(first.dump());
+    EXPECT_EQ(again.status, 0) << again.err;
+    EXPECT_EQ(Json::parse(again.out), first);
+
+    const Json other = Json::parse(configure_from(first.dump(), {"DATA_WIDTH=5"}).out);
+    EXPECT_EQ(other["settings"], (Json{{"DATA_WIDTH", "5"}, {"used_words", "USED"}}));
+    EXPECT_EQ(other["map"], "simple_fifo");
+}
+
+TEST(ConfigureTest, OnlySettingsAndMapAreReadBack) {
+    const RunResult run = configure_from(
+        R"({"legal": 7, "parameters": [{"name": "DEPTH", "asked": "8"}], "map": null})");
+    EXPECT_EQ(run.status, 0) << run.err;
+    EXPECT_EQ(Json::parse(run.out)["settings"], Json::object());
+}
+
+TEST(ConfigureTest, AFileThatCannotBeReadBackIsAnsweredInOneLine) {
+    struct Row {
+        const char* content;
+        int status;
+        const char* expected;
+    };
+    for (const Row& row : {
+             Row{"{\n \"settings\": {\n", 3, "it is not JSON, as line 3 shows"},
+             Row{"", 3, "it is not JSON, as line 1 shows"},
+             Row{"{} {}", 3, "it is not JSON, as line 1 shows"},
+             Row{"[]", 3, "it is no JSON object"},
+             Row{R"({"settings": []})", 3, "its \"settings\" are no object"},
+             Row{R"({"settings": {"DEPTH": 8}})", 3, "its setting 'DEPTH' is no text"},
+             Row{R"({"settings": {"DEPTH": null}})", 3, "its setting 'DEPTH' is no text"},
+             Row{R"({"map": 3})", 3, "its \"map\" is neither a text nor null"},
+         }) {
+        const RunResult run = configure_from(row.content);
+        EXPECT_EQ(run.status, row.status) << row.content;
+        EXPECT_EQ(run.out, "");
+        EXPECT_EQ(run.err,
+                  std::string("kivo: error: cannot read 'saved.json': ") + row.expected + "\n");
+    }
+    EXPECT_EQ(configure_from(R"({"settings": {"DEPHT": "8"}})").err,
+              "kivo: error: no parameter or port is called 'DEPHT'; did you mean 'DEPTH'?\n");
+    EXPECT_EQ(configure_from(R"({"map": "nope"})").status, 2);
+    EXPECT_EQ(configure_from(std::string(200000, '[')).status, 3);
+    EXPECT_EQ(configure_from("{\"a\": " + std::string(200000, '[') + std::string(200000, ']') + "}")
+                  .status,
+              0);
+    expect_refused({"--from", "/no/such"}, 3, "cannot read '/no/such': No such file or directory");
+    expect_refused({"--from", "/"}, 3, "cannot read '/': Is a directory");
+}
+
+TEST(ConfigureTest, TheOutputGoesToAFile) {
+    const TemporaryFolder folder;
+    const std::string path = folder.path("out.json");
+    const RunResult run =
+        configure(example("fifo_info.xml"), {"--format", "json", "--output", path});
+    EXPECT_EQ(run.status, 0) << run.err;
+    EXPECT_EQ(run.out, "");
+    EXPECT_EQ(configure(example("fifo_info.xml"), {"--from", path}).status, 0);
+
+    const RunResult over = configure(example("fifo_info.xml"), {"-o", path, "--from", path});
+    EXPECT_EQ(over.status, 2);
+    EXPECT_EQ(over.err, "kivo: error: '" + path + "' is read; name another output\n");
+    EXPECT_EQ(configure(example("fifo_info.xml"), {"-o", example("fifo_info.xml")}).status, 2);
+    EXPECT_EQ(configure(example("fifo_info.xml"), {"-o", folder.path("no/such")}).status, 3);
+}
+
+TEST(ConfigureTest, ADescriptionWithMessagesIsShownAllTheSame) {
+    const RunResult run = configure(example("faulty_info.xml"), {"--format", "json"});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_FALSE(messages_in(run.err, example("faulty_info.xml")).empty());
+    EXPECT_EQ(Json::parse(run.out)["format"], "kivo.configuration/1");
+    EXPECT_EQ(configure("/no/such", {}).status, 3);
+}
+
+TEST(ConfigureTest, AFaultIsShownAtTheVeryCharacter) {
+    const TemporaryFolder folder;
+    const std::string path = folder.write(
+        "some_info.xml",
+        "<ROOT>\n<PARAMETERS><PARAMETER NAME='DEPTH' TYPE='INTEGER' VALUE='8'>\n"
+        "  <FORCE_RANGE MIN='1' MAX='DEPTH &lt; 3 &amp;&amp; DEPHT'/></PARAMETER></PARAMETERS>\n"
+        "<RULES><RULE>\n   DEPTH gt HEIGHT</RULE></RULES>\n"
+        "<PORTS><PORT NAME='a' TYPE='INPUT'><STATE V='USED'><IF>DEPTH gt</IF></STATE></PORT>"
+        "</PORTS></ROOT>\n");
+    const RunResult run = configure(path, {});
+    EXPECT_EQ(run.status, 1);
+    for (const char* const part : {
+             ":3:53: error: FORCE_RANGE, MAX: \"DEPTH < 3 && DEPHT\": no parameter, port or macro "
+             "is called DEPHT; did you mean DEPTH? [unknown-name] [fault]\n",
+             ":5:13: error: RULE: \"DEPTH gt HEIGHT\": ",
+         }) {
+        EXPECT_TRUE(contains(run.out, path + part)) << part << "in:\n" << run.out;
+    }
+}
