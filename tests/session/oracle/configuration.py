@@ -15,7 +15,7 @@ class Text:
     """One text of the description: where it stands, whose it is, and how it is judged.
 
     "own" is the node of which its own name means what was asked for, "role" is condition, rule,
-    value (of "owner"), bound, width or state."""
+    value (of "owner"), absent (a default of "owner" that is not there), bound, width or state."""
 
     __slots__ = ("text", "line", "subject", "role", "owner", "own", "arguments", "tree", "faults",
                  "spoilers", "notes")
@@ -128,6 +128,8 @@ class Model:
         return added
 
     def compile(self, text):
+        if text.role == "absent":
+            return
         if text.role == "state":
             if state_of_word(text.text) is None:
                 text.faults.append(Fault("state-word", 0))
@@ -227,7 +229,9 @@ class Model:
         has_none = not text and target.kind in ("INTEGER", *PORT_KINDS)
         if has_none and not is_wrong_index:
             return None
-        added = self.add(text, source.line, target.name, "value", target)
+        own = None if target.is_port() else ("value", target.name)
+        role = "absent" if has_none else "value"
+        added = self.add(text, source.line, target.name, role, target, own)
         if is_wrong_index:
             added.notes.append(Fault("default-index", 0))
         return added
@@ -331,7 +335,7 @@ class View:
             if word == "CONSTANT":
                 return self.configuration.asked_constant(port) if number is None else number
             return Unknown(("port", port))
-        tied = self.configuration.tied(port, state)
+        tied = self.configuration.value(("constant", port))
         return Unknown(("port", port)) if tied is None else tied
 
     def macro(self, name):
@@ -383,9 +387,9 @@ class Configuration:
         word, _, number = value.partition(":")
         if word not in ex.STATES or (":" in value and word != "CONSTANT"):
             return "not-a-state"
-        if ":" in value and whole_in(number) is None:
-            return "not-a-number"
-        return "not-a-setting" if word == "CONSTANT" and target.kind == "OUTPUT" else None
+        if word == "CONSTANT" and target.kind == "OUTPUT":
+            return "not-a-setting"
+        return "not-a-number" if ":" in value and whole_in(number) is None else None
 
     def is_settable(self, name):
         target = self.objects[name]
@@ -398,11 +402,8 @@ class Configuration:
         for node in self.edges:
             self.value(node)
         self.needed = set()
-        for kind, name in self.edges:
-            if kind != "constant":
-                self.work_out((kind, name))
-            elif self.tied(name, self.known["state", name]) is not None:
-                self.work_out((kind, name))
+        for node in self.edges:
+            self.work_out(node)
         needed, self.needed = self.needed, None
         return needed
 
@@ -473,6 +474,8 @@ class Configuration:
             return Unknown(*(("fault", fault.id, where, fault.offset)
                              for where, fault in text.spoilers))
         judge = ex.Evaluator(View(self, text.own), text)
+        if text.role == "absent":
+            return Unknown(("unset", text.subject))
         if text.role == "state":
             return state_of_word(text.text)
         if text.role == "condition":
@@ -483,9 +486,10 @@ class Configuration:
             return self.judge_value(judge, text)
         result = judge.result(text.tree)
         first = ex.first_of(text.tree)
-        if text.role == "width" and type(result) in (bool, str):
-            number = ex.number_in(result) if type(result) is str else None
-            return result if number is None else number
+        if text.role == "width":
+            number = ex.number_in(result) if type(result) is str else ex.snapped(result)
+            number = ex.fitting(number) if type(number) is int else number
+            return result if number is None else claimed(number, text, first)
         if type(result) is not Unknown:
             result = claimed(ex.number_of(result, judge.world), text, first)
         return result
@@ -531,25 +535,42 @@ class Configuration:
         """Whether the walk over the rules ends at an active one."""
         return any(rule.second or self.holds(rule.condition) is True for rule in rules)
 
-    def port_force(self, port):
-        """What FORCE_VALUE puts at a port, None when it puts nothing there."""
-        return self.forced(self.rules_of(port, "FORCE_VALUE"), self.judge, lambda: None)
-
-    def tied(self, port, state):
-        """The constant at a port of this state, None when there is none."""
+    def tied(self, port):
+        """The constant at a port, None when there is none."""
+        state = self.value(("state", port))
         if type(state) is Unknown:
             return state
-        word, number = state
-        if word == "CONSTANT":
-            is_forced, value = self.value(("constant", port))
-            return value if is_forced or number is None else number
-        if word == "UNUSED" and self.objects[port].kind == "INPUT":
-            is_forced, value = self.value(("constant", port))
-            return value if is_forced else None
-        return None
+        rules = self.rules_of(port, "FORCE_VALUE")
+        if state[0] == "CONSTANT":
+            return self.forced(rules, self.judge, lambda: self.unforced_constant(port, state))
+        if self.is_open(port, state):
+            return None
+        untied = Unknown(("port", port))
+        value = self.forced(rules, self.judge, lambda: untied)
+        return None if same(value, untied) else value
+
+    def is_tied(self, port):
+        """Whether something ties a port."""
+        state = self.value(("state", port))
+        if type(state) is Unknown or state[0] == "CONSTANT":
+            return state if type(state) is Unknown else True
+        return not self.is_open(port, state) and self.is_forced_port(port)
+
+    def is_forced_port(self, port):
+        """Whether any FORCE_VALUE of a port is active."""
+        return self.forced(self.rules_of(port, "FORCE_VALUE"), lambda _: True, lambda: False)
+
+    def unforced_constant(self, port, state):
+        """The constant of a port in the state CONSTANT that no FORCE_VALUE gives."""
+        return self.asked_constant(port) if state[1] is None else state[1]
+
+    def is_open(self, port, state):
+        """Whether a port in this state has no constant, whatever the rules say."""
+        return state[0] != "CONSTANT" and (
+            state[0] != "UNUSED" or self.objects[port].kind != "INPUT")
 
     # Nodes: ("value", name), ("state", port), which is a state and perhaps its constant, and
-    # ("constant", port), which is whether a force gives the constant, and the constant.
+    # ("constant", port), which is the constant at the port, None when there is none.
 
     def value(self, node):
         if node in self.running:
@@ -569,8 +590,7 @@ class Configuration:
         if kind == "state":
             return self.forced(self.rules_of(name, "STATE"), self.judge,
                                lambda: (self.asked_state(name)[0], None))
-        forced = self.port_force(name)
-        return (False, self.asked_constant(name)) if forced is None else (True, forced)
+        return self.tied(name)
 
     def start_of(self, node):
         kind, name = node
@@ -578,11 +598,14 @@ class Configuration:
             return self.asked_value(name)[0]
         if kind == "state":
             return self.asked_state(name)[0], None
-        return False, self.asked_constant(name)
+        state = self.value(("state", name))
+        if type(state) is Unknown:
+            return state
+        return self.unforced_constant(name, state) if state[0] == "CONSTANT" else None
 
     def run_cycle(self, members):
         outer = self.running
-        self.running = {node: self.lost(node) for node in members}
+        self.running = {node: Unknown(("cycle",)) for node in members}
         for node in members:
             self.running[node] = self.start_of(node)
         for _ in range(2 * len(members) + 2):
@@ -594,16 +617,19 @@ class Configuration:
             if not changed:
                 self.known.update(self.running)
                 self.cycle_counts[0] += 1
+                self.running = outer
                 break
         else:
             self.cycle_counts[1] += 1
-            self.known.update({node: self.lost(node) for node in members})
-        self.running = outer
+            self.running = outer
+            for node in members:
+                self.known[node] = self.lost(node)
 
-    @staticmethod
-    def lost(node):
-        unknown = Unknown(("cycle",))
-        return (True, unknown) if node[0] == "constant" else unknown
+    def lost(self, node):
+        kind, name = node
+        state = self.value(("state", name)) if kind == "constant" else None
+        is_open = type(state) is tuple and self.is_open(name, state)
+        return None if is_open else Unknown(("cycle",))
 
     # Which nodes hang on one another.
 
@@ -615,44 +641,50 @@ class Configuration:
             if each.is_port():
                 self.add_port_edges(name)
             else:
-                self.add_edges(("value", name), self.value_texts(name, "FORCE_VALUE"), name)
+                texts = self.value_texts(name, "FORCE_VALUE") + self.default_texts(name)
+                self.edges["value", name] = self.nodes_in(texts) - {("value", name)}
         self.cycles = {}
         for members in components(self.edges):
             if len(members) > 1:
                 self.cycles.update({node: members for node in members})
 
     def value_texts(self, name, origin):
-        texts = []
-        for rule in self.rules_of(name, origin):
-            texts += [text for text in (rule.condition, rule.first, rule.second)
-                      if isinstance(text, Text)]
-        if origin == "FORCE_VALUE":
-            default = (self.model.defaults[name] if self.objects[name].is_port()
-                       else self.asked_text(name)[0])
-            texts += [default] if default else []
-        return texts
+        return [text for rule in self.rules_of(name, origin)
+                for text in (rule.condition, rule.first, rule.second) if isinstance(text, Text)]
+
+    def default_texts(self, name):
+        default = (self.model.defaults[name] if self.objects[name].is_port()
+                   else self.asked_text(name)[0])
+        return [default] if default else []
 
     def add_port_edges(self, port):
-        self.add_edges(("state", port), self.value_texts(port, "STATE"), None)
-        self.edges["state", port].discard(("state", port))
-        self.add_edges(("constant", port), self.value_texts(port, "FORCE_VALUE"), None)
+        own = {("state", port), ("constant", port)}
+        named = self.nodes_in(self.value_texts(port, "STATE"))
+        default = self.nodes_in(self.default_texts(port))
+        self.edges["state", port] = (named - own) | (default if own & named else set())
+        self.edges["constant", port] = (
+            (self.nodes_in(self.value_texts(port, "FORCE_VALUE")) - own) | default
+            | {("state", port)})
 
-    def add_edges(self, node, texts, own):
-        edges = self.edges[node] = set()
+    def nodes_in(self, texts):
+        """The nodes that the texts ask, directly or through macros."""
+        nodes = set()
         for text in texts:
-            for kind, name in self.mentioned(text):
-                if kind == "port":
-                    edges |= {("state", name), ("constant", name)}
-                elif name != own:
-                    edges.add(("value", name))
-        edges.discard(node)
+            place = place_of(text)
+            if text.tree:
+                ex.nodes_in(text.tree, place, nodes)
+            for macro in self.model.macros_of(text):
+                if self.model.macros[macro].tree:
+                    ex.nodes_in(self.model.macros[macro].tree, "anything", nodes)
+        return nodes
 
-    def mentioned(self, text):
-        if not text.tree:
-            return set()
-        texts = [text] + [self.model.macros[name] for name in self.model.macros_of(text)]
-        return {named for each in texts if each.tree
-                for named in ex.names_in(each.tree, {}) if named[0] != "macro"}
+
+def place_of(text):
+    """What a port that is the whole of a text is asked."""
+    if text.role in ("condition", "rule"):
+        return "condition"
+    is_word = text.role == "value" and text.owner.kind in ("STRING", "hidden")
+    return "condition" if is_word else "number"
 
 
 def same(one, other):

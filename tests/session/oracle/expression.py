@@ -116,8 +116,6 @@ def read_name(text, at):
     word = name.lower() if name.isascii() else name
     if word in WORDS:
         return ("op", WORDS[word], at), end
-    if word == "xor":
-        return ("refused", name, at), end
     return ("name", name, at), end
 
 
@@ -395,6 +393,27 @@ def names_in(node, found):
         for each in node[1:-1]:
             names_in(each, found)
     return found
+
+
+def nodes_in(node, place, found):
+    """Collects what a resolved tree asks: the value of an object, of a port its state as a
+    condition, its constant as a number, both where it is passed on."""
+    kind = node[0]
+    if kind == "object":
+        found.add(("value", node[1]))
+    elif kind == "port":
+        found |= {("state", node[1])} if place != "number" else set()
+        found |= {("constant", node[1])} if place != "condition" else set()
+    elif kind in ("macro", "function"):
+        for each in node[2]:
+            nodes_in(each, "anything" if kind == "macro" else "number", found)
+    elif kind in ("==", "!="):
+        for side, other in ((node[1], node[2]), (node[2], node[1])):
+            is_state = other[0] == "text" and other[1] in STATES
+            nodes_in(side, "condition" if is_state else "number", found)
+    elif kind not in ("int", "real", "text", "truth", "argument"):
+        for each in node[1:-1]:
+            nodes_in(each, "condition" if kind in ("and", "or", "not") else "number", found)
 
 
 def same_tree(left, right):

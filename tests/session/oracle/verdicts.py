@@ -15,6 +15,14 @@ def both(*truths):
     return all_reasons(*unknown) if unknown else True
 
 
+def either(*truths):
+    """The disjunction of truths that may be unknown."""
+    if any(truth is True for truth in truths):
+        return True
+    unknown = [truth for truth in truths if type(truth) is Unknown]
+    return all_reasons(*unknown) if unknown else False
+
+
 def unless(condition, truth):
     """Whether the truth holds or the condition does not."""
     if condition is False or truth is True:
@@ -81,9 +89,6 @@ class Judge:
         lost = {}
         for node in self.configuration.edges:
             value = self.configuration.value(node)
-            if node[0] == "constant":
-                state = self.configuration.value(("state", node[1]))
-                value = self.configuration.tied(node[1], state)
             self.tell_faults_of(value, "error")
             if type(value) is Unknown and ("cycle",) in value.reasons:
                 lost[node[1]] = self.objects[node[1]].line
@@ -123,8 +128,8 @@ class Judge:
         unknown = [truth for truth in found if type(truth) is Unknown]
         return all_reasons(*unknown) if unknown else False
 
-    def judge_range(self, verdict_id, severity, name, rule, value):
-        condition = self.configuration.holds(rule.condition)
+    def judge_range(self, verdict_id, severity, name, rule, value, applies=True):
+        condition = both(applies, self.configuration.holds(rule.condition))
         if condition is False:
             return
         texts = [rule.condition, rule.first, rule.second]
@@ -141,29 +146,28 @@ class Judge:
 
     def judge_port(self, name, target):
         state = self.configuration.value(("state", name))
-        tied = self.configuration.tied(name, state)
+        tied = self.configuration.value(("constant", name))
+        is_tied = self.configuration.is_tied(name)
         is_connected = state if type(state) is Unknown else state[0] in ("USED", "VARIABLE")
-        if target.kind != "BURIED" and (is_connected is not False or tied is not None):
-            self.judge_widths(name, target, is_connected, tied)
+        if target.kind != "BURIED":
+            self.judge_widths(name, target, either(is_connected, is_tied), tied)
         if type(state) is Unknown or state[0] == "CONSTANT":
             for rule in self.configuration.rules_of(name, "CONSTANT_RANGE"):
-                self.judge_range("port-range", "error", name, rule, tied)
+                self.judge_range("port-range", "error", name, rule, tied, is_tied)
         for rule in self.configuration.rules_of(name, "FORCE_RANGE"):
-            self.judge_port_range(name, rule, is_connected, tied)
+            self.judge_port_range(name, rule, is_connected, is_tied, tied)
         if is_connected is True:
             self.judge_connected(name)
         elif type(state) is not Unknown and target.kind == "INPUT":
             self.judge_unconnected(name, target, state)
 
-    def judge_widths(self, name, target, is_connected, tied):
-        used = is_connected if type(is_connected) is Unknown else True
-        for text in self.model.widths[name]:
+    def judge_widths(self, name, target, is_used, tied):
+        for text in self.model.widths[name] if is_used is not False else ():
             width = self.configuration.judge(text)
             truth = width
             if type(width) is not Unknown:
-                width = ex.snapped(width)
                 truth = type(width) is int and width >= 1
-            self.decide("port-width", "error", name, target.line, unless(used, truth), [text])
+            self.decide("port-width", "error", name, target.line, unless(is_used, truth), [text])
         width = self.width_of(name)
         if type(tied) is int and width is not None and 1 <= width < 128:
             if not -(2**(width - 1)) <= tied < 2**width:
@@ -178,19 +182,19 @@ class Judge:
         width = width if type(width) is Unknown else ex.snapped(width)
         return width if type(width) is int else None
 
-    def judge_port_range(self, name, rule, is_connected, tied):
+    def judge_port_range(self, name, rule, is_connected, is_tied, tied):
+        """A constant must lie in the range, and what is connected must have something to carry."""
         condition = self.configuration.holds(rule.condition)
-        if condition is False or (is_connected is False and tied is None):
+        if condition is False or either(is_connected, is_tied) is False:
             return
-        truth = is_connected
-        if tied is not None and is_connected is False:
-            truth = self.in_range(rule, tied)
-        elif is_connected is True:
-            truth = True
-            if rule.second:
-                truth = compare(">=", self.configuration.judge(rule.first),
-                                self.configuration.judge(rule.second))
-        self.decide("port-range", "warning", name, rule.line, unless(condition, truth),
+        truths = []
+        if rule.second and is_connected is not False:
+            limits = compare(">=", self.configuration.judge(rule.first),
+                             self.configuration.judge(rule.second))
+            truths.append(unless(both(condition, is_connected), limits))
+        if is_tied is not False:
+            truths.append(unless(both(condition, is_tied), self.in_range(rule, tied)))
+        self.decide("port-range", "warning", name, rule.line, both(*truths),
                     [rule.condition, rule.first, rule.second])
 
     def judge_connected(self, name):
@@ -200,7 +204,7 @@ class Judge:
                 return
 
     def judge_unconnected(self, name, target, state):
-        is_forced, _ = self.configuration.value(("constant", name))
+        is_forced = self.configuration.is_forced_port(name) is not False
         has_number = ":" in self.configuration.settings.get(name, "") and state[0] == "CONSTANT"
         if not (is_forced or has_number or state[1] is not None or target.default_value):
             self.tell("port-needs-value", "warning", name, target.line)
@@ -277,7 +281,7 @@ class Judge:
         word, _, number = asked.partition(":")
         if type(state) is Unknown:
             return True
-        tied = self.configuration.tied(name, state)
+        tied = self.configuration.value(("constant", name))
         return state[0] == word and (not number or type(tied) is Unknown or tied == int(number))
 
 
@@ -333,7 +337,7 @@ def port_answer(judge, name):
         width = None
     return {"name": name, "asked": f"{asked}:{int(number)}" if number else asked,
             "state": None if type(state) is Unknown else state[0], "source": source, "width": width,
-            "tied": shown_value(configuration.tied(name, state)),
+            "tied": shown_value(configuration.value(("constant", name))),
             "settable": configuration.is_settable(name)}
 
 

@@ -171,6 +171,8 @@ private:
     Outcome walk(std::uint32_t object, ElementKind kind, Value base, ValueOf value_of);
     // What the FORCE_VALUE elements of a port give, else "base".
     Outcome force_of(std::uint32_t port, Value base);
+    // Whether any of them is active.
+    Value forces_port(std::uint32_t port);
     bool is_in_force(const Element& element) const {
         return element.map == kNone || element.map == map_;
     }

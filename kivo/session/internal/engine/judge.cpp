@@ -196,15 +196,6 @@ Value Judge::do_forces_agree(std::uint32_t object, ElementKind kind) {
     return Value::truth(do_agree);
 }
 
-Value Judge::limit(std::uint32_t text) {
-    const CompiledText& compiled = model_.texts[text];
-    if (compiled.spoiled != kNone) {
-        return engine_.spoiled_value(text);
-    }
-    const Value value = engine_.evaluator_.anything(compiled.program, engine_.scene_);
-    return value.kind == ValueKind::kPort ? engine_.constant(value.port_index()) : value;
-}
-
 // Whether one value is at most another; what is wrong is told of "text".
 Value Judge::ordered(Value least, Value greatest, std::uint32_t text) {
     if (least.is_unknown() || greatest.is_unknown()) {
@@ -219,10 +210,11 @@ Value Judge::ordered(Value least, Value greatest, std::uint32_t text) {
 Value Judge::is_within(Value value, const Element& element) {
     Value result = Value::truth(true);
     if (element.first != kNone) {
-        result = ordered(value, limit(element.first), element.first);
+        result = ordered(value, engine_.evaluate_role(element.first), element.first);
     }
     if (element.second != kNone) {
-        result = both(result, ordered(limit(element.second), value, element.second));
+        result =
+            both(result, ordered(engine_.evaluate_role(element.second), value, element.second));
     }
     return result;
 }
@@ -251,16 +243,14 @@ Value Judge::is_connected_port(std::uint32_t port) {
 }
 
 Value Judge::is_tied_port(std::uint32_t port) {
-    const Value constant = engine_.constant(port);
     const Value state = engine_.value(port);
-    const bool is_constant =
-        !state.is_unknown() && state.low == static_cast<std::int64_t>(PortState::kConstant);
-    if (is_constant || !constant.is_unknown()) {
-        return Value::truth(true);
+    if (state.is_unknown()) {
+        return state;
     }
-    const bool is_open =
-        !engine_.reasons().is_more_than_run_time(constant.reasons()) && !state.is_unknown();
-    return is_open ? Value::truth(false) : constant;
+    const auto current = static_cast<PortState>(state.low);
+    return current == PortState::kConstant  ? Value::truth(true)
+           : engine_.is_open(port, current) ? Value::truth(false)
+                                            : engine_.forces_port(port);
 }
 
 Value Judge::constant_range(const Element& element) {
@@ -291,7 +281,8 @@ Value Judge::port_range(const Element& element) {
     Value result = Value::truth(true);
     if (!connected.is_false() && element.first != kNone && element.second != kNone) {
         result = implied(both(holds, connected),
-                         ordered(limit(element.second), limit(element.first), element.second));
+                         ordered(engine_.evaluate_role(element.second),
+                                 engine_.evaluate_role(element.first), element.second));
     }
     if (!tied.is_false()) {
         result = both(result, implied(both(holds, tied),
@@ -319,9 +310,9 @@ Value Judge::width(std::uint32_t port, std::uint32_t text) {
     if (!needs_texts_) {
         return Value::truth(true);
     }
-    Value bits = limit(text);
+    Value bits = engine_.evaluate_role(text);
     if (!bits.is_unknown()) {
-        bits = engine_.evaluator_.at_least_one(bits, model_.texts[text].program, engine_.scene_);
+        bits = Value::truth(bits.is_whole() && bits.as_whole() >= 1);
     }
     if (connected.is_true() || tied.is_true()) {
         return bits;
@@ -342,9 +333,7 @@ Value Judge::has_port_value(std::uint32_t port) {
     if (has_constant) {
         return Value::truth(true);
     }
-    const Value untied = engine_.untied(port);
-    const Engine::Outcome outcome = engine_.force_of(port, untied);
-    return Value::truth(outcome.is_forced || outcome.value != untied);
+    return Value::truth(!engine_.forces_port(port).is_false());
 }
 
 Value Judge::is_force_open(std::uint32_t port) {

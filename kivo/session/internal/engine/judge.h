@@ -36,7 +36,6 @@ private:
 
     // Whether "value" lies between the limits of an element.
     Value is_within(Value value, const Element& element);
-    Value limit(std::uint32_t text);
     Value ordered(Value least, Value greatest, std::uint32_t text);
     Value both(Value left, Value right);
     // Whether the condition does not hold or "demand" is met.

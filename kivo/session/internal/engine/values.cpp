@@ -123,65 +123,60 @@ std::string Engine::text_of(Value value) const {
 
 template <class ValueOf>
 Engine::Outcome Engine::walk(std::uint32_t object, ElementKind kind, Value base, ValueOf value_of) {
-    const Range range = model_->description->objects[object].elements;
-    Outcome outcome;
-    std::optional<Value> agreed;  // of the outcomes so far that are known
-    bool do_agree = true;
-    std::optional<ReasonsId> reasons;  // of conditions that are not decided
-    ReasonsId outcome_reasons = 0;
-    bool has_unknown_outcome = false;
-    const auto add = [&](Value value) {
-        if (value.is_unknown()) {
-            outcome_reasons = has_unknown_outcome
-                                  ? reasons_.united(outcome_reasons, value.reasons())
-                                  : value.reasons();
-            has_unknown_outcome = true;
-        } else if (!agreed) {
-            agreed = value;
-        } else {
-            do_agree = do_agree && *agreed == value;
-        }
+    struct Undecided {
+        Value condition;
+        Value value;  // if it holds
     };
-    const auto end = [&](std::uint32_t element) {
+    const Range range = model_->description->objects[object].elements;
+    std::vector<Undecided> undecided;
+    Outcome outcome;
+    outcome.value = base;
+    const auto end = [&](std::uint32_t element, std::uint32_t text) {
+        outcome.value = value_of(text);
         outcome.is_forced = true;
         outcome.element = element;
     };
     for (std::uint32_t i = range.begin; i < range.end && !outcome.is_forced; ++i) {
         const Element& element = model_->description->elements[i];
-        if (element.kind != kind || !is_in_force(element)) {
+        if (element.kind != kind || element.first == kNone || !is_in_force(element)) {
             continue;
         }
         const Value holds =
             element.condition == kNone ? Value::truth(true) : condition(element.condition);
-        if (!holds.is_false() && element.first != kNone) {
-            add(value_of(element.first));
-        }
         if (holds.is_true()) {
-            end(i);
+            end(i, element.first);
             continue;
         }
         if (holds.is_unknown()) {
-            reasons = reasons ? reasons_.united(*reasons, holds.reasons()) : holds.reasons();
+            undecided.push_back({holds, value_of(element.first)});
         }
         if (element.second != kNone) {
-            add(value_of(element.second));
-            end(i);
+            end(i, element.second);
         }
     }
-    if (!outcome.is_forced) {
-        add(base);
+    // The last choice first: where both sides of it agree, it is none.
+    for (; !undecided.empty(); undecided.pop_back()) {
+        const auto& [holds, value] = undecided.back();
+        if (!value.is_unknown() && value == outcome.value) {
+            continue;
+        }
+        ReasonsId reasons = holds.reasons();
+        for (const Value side : {value, outcome.value}) {
+            reasons = side.is_unknown() ? reasons_.united(reasons, side.reasons()) : reasons;
+        }
+        outcome.value = Value::unknown(reasons);
     }
-    if (!has_unknown_outcome && do_agree && agreed) {
-        outcome.value = *agreed;
-        return outcome;
-    }
-    if (!reasons) {  // one outcome, and it is not known
-        outcome.value = Value::unknown(outcome_reasons);
-        return outcome;
-    }
-    outcome.value =
-        Value::unknown(has_unknown_outcome ? reasons_.united(*reasons, outcome_reasons) : *reasons);
     return outcome;
+}
+
+Value Engine::forces_port(std::uint32_t port) {
+    begin_own_force(port);
+    const Value result =
+        walk(port, ElementKind::kPortForce, Value::truth(false), [](std::uint32_t) {
+            return Value::truth(true);
+        }).value;
+    end_own();
+    return result;
 }
 
 Value Engine::asked_value(std::uint32_t object) {
@@ -345,9 +340,12 @@ Value Engine::evaluate_role(std::uint32_t text) {
     switch (source.role) {
         case TextRole::kWholeValue:
             return evaluator_.whole(compiled.program, scene_);
+        case TextRole::kLimit:
+            return evaluator_.number(compiled.program, scene_);
+        case TextRole::kWidth:
+            return evaluator_.size(compiled.program, scene_);
         case TextRole::kTextValue:
         case TextRole::kUntypedValue:
-        case TextRole::kExpression:
             return evaluator_.value(compiled.program, scene_);
         case TextRole::kStateValue:
         case TextRole::kMacro:

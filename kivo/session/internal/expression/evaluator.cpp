@@ -77,25 +77,27 @@ Value Evaluator::condition(const Program& program, const Scene& scene) {
     return as_condition(anything(program, scene), program.offset);
 }
 
+Value Evaluator::number(const Program& program, const Scene& scene) {
+    return as_number(as_operand(anything(program, scene)), program.offset);
+}
+
 Value Evaluator::whole(const Program& program, const Scene& scene) {
     return as_whole(as_operand(anything(program, scene)), program.offset);
+}
+
+Value Evaluator::size(const Program& program, const Scene& scene) {
+    const Value value = as_operand(anything(program, scene));
+    const bool is_number_text =
+        value.is_text() && is_canonical_decimal(scene.words->text(value.word()));
+    const bool is_whole_real = value.kind == ValueKind::kReal &&
+                               (snapped(value.as_real()) || !whole_above(value.as_real()));
+    return is_number_text || is_whole_real ? as_whole(value, program.offset) : value;
 }
 
 Value Evaluator::at_most(Value least, Value greatest, const Program& program, const Scene& scene) {
     scene_ = &scene;
     frame_.text = program.text;
     return compared(Operator::kAtMost, least, greatest, program.offset);
-}
-
-Value Evaluator::at_least_one(Value value, const Program& program, const Scene& scene) {
-    scene_ = &scene;
-    frame_.text = program.text;
-    value = as_number(value, program.offset);
-    if (value.kind == ValueKind::kReal) {
-        const std::optional<Whole> whole = snapped(value.as_real());
-        return Value::truth(whole && *whole >= 1);
-    }
-    return value.is_unknown() ? value : Value::truth(value.as_whole() >= 1);
 }
 
 Value Evaluator::run(const Program& program) {
@@ -158,7 +160,8 @@ void Evaluator::step(const Instruction& instruction) {
             return apply_function(static_cast<Function>(instruction.what), instruction.count,
                                   instruction.offset);
         case Action::kOperator:
-            return apply_operator(static_cast<Operator>(instruction.what), instruction.offset);
+            return apply_operator(static_cast<Operator>(instruction.what), instruction.offset,
+                                  instruction.index);
     }
 }
 
@@ -222,24 +225,25 @@ Value Evaluator::function_of(Function function, Value operand, std::uint32_t off
 
 Value Evaluator::choose(Function function, const Value* operands, std::uint32_t count,
                         std::uint32_t offset) {
-    Value unknown;
-    bool has_unknown = false;
-    for (std::uint32_t i = 0; i < count; ++i) {
-        const Value operand = as_operand(operands[i]);
-        if (operand.is_unknown()) {
-            unknown = has_unknown ? united(unknown, operand) : operand;
-            has_unknown = true;
+    // Of unknown operands the reasons are told before the types of the others are looked at.
+    for (const bool is_typed : {false, true}) {
+        Value unknown;
+        bool has_unknown = false;
+        for (std::uint32_t i = 0; i < count; ++i) {
+            const Value operand = as_operand(operands[i]);
+            const Value number = is_typed ? as_number(operand, offset) : operand;
+            if (number.is_unknown()) {
+                unknown = has_unknown ? united(unknown, number) : number;
+                has_unknown = true;
+            }
         }
-    }
-    if (has_unknown) {
-        return unknown;
+        if (has_unknown) {
+            return unknown;
+        }
     }
     Value chosen;
     for (std::uint32_t i = 0; i < count; ++i) {
         const Value operand = as_number(as_operand(operands[i]), offset);
-        if (operand.is_unknown()) {
-            return operand;
-        }
         const int order = i == 0 ? 0 : order_of(operand, chosen);
         if (i == 0 || (function == Function::kMin ? order < 0 : order > 0)) {
             chosen = operand;
@@ -248,7 +252,8 @@ Value Evaluator::choose(Function function, const Value* operands, std::uint32_t 
     return chosen;
 }
 
-void Evaluator::apply_operator(Operator operation, std::uint32_t offset) {
+void Evaluator::apply_operator(Operator operation, std::uint32_t offset,
+                               std::uint32_t state_words) {
     if (!is_binary(operation)) {
         Value& operand = stack_.back();
         operand = operation == Operator::kNot ? negated(operand, offset)
@@ -277,7 +282,13 @@ void Evaluator::apply_operator(Operator operation, std::uint32_t offset) {
                                                                             : 0));
                 return;
             }
-            left = compared(operation, left, right, offset);
+            if (left.kind == ValueKind::kPort && (state_words & kRightStateWord) != 0) {
+                left = compared_states(operation, left, right);
+            } else if (right.kind == ValueKind::kPort && (state_words & kLeftStateWord) != 0) {
+                left = compared_states(operation, right, left);
+            } else {
+                left = compared(operation, left, right, offset);
+            }
             return;
         default:
             left = calculated(operation, left, right, offset);
@@ -309,18 +320,6 @@ Value Evaluator::negated(Value operand, std::uint32_t offset) {
 }
 
 Value Evaluator::compared(Operator operation, Value left, Value right, std::uint32_t offset) {
-    if (is_equality(operation)) {
-        const auto is_state = [this](Value port, Value word) {
-            return port.kind == ValueKind::kPort && word.is_text() &&
-                   is_state_word(scene_->words->text(word.word()));
-        };
-        if (is_state(left, right)) {
-            return compared_states(operation, left, right);
-        }
-        if (is_state(right, left)) {
-            return compared_states(operation, right, left);
-        }
-    }
     left = as_operand(left);
     right = as_operand(right);
     if (left.is_unknown() || right.is_unknown()) {
@@ -395,12 +394,9 @@ Value Evaluator::calculated(Operator operation, Value left, Value right, std::ui
         return united(left, right);
     }
     left = as_number(left, offset);
-    if (left.is_unknown()) {
-        return left;
-    }
     right = as_number(right, offset);
-    if (right.is_unknown()) {
-        return right;
+    if (left.is_unknown() || right.is_unknown()) {
+        return united(left, right);
     }
     switch (operation) {
         case Operator::kPower:
@@ -451,12 +447,9 @@ Value Evaluator::calculated_real(Operator operation, double left, double right,
 // "/" of whole numbers, "%", "mod" and "div", which need whole numbers.
 Value Evaluator::divided(Operator operation, Value left, Value right, std::uint32_t offset) {
     left = as_whole(left, offset);
-    if (left.is_unknown()) {
-        return left;
-    }
     right = as_whole(right, offset);
-    if (right.is_unknown()) {
-        return right;
+    if (left.is_unknown() || right.is_unknown()) {
+        return united(left, right);
     }
     const Whole dividend = left.as_whole();
     const Whole divisor = right.as_whole();

@@ -51,17 +51,19 @@ public:
     Value value(const Program& program, const Scene& scene);
     // A truth or unknown.
     Value condition(const Program& program, const Scene& scene);
+    // A number or unknown.
+    Value number(const Program& program, const Scene& scene);
     // A whole number or unknown.
     Value whole(const Program& program, const Scene& scene);
+    // The same, but what is no whole number is given as it is.
+    Value size(const Program& program, const Scene& scene);
 
     // Whether the name of the own parameter was read since it was last forgotten.
     bool has_read_own() const { return has_read_own_; }
     void forget_own_reads() { has_read_own_ = false; }
 
-    // Comparisons of values that are known; what is wrong with them is told of the program's text.
+    // Compares values that are known; what is wrong with them is told of the program's text.
     Value at_most(Value least, Value greatest, const Program& program, const Scene& scene);
-    // Whether a value is a whole number above 0.
-    Value at_least_one(Value value, const Program& program, const Scene& scene);
 
 private:
     struct Frame {
@@ -79,7 +81,7 @@ private:
     Value function_of(Function function, Value operand, std::uint32_t offset);
     Value choose(Function function, const Value* operands, std::uint32_t count,
                  std::uint32_t offset);
-    void apply_operator(Operator operation, std::uint32_t offset);
+    void apply_operator(Operator operation, std::uint32_t offset, std::uint32_t state_words);
 
     Value both(Value left, Value right, std::uint32_t offset);
     Value either(Value left, Value right, std::uint32_t offset);

@@ -105,11 +105,12 @@ private:
         if (meaning.kind == MeaningKind::kMacro) {
             return bind_macro(position, meaning.index, given);
         }
-        if (is_argument || meaning.kind != MeaningKind::kNothing) {
+        // Of what is no macro functions come first: nothing else can be called.
+        const FunctionRow* function = is_argument ? nullptr : find_function(name);
+        if (function == nullptr && (is_argument || meaning.kind != MeaningKind::kNothing)) {
             return fail(position, FaultId::kMacroArguments,
                         std::string(name) + " is no macro and takes no arguments");
         }
-        const FunctionRow* function = find_function(name);
         if (function == nullptr) {
             return fail_unknown(position, "macro or function");
         }
@@ -157,7 +158,10 @@ private:
         }
         const std::string_view word = token_of(text_, nodes_[position]);
         const Binding& binding = bindings_[other];
-        return (binding.kind == BindingKind::kPort && is_state_word(word)) ||
+        // An argument may be a port.
+        const bool may_be_port =
+            binding.kind == BindingKind::kPort || binding.kind == BindingKind::kArgument;
+        return (may_be_port && is_state_word(word)) ||
                (binding.kind == BindingKind::kParameter && names_.list_holds(binding.index, word));
     }
 

@@ -49,8 +49,10 @@ private:
 
     // What ports are asked follows from where they stand.
     void note_ports(std::uint32_t root, Position position);
-    void note_port(std::uint32_t position, Position place, std::uint32_t other);
+    void note_port(std::uint32_t position, Position place);
     bool is_state_text(std::uint32_t position) const;
+    // Which operands of a comparison for equality are written as a state of a port.
+    std::uint32_t state_words_beside(std::uint32_t position) const;
 
     std::string_view text_;
     const std::vector<Node>& nodes_;
@@ -77,8 +79,10 @@ void Compiler::emit(std::uint32_t position) {
         case NodeKind::kCall:
             return emit_name(position);
         case NodeKind::kUnary:
-        case NodeKind::kBinary:
             return push(Action::kOperator, position, 0,
+                        static_cast<std::uint8_t>(operator_row(node.row).operation));
+        case NodeKind::kBinary:
+            return push(Action::kOperator, position, state_words_beside(position),
                         static_cast<std::uint8_t>(operator_row(node.row).operation));
     }
 }
@@ -130,7 +134,7 @@ void Compiler::note_ports(std::uint32_t root, Position position) {
         return;
     }
     if (bindings_[root].kind == BindingKind::kPort) {
-        return note_port(root, position, kNoNode);
+        return note_port(root, position);
     }
     for (std::uint32_t i = nodes_[root].begin; i <= root; ++i) {
         const Node& node = nodes_[i];
@@ -139,7 +143,6 @@ void Compiler::note_ports(std::uint32_t root, Position position) {
             --operand;
             if (bindings_[operand].kind == BindingKind::kPort) {
                 Position place = Position::kAnything;
-                std::uint32_t other = kNoNode;
                 if (node.kind == NodeKind::kCall) {
                     place = bindings_[i].kind == BindingKind::kFunction ? Position::kNumber
                                                                         : Position::kAnything;
@@ -149,12 +152,12 @@ void Compiler::note_ports(std::uint32_t root, Position position) {
                                               operation == Operator::kOr ||
                                               operation == Operator::kNot;
                     place = is_condition ? Position::kCondition : Position::kNumber;
-                    if (operation == Operator::kEqual || operation == Operator::kUnlike) {
-                        place = Position::kValue;
-                        other = operand == i - 1 ? nodes_[i - 1].begin - 1 : i - 1;
+                    const std::uint32_t other = operand == i - 1 ? kLeftStateWord : kRightStateWord;
+                    if ((state_words_beside(i) & other) != 0) {
+                        place = Position::kCondition;
                     }
                 }
-                note_port(operand, place, other);
+                note_port(operand, place);
             }
             operand = nodes_[operand].begin;
         }
@@ -169,21 +172,23 @@ bool Compiler::is_state_text(std::uint32_t position) const {
            is_state_word(token_of(text_, nodes_[position]));
 }
 
-// "other" is what the port is compared with for equality, or kNoNode.
-void Compiler::note_port(std::uint32_t position, Position place, std::uint32_t other) {
-    const std::uint32_t port = bindings_[position].index;
-    bool asks_state = place == Position::kCondition || place == Position::kAnything;
-    bool asks_constant = place == Position::kNumber || place == Position::kAnything;
-    if (place == Position::kValue) {
-        const bool is_number = other != kNoNode && (nodes_[other].kind == NodeKind::kNumber ||
-                                                    bindings_[other].kind == BindingKind::kPort);
-        asks_state = !is_number;
-        asks_constant = other != kNoNode && !is_state_text(other);
+std::uint32_t Compiler::state_words_beside(std::uint32_t position) const {
+    const Operator operation = operator_row(nodes_[position].row).operation;
+    if (operation != Operator::kEqual && operation != Operator::kUnlike) {
+        return 0;
     }
-    if (asks_state) {
+    const std::uint32_t right = position - 1;
+    const std::uint32_t left = nodes_[right].begin - 1;
+    return (is_state_text(left) ? kLeftStateWord : 0) |
+           (is_state_text(right) ? kRightStateWord : 0);
+}
+
+void Compiler::note_port(std::uint32_t position, Position place) {
+    const std::uint32_t port = bindings_[position].index;
+    if (place != Position::kNumber) {
         uses_.push_back({UseKind::kPortState, port});
     }
-    if (asks_constant) {
+    if (place != Position::kCondition) {
         uses_.push_back({UseKind::kPortConstant, port});
     }
 }

@@ -18,8 +18,13 @@ enum class Action : std::uint8_t {
     kMacro,     // index: of a macro without arguments
     kCall,      // index: of a macro; "count" arguments lie on the stack
     kFunction,  // what: a Function; "count" arguments
-    kOperator,  // what: an Operator
+    kOperator,  // what: an Operator; index: of "==" and "!=" which operands are state words
 };
+
+// A state word counts as one beside a port, and only where it is written as such: a parameter whose
+// value is the same text is none.
+inline constexpr std::uint32_t kLeftStateWord = 1;
+inline constexpr std::uint32_t kRightStateWord = 2;
 
 struct Instruction {
     Action action;
@@ -53,7 +58,7 @@ struct Use {
 };
 
 // Where a value is used: that decides what a port that stands alone is asked.
-enum class Position : std::uint8_t { kCondition, kValue, kNumber, kAnything };
+enum class Position : std::uint8_t { kCondition, kNumber, kAnything };
 
 // Appends the instructions of a subtree, and what it uses to "uses" (some of it more than once).
 // REQUIRES: the resolution has no faults

@@ -27,7 +27,8 @@ Position position_of(TextRole role) {
         case TextRole::kTextValue:
         case TextRole::kStateValue:
             return Position::kCondition;
-        case TextRole::kExpression:
+        case TextRole::kLimit:
+        case TextRole::kWidth:
             return Position::kNumber;
         case TextRole::kMacro:
             break;
@@ -181,7 +182,8 @@ void ModelBuilder::compile_text(std::uint32_t text) {
             return compile_state(text);
         case TextRole::kWholeValue:
         case TextRole::kUntypedValue:
-        case TextRole::kExpression:
+        case TextRole::kLimit:
+        case TextRole::kWidth:
         case TextRole::kCondition:
         case TextRole::kValueRule:
         case TextRole::kMacro:

@@ -17,7 +17,8 @@ enum class TextRole : std::uint8_t {
     kTextValue,     // a text, or the name of an object whose value it is
     kUntypedValue,  // an expression when it is one, else a text
     kStateValue,    // a state of a port
-    kExpression,    // any value: limits of ranges
+    kLimit,         // an expression that gives a number
+    kWidth,         // an expression that should give a whole number
     kCondition,
     kValueRule,  // a condition that may be an implication
     kMacro,

@@ -177,9 +177,9 @@ void StoreReader::read_object(const KIVO_OBJ_INFO& source, const std::string& ke
         object.default_text = add(source.default_value, TextRole::kWholeValue, index, source.mark,
                                   "PORT", "DEFAULT_VALUE");
         object.width =
-            add(source.port_width, TextRole::kExpression, index, source.mark, "PORT", "WIDTH");
+            add(source.port_width, TextRole::kWidth, index, source.mark, "PORT", "WIDTH");
         object.width2d =
-            add(source.port_width2d, TextRole::kExpression, index, source.mark, "PORT", "WIDTH2D");
+            add(source.port_width2d, TextRole::kWidth, index, source.mark, "PORT", "WIDTH2D");
     } else if (object.kind == ObjectKind::kHidden) {
         object.default_text = add(source.default_value, TextRole::kUntypedValue, index, source.mark,
                                   "PARAMETER", "VALUE");
@@ -252,7 +252,7 @@ Element StoreReader::read_element(const KIVO_RULE_ELEMENT& rule, std::uint32_t o
         return element;
     }
     const bool is_range = origin == KIVO_ORIGIN_FORCE_RANGE || origin == KIVO_ORIGIN_CONSTANT_RANGE;
-    const TextRole role = is_range                              ? TextRole::kExpression
+    const TextRole role = is_range                              ? TextRole::kLimit
                           : element.kind == ElementKind::kState ? TextRole::kStateValue
                                                                 : value_role(kind);
     element.first = add(rule.text1, role, object, rule.mark, word, is_range ? "MAX" : "V");
