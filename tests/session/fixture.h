@@ -95,3 +95,31 @@ inline std::string everything(const KIVO_SESSION& session, KIVO_INFO& info) {
     }
     return all;
 }
+
+using Texts = std::vector<std::string>;
+
+// A session of a description, given by what stands inside its ROOT.
+struct Described : Loaded {
+    explicit Described(const std::string& sections) : Loaded(sections), session(info) {}
+
+    KIVO_SESSION session;
+};
+
+inline std::string integer(const std::string& name, const std::string& attributes,
+                           const std::string& elements = "") {
+    return "<PARAMETER NAME='" + name + "' TYPE='INTEGER' " + attributes + ">" + elements +
+           "</PARAMETER>";
+}
+
+inline std::string in(const std::string& section, const std::string& content) {
+    return "<" + section + ">" + content + "</" + section + ">";
+}
+
+// "id@offset", blanks between.
+inline std::string fault_ids(const KIVO_SESSION& session) {
+    std::string ids;
+    for (const KIVO_FAULT& fault : session.faults()) {
+        ids += (ids.empty() ? "" : " ") + fault.id + "@" + std::to_string(fault.offset);
+    }
+    return ids;
+}

@@ -6,36 +6,6 @@
 
 #include "tests/session/fixture.h"
 
-namespace {
-
-using Texts = std::vector<std::string>;
-
-struct Described : Loaded {
-    explicit Described(const std::string& sections) : Loaded(sections), session(info) {}
-
-    KIVO_SESSION session;
-};
-
-std::string integer(const std::string& name, const std::string& attributes,
-                    const std::string& elements = "") {
-    return "<PARAMETER NAME='" + name + "' TYPE='INTEGER' " + attributes + ">" + elements +
-           "</PARAMETER>";
-}
-
-std::string in(const std::string& section, const std::string& content) {
-    return "<" + section + ">" + content + "</" + section + ">";
-}
-
-std::string fault_ids(const KIVO_SESSION& session) {
-    std::string ids;
-    for (const KIVO_FAULT& fault : session.faults()) {
-        ids += (ids.empty() ? "" : " ") + fault.id + "@" + std::to_string(fault.offset);
-    }
-    return ids;
-}
-
-}  // namespace
-
 TEST(Session, refuses_what_cannot_be_set_and_changes_nothing) {
     Described d(in("PARAMETERS", integer("A", "VALUE='1'")) +
                 in("PORTS",
@@ -127,10 +97,10 @@ TEST(Session, lists_and_defaults) {
     EXPECT_EQ(value_of(d.session, "FIRST"), "5");
     EXPECT_EQ(value_of(d.session, "NOTHING"), "none");
     EXPECT_EQ(evaluated(d.session, "NOTHING + 1"), "[unset NOTHING]");
-    EXPECT_EQ(verdicts_of(d.session), Texts{"needs-value NOTHING"});
+    EXPECT_EQ(verdicts_of(d.session), (Texts{"fault BEYOND?", "needs-value NOTHING"}));
     EXPECT_EQ(fault_ids(d.session), "default-index@0");
     d.session.set_all({{"LIST", "5"}, {"NOTHING", "1"}});
-    EXPECT_EQ(verdicts_of(d.session), Texts{"not-in-list LIST"});
+    EXPECT_EQ(verdicts_of(d.session), (Texts{"fault BEYOND?", "not-in-list LIST"}));
 }
 
 TEST(Session, faults_become_verdicts_where_something_needs_the_text) {

@@ -193,6 +193,7 @@ class Judge:
                              self.configuration.judge(rule.second))
             truths.append(unless(both(condition, is_connected), limits))
         if is_tied is not False:
+            tied = Unknown(("port", name)) if tied is None else tied
             truths.append(unless(both(condition, is_tied), self.in_range(rule, tied)))
         self.decide("port-range", "warning", name, rule.line, both(*truths),
                     [rule.condition, rule.first, rule.second])

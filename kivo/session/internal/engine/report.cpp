@@ -158,7 +158,8 @@ void Reporter::add_fault(Reason reason, KIVO_SEVERITY severity) {
                        static_cast<std::uint32_t>(model_.leaves.size()) + reason.text()};
     verdict.mark = found.mark;
     verdict.text = found.element + (found.attribute.empty() ? "" : ", " + found.attribute) + ": " +
-                   quoted(found.source) + ": " + found.text + " [" + found.id + "]";
+                   (found.source.empty() ? "" : quoted(found.source) + ": ") + found.text + " [" +
+                   found.id + "]";
     verdicts_.push_back(std::move(verdict));
 }
 
