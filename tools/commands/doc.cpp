@@ -30,7 +30,8 @@ int write_doc(Terminal& terminal, const Options& options) {
         return *configuration.failure();
     }
     if (const auto reason = write_file(
-            options.output, make_page(description.info(), options.path, configuration.session()))) {
+            options.output, make_page(description.info(), options.path,
+                                      warnings_of_waves(description), configuration.session()))) {
         terminal.report_error("cannot write '" + options.output + "': " + *reason);
         return kExitFailed;
     }

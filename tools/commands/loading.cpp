@@ -2,6 +2,8 @@
 
 #include "tools/findings/library_findings.h"
 #include "tools/findings/text_report.h"
+#include "tools/findings/waivers.h"
+#include "tools/lint/lint.h"
 
 bool report_loading(Terminal& terminal, const Description& description) {
     if (description.failure()) {
@@ -14,6 +16,16 @@ bool report_loading(Terminal& terminal, const Description& description) {
         write_finding(terminal.err, description.name(), finding);
     }
     return true;
+}
+
+std::vector<Finding> warnings_of_waves(const Description& description) {
+    Sources sources;
+    std::vector<Finding> findings = stimulus_findings(description, sources);
+    WaiverFiles files("");
+    if (Waivers* const waivers = files.of_description(description.path())) {
+        waivers->apply(findings, files_of(description.info()));
+    }
+    return findings;
 }
 
 OptionRow description_row(std::string& path) {

@@ -13,12 +13,14 @@
 #include "tools/commands/exit_status.h"
 #include "tools/commands/loading.h"
 #include "tools/files/file_output.h"
+#include "tools/findings/text_report.h"
 #include "tools/terminal/table.h"
 #include "tools/text/text_escape.h"
 #include "tools/text/words.h"
 #include "tools/wave/drivers.h"
 #include "tools/wave/renderers.h"
 #include "tools/wave/wave_model.h"
+#include "tools/wave/wave_notes.h"
 
 namespace {
 
@@ -84,12 +86,14 @@ int report_missing(Terminal& terminal, const std::string& what) {
 class Wave {
 public:
     // "session" may be null.
-    Wave(Terminal& terminal, KIVO_INFO& info, const KIVO_SESSION* session, const Options& options)
+    Wave(Terminal& terminal, Description& description, const KIVO_SESSION* session,
+         const Options& options)
         : terminal_(terminal),
-          info_(info),
+          info_(description.info()),
           session_(session),
           options_(options),
-          vectors_(all_vectors(info)) {}
+          vectors_(all_vectors(info_)),
+          warnings_(warnings_of_waves(description)) {}
 
     int run() {
         const std::string all = names_of(vectors_);
@@ -162,6 +166,13 @@ private:
         for (const std::string& note : model.notes) {
             write_note(note);
         }
+        for (const Finding& warning : warnings_) {
+            if (warning.object == vector.name) {
+                write_finding(terminal_.err, options_.file, warning);
+            }
+        }
+        const std::vector<std::string> notes = wave_notes(warnings_, vector.name);
+        model.notes.insert(model.notes.end(), notes.begin(), notes.end());
         return model;
     }
 
@@ -244,6 +255,7 @@ private:
     const KIVO_SESSION* session_;
     const Options& options_;
     std::vector<KIVO_VECTOR_OBJ*> vectors_;
+    std::vector<Finding> warnings_;
 };
 
 // What is wrong with the paths of the files to be written; empty when nothing is.
@@ -278,7 +290,7 @@ int wave(Terminal& terminal, const Options& options) {
     if (configuration.failure()) {
         return *configuration.failure();
     }
-    const int status = Wave(terminal, description.info(), configuration.session(), options).run();
+    const int status = Wave(terminal, description, configuration.session(), options).run();
     return status != kExitDone          ? status
            : description.has_messages() ? static_cast<int>(kExitMessages)
                                         : configuration.status();

@@ -279,10 +279,12 @@ Place Document::place(const DocumentText& text, std::size_t begin, std::size_t e
         begin -= run->text.size();
         end -= run->text.size();
     }
-    const std::size_t last = std::min({run->text.find('\n', begin), end, run->text.size()});
+    const std::string_view part = run->text.substr(begin, end - begin);
     const std::size_t offset = source_offset_in(*run, begin);
-    const std::string_view shown =
-        source_.text().substr(offset, source_offset_in(*run, last) - offset);
+    const Walk to_begin = last_walk_;
+    const std::size_t last = source_offset_in(*run, begin + std::min(part.find('\n'), part.size()));
+    last_walk_ = to_begin;  // the next place may lie within this one
+    const std::string_view shown = source_.text().substr(offset, last - offset);
     return source_.place(name_, offset,
                          offset + std::min(shown.find_first_of("\r\n"), shown.size()));
 }

@@ -52,8 +52,9 @@ std::string function_of(const KIVO_INFO& info, const std::string& path) {
     return file.empty() ? "function" : file.substr(0, file.find_last_of('.'));
 }
 
-DocSource make_source(KIVO_INFO& info, const std::string& path, const KIVO_SESSION* session) {
-    DocSource source{info, function_of(info, path), {}, {}, {}, {}, session};
+DocSource make_source(KIVO_INFO& info, const std::string& path,
+                      const std::vector<Finding>& warnings, const KIVO_SESSION* session) {
+    DocSource source{info, function_of(info, path), warnings, {}, {}, {}, {}, session};
     info.reset_kivo_obj_map();
     while (KIVO_OBJ_INFO* object = info.get_next_kivo_obj()) {
         if (kivo_is_port(object->obj_type)) {
@@ -154,8 +155,9 @@ void write_sections(HtmlWriter& html, const std::vector<Section>& sections) {
 
 }  // namespace
 
-std::string make_page(KIVO_INFO& info, const std::string& path, const KIVO_SESSION* session) {
-    DocSource source = make_source(info, path, session);
+std::string make_page(KIVO_INFO& info, const std::string& path,
+                      const std::vector<Finding>& warnings, const KIVO_SESSION* session) {
+    DocSource source = make_source(info, path, warnings, session);
     const std::vector<Section> sections = make_sections(source);
     const std::string title = title_of(source);
     HtmlWriter html;

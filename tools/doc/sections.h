@@ -6,11 +6,13 @@
 #include "kivo/kivo.h"
 #include "kivo/session/session.h"
 #include "tools/doc/html.h"
+#include "tools/findings/finding.h"
 
 // What the sections of a page are written from.
 struct DocSource {
     KIVO_INFO& info;
-    std::string function;  // a name for the function, never empty
+    std::string function;                  // a name for the function, never empty
+    const std::vector<Finding>& warnings;  // about the vectors
     // The objects of the store, in the order in which they were declared.
     std::vector<KIVO_OBJ_INFO*> parameters;
     std::vector<KIVO_OBJ_INFO*> ports;

@@ -13,6 +13,7 @@
 #include "tools/wave/drivers.h"
 #include "tools/wave/renderers.h"
 #include "tools/wave/wave_model.h"
+#include "tools/wave/wave_notes.h"
 
 namespace {
 
@@ -103,9 +104,8 @@ std::set<std::string> not_applying(const KIVO_SESSION* session) {
 
 class WaveformSection {
 public:
-    // "session" may be null.
-    WaveformSection(HtmlWriter& html, const KIVO_INFO& info, const KIVO_SESSION* session)
-        : html_(html), info_(info), session_(session) {}
+    WaveformSection(HtmlWriter& html, const DocSource& source)
+        : html_(html), info_(source.info), session_(source.session), warnings_(source.warnings) {}
 
     void write(KIVO_VECTOR_OBJ& vector) {
         const HtmlScope article(html_, "article");
@@ -113,6 +113,9 @@ public:
         write_facts(html_, vector, join_lines(info_.time_scale));
         write_help_text(html_, vector.description, session_);
         write_picture(vector);
+        for (const std::string& note : wave_notes(warnings_, vector.name)) {
+            write_note(note);
+        }
         session_ == nullptr ? write_stimulus(html_, vector)
                             : write_decided_stimulus(html_, vector, *session_);
     }
@@ -170,7 +173,8 @@ private:
 
     HtmlWriter& html_;
     const KIVO_INFO& info_;
-    const KIVO_SESSION* session_;
+    const KIVO_SESSION* session_;  // may be null
+    const std::vector<Finding>& warnings_;
     std::size_t pictures_ = 0;
     std::size_t bytes_ = 0;
     std::size_t transitions_ = 0;
@@ -179,7 +183,7 @@ private:
 }  // namespace
 
 void write_waveforms(HtmlWriter& html, DocSource& source) {
-    WaveformSection section(html, source.info, source.session);
+    WaveformSection section(html, source);
     const std::set<std::string> others = not_applying(source.session);
     source.info.reset_vector_map();
     while (KIVO_VECTOR_OBJ* vector = source.info.get_next_vector_obj()) {

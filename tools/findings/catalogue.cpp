@@ -667,7 +667,8 @@ info.post_error_message("The wizard cannot write into the project folder");
 
 std::vector<MessageDescription> all_messages() {
     std::vector<MessageDescription> all = kOfLibraryAndXml;
-    for (const auto part : {structure_warnings, word_warnings, repetition_warnings}) {
+    for (const auto part :
+         {structure_warnings, word_warnings, repetition_warnings, stimulus_warnings}) {
         const std::vector<MessageDescription> rows = part();
         all.insert(all.end(), rows.begin(), rows.end());
     }

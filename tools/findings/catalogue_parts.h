@@ -12,3 +12,5 @@ std::vector<MessageDescription> structure_warnings();
 std::vector<MessageDescription> word_warnings();
 // What is declared or given again.
 std::vector<MessageDescription> repetition_warnings();
+// Of stimulus commands and display formats.
+std::vector<MessageDescription> stimulus_warnings();

@@ -20,7 +20,9 @@ std::vector<MessageDescription> word_warnings() {
         lose their upper digits. Write digits alone.)",
      R"(<ROOT>
   <WAVE_DATA>
-    <WAVE NAME="count" MAX_TIME="120us"/>
+    <WAVE NAME="count" MAX_TIME="120us">
+      <STIM>force enable 1 20</STIM>
+    </WAVE>
   </WAVE_DATA>
 </ROOT>
 )"},
@@ -31,7 +33,9 @@ std::vector<MessageDescription> word_warnings() {
         out the attribute for steps of 1.)",
      R"(<ROOT>
   <WAVE_DATA>
-    <WAVE NAME="count" MAX_TIME="120" TIME_STEP="0"/>
+    <WAVE NAME="count" MAX_TIME="120" TIME_STEP="0">
+      <STIM>force enable 1 20</STIM>
+    </WAVE>
   </WAVE_DATA>
 </ROOT>
 )"},

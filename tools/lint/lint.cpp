@@ -27,6 +27,7 @@ constexpr void (*kRooms[])(Lint&) = {
     find_misplaced_declarations,
     find_repetitions,
     find_synonyms,
+    find_wrong_stimulus,
 };
 // clang-format on
 
@@ -92,6 +93,13 @@ void add_likely_word(Finding& finding, std::string_view word,
     } else if (!known.empty() && known.size() <= kMostListed) {
         finding.notes.push_back(known_here(known, finding.place));
     }
+}
+
+std::vector<Finding> stimulus_findings(const Description& description, Sources& sources) {
+    const std::deque<Document> documents = documents_of(description, sources);
+    Lint lint(description, documents);
+    find_wrong_stimulus(lint);
+    return lint.take_findings();
 }
 
 void append_lint_findings(std::vector<Finding>& findings, const Description& description,

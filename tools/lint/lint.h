@@ -85,6 +85,9 @@ bool is_blank(std::string_view text);
 void add_likely_word(Finding& finding, std::string_view word,
                      const std::vector<std::string_view>& known);
 
+// The warnings about stimulus and display formats alone, each with the name of its vector.
+std::vector<Finding> stimulus_findings(const Description& description, Sources& sources);
+
 // Appends the warnings of all rooms.
 void append_lint_findings(std::vector<Finding>& findings, const Description& description,
                           Sources& sources);

@@ -28,3 +28,7 @@ void find_repetitions(Lint& lint);
 
 // Several words of one meaning in one element.
 void find_synonyms(Lint& lint);
+
+// Commands of stimulus and display formats that are not read as they are meant, and vectors
+// without stimulus.
+void find_wrong_stimulus(Lint& lint);

@@ -7,11 +7,11 @@
 #include <numeric>
 #include <utility>
 
+#include "tools/description/port_width.h"
 #include "tools/text/text_escape.h"
 #include "tools/text/text_width.h"
 #include "tools/wave/driver_merge.h"
 #include "tools/wave/drivers.h"
-#include "tools/wave/port_width.h"
 #include "tools/wave/wave_values.h"
 
 namespace {
@@ -69,8 +69,7 @@ public:
         for (const Driver& driver : drivers) {
             const std::string& name = driver.timeline.signal;
             if (name.empty()) {
-                model_.notes.push_back("'" + driver.command + "' names no signal and is left out");
-                continue;
+                continue;  // which is warned of
             }
             const auto [found, is_new] = positions.emplace(name, by_signal.size());
             if (is_new) {
@@ -93,7 +92,6 @@ private:
         std::vector<ValuePositions> positions;
         for (const Driver* driver : drivers) {
             positions.push_back(add_values(*driver, signal));
-            note_nameless(*driver);
         }
         note_values_as_written(signal);
         set_width(signal);
@@ -161,12 +159,15 @@ private:
             signal.width = widest;
         }
         bits_ += signal.width * signal.values.size();
+        // Of a value that is no number, or too large for a width that is one, is warned.
+        const bool is_told = numeric_width(info_, signal.name).has_value();
         std::string misfit;
         for (std::size_t i = 0; i < signal.values.size(); ++i) {
             WaveValue& value = signal.values[i];
+            const bool is_number = !value.bits.empty();
             const bool fits =
                 fit_bits(value.bits, signal.width, negatives_[i], model_.truncate_low);
-            if (!fits && misfit.empty()) {
+            if (!fits && is_number && !is_told && misfit.empty()) {
                 misfit = value.shown;
             }
         }
@@ -174,15 +175,6 @@ private:
             model_.notes.push_back(
                 fmt::format("value '{}' of signal '{}' is not a number of {} bits", misfit,
                             signal.name, signal.width));
-        }
-    }
-
-    void note_nameless(const Driver& driver) {
-        const auto& runs = driver.timeline.runs;
-        if (std::any_of(runs.begin(), runs.end(),
-                        [](const KIVO_TIMELINE_RUN& run) { return run.nameless; })) {
-            model_.notes.push_back("transitions of '" + driver.command +
-                                   "' after its cancel belong to no signal and are left out");
         }
     }
 

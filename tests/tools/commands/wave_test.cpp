@@ -238,11 +238,70 @@ TEST(WaveTest, AValueThatItsFixedPointFormatCannotShowIsTold) {
     const RunResult run = run_kivo({"wave", description});
     EXPECT_TRUE(has(run.out, "=0.3125=")) << run.out;
     EXPECT_TRUE(has(run.out, "=7.9375=")) << run.out;
-    EXPECT_EQ(run.err,
-              "kivo: note: " + kFixedPointNotes[0] +
-                  "\nkivo: note: value '3.14159' of signal 'f' is not a number of 10 bits\n"
-                  "kivo: note: " +
-                  kFixedPointNotes[1] + "\n");
+    const std::vector<std::string> told = lines_of(run.err);
+    ASSERT_EQ(told.size(), 5U) << run.err;
+    EXPECT_EQ(told[0], "kivo: note: " + kFixedPointNotes[0]);
+    EXPECT_EQ(told[1], "kivo: note: " + kFixedPointNotes[1]);
+    EXPECT_EQ(told[2],
+              description + ":2:151: warning: \"3.14159\" is no decimal number [stimulus-value]");
+}
+
+// A value that is too wide, a command that is none, and one of a vector that is not drawn.
+const std::string kWithWarnings = with_sections(
+    "<PORTS><PORT NAME='d' TYPE='INPUT' WIDTH='4'/></PORTS><WAVE_DATA><WAVE NAME='w'>\n"
+    "<STIM>force d 16 0</STIM>\n<STIM>frce d 1 10</STIM></WAVE>\n"
+    "<WAVE NAME='v'><STIM>force d 1</STIM></WAVE></WAVE_DATA>");
+
+TEST(WaveTest, WhatIsWarnedOfAVectorIsSaidInTheWordsOfTheCheck) {
+    const TemporaryFolder folder;
+    const std::string path = folder.write("a_info.xml", kWithWarnings);
+    std::vector<std::string> expected = messages_in(run_kivo({"check", path}).err, path);
+    ASSERT_EQ(expected.size(), 3U);
+    const RunResult all = run_kivo({"wave", path});
+    EXPECT_EQ(all.status, 0);
+    EXPECT_EQ(messages_in(all.err, path), expected);
+    expected.pop_back();
+    EXPECT_EQ(messages_in(run_kivo({"wave", path, "w"}).err, path), expected);
+    EXPECT_EQ(expected[0],
+              "3:15: warning: \"16\" does not fit into the 4 bits of port \"d\" [stimulus-value]");
+    folder.write("kivo.toml",
+                 "[[waiver]]\nid = 'stimulus-value'\nfile = 'a_info.xml'\n"
+                 "reason = 'it wraps around'\n");
+    expected.erase(expected.begin());
+    EXPECT_EQ(messages_in(run_kivo({"wave", path, "w"}).err, path), expected);
+}
+
+TEST(WaveTest, APictureTellsTheWarningsOfItsVector) {
+    const TemporaryFolder folder;
+    const std::string path = folder.write("a_info.xml", kWithWarnings);
+    const std::string svg = folder.path("a.svg");
+    EXPECT_EQ(run_kivo({"wave", path, "w", "--svg", svg}).status, 0);
+    pugi::xml_document document;
+    ASSERT_TRUE(document.load_string(content_of(svg).c_str()));
+    const std::string told = document.child("svg").child_value("desc");
+    EXPECT_TRUE(has(told,
+                    "Note: a_info.xml:3:15: \"16\" does not fit into the 4 bits of port "
+                    "\"d\"."))
+        << told;
+    EXPECT_TRUE(has(told,
+                    "Note: a_info.xml:4:7: \"frce\" is no \"force\": the command is not "
+                    "evaluated."))
+        << told;
+    EXPECT_FALSE(has(told, "has no time")) << told;
+}
+
+TEST(WaveTest, OfManyWarningsAPictureTellsTheFirst) {
+    const TemporaryFolder folder;
+    std::string commands;
+    for (int number = 0; number < 30; ++number) {
+        commands += "<STIM>force d 1</STIM>";
+    }
+    const std::string svg = folder.path("a.svg");
+    run_kivo({"wave", folder.write("a_info.xml", with_wave(commands)), "w", "--svg", svg});
+    pugi::xml_document document;
+    ASSERT_TRUE(document.load_string(content_of(svg).c_str()));
+    const std::string told = document.child("svg").child_value("desc");
+    EXPECT_TRUE(has(told, "Note: 'kivo check' warns of 10 more.")) << told;
 }
 
 TEST(WaveTest, APictureIsAsWideAsItsValuesNeed) {

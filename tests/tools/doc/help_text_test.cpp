@@ -70,7 +70,7 @@ TEST_F(HelpTextTest, DeepNestingNeedsNoStack) {
                         << "</INTRO></HTML_TEXT></ROOT>";
     Description description(path);
     std::filesystem::remove(path);
-    const std::string deep = make_page(description.info(), path);
+    const std::string deep = make_page(description.info(), path, {});
     std::size_t branches = 0;
     for (std::size_t at = deep.find("\"branch\""); at != std::string::npos;
          at = deep.find("\"branch\"", at + 1)) {

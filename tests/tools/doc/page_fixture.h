@@ -10,6 +10,7 @@
 #include "tests/support/temporary_folder.h"
 #include "tools/description/description.h"
 #include "tools/doc/page.h"
+#include "tools/lint/lint.h"
 
 // Pages of descriptions, parsed as the XML that they are.
 class PageTest : public testing::Test {
@@ -18,7 +19,8 @@ protected:
     void make(const std::string& path) {
         Description description(path);
         ASSERT_FALSE(description.failure()) << path << ": " << *description.failure();
-        page = make_page(description.info(), path);
+        Sources sources;
+        page = make_page(description.info(), path, stimulus_findings(description, sources));
         const pugi::xml_parse_result result = document.load_buffer(
             page.data(), page.size(), pugi::parse_default | pugi::parse_ws_pcdata);
         ASSERT_TRUE(result) << result.description() << " in:\n"

@@ -292,8 +292,9 @@ TEST_F(PageTest, AVectorThatCannotBeDrawnSaysWhy) {
     EXPECT_FALSE(document.select_node("//svg"));
     EXPECT_EQ(texts_of("//p[@class='note']"),
               (Texts{"Note: no picture, since the vector drives no signal.",
+                     "Note: sample_info.xml:1:18: WAVE \"v\" has no stimulus: nothing is drawn.",
                      "Note: no picture, since the vector drives no signal.",
-                     "Note: 'force' names no signal and is left out."}));
+                     "Note: sample_info.xml:2:15: the command names no signal."}));
 }
 
 TEST_F(PageTest, AValueThatItsFixedPointFormatCannotShowIsTold) {

@@ -82,7 +82,7 @@ inline std::string port_with(const std::string& rules) {
 }
 
 inline std::string wave_with(const std::string& parts) {
-    return R"(<WAVE_DATA><WAVE NAME="w">)" + parts + "</WAVE></WAVE_DATA>";
+    return R"(<WAVE_DATA><WAVE NAME="w">)" + parts + "<STIM>force s 1 0</STIM></WAVE></WAVE_DATA>";
 }
 
 inline std::string intro_with(const std::string& parts) {

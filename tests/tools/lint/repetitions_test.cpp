@@ -25,7 +25,7 @@ const LintCase kDeclared[] = {
      "3:1 MACRO \"M\" is declared again: its definition replaces that of the first "
      "[declared-twice]",
      "  2:9 first declared here"}},
-    {"<WAVE_DATA><WAVE NAME='w'/></WAVE_DATA>\n"
+    {"<WAVE_DATA><WAVE NAME='w'><STIM>force a 1 0</STIM></WAVE></WAVE_DATA>\n"
      "<CUSTOM_VECTORS><CUSTOM_VECTOR NAME='w'/></CUSTOM_VECTORS>", {
      "3:17 CUSTOM_VECTOR \"w\" is declared again: its attributes replace those of the first, the "
      "rest is added [declared-twice]",
@@ -62,7 +62,8 @@ const LintCase kGiven[] = {
     {wave_with("<DISPLAY>add wave -hex q</DISPLAY>\n<DISPLAY>add wave -bin q</DISPLAY>"), {
      "3:1 the display format of \"q\" is given again and replaces the first [given-twice]",
      "  2:27 first given here"}},
-    {"<WAVE_DATA><WAVE NAME='a' INDEX='0'/>\n<WAVE NAME='b' INDEX='0'/></WAVE_DATA>", {
+    {"<WAVE_DATA><WAVE NAME='a' INDEX='0'><STIM>force a 1 0</STIM></WAVE>\n"
+     "<WAVE NAME='b' INDEX='0'><STIM>force a 1 0</STIM></WAVE></WAVE_DATA>", {
      "3:1 the INDEX \"0\" is that of another vector [given-twice]",
      "  2:12 first given here"}},
     {"<HTML_TEXT><TITLE>a</TITLE>\n<TITLE>b</TITLE></HTML_TEXT>", {
@@ -139,8 +140,10 @@ const std::string kSilent[] = {
     "<PORTS><PORT NAME='q' TYPE='INPUT'/></PORTS>",
     "<FUNCTION_INFORMATION><START_TIME VALUE='0'/><START_TIME VALUE=''/><TIME_DELTA VALUE='1'/>"
     "</FUNCTION_INFORMATION>",
-    "<WAVE_DATA><WAVE NAME='a' INDEX='0'><CAPTION>a</CAPTION></WAVE><WAVE NAME='b' INDEX='1'>"
-    "<CAPTION>a</CAPTION></WAVE></WAVE_DATA>",
+    "<WAVE_DATA><WAVE NAME='a' INDEX='0'><CAPTION>a</CAPTION>"
+    "<STIM>force a 1 0</STIM></WAVE><WAVE NAME='b' INDEX='1'>"
+    "<CAPTION>a</CAPTION>"
+    "<STIM>force a 1 0</STIM></WAVE></WAVE_DATA>",
     wave_with("<DISPLAY>add wave -hex a</DISPLAY><DISPLAY>add wave -hex b</DISPLAY>"
               "<DISPLAY>show</DISPLAY><DISPLAY>show</DISPLAY>"),
     parameter_with("<FORCE_VALUE V='1' IF='A' ELSE='2'/><FORCE_VALUE V='1' WHEN='B'/>"),

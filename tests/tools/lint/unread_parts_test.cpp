@@ -146,7 +146,8 @@ const std::string kSilent[] = {
     "<HTML_TEXT><INTRO><IF><T>A</T></IF><THEN>It has <T>an enable.</T></THEN></INTRO></HTML_TEXT>",
     "<MACROS><MACRO NAME='M'><BODY>1</BODY></MACRO><MACRO NAME='N' DEFINITION='1'/></MACROS>",
     "<FUNCTION_INFORMATION><TIME_SCALE VALUE='ns'><A/><B/></TIME_SCALE></FUNCTION_INFORMATION>",
-    "<WAVE_DATA><WAVE NAME='w' COLOUR='red'><NOTE IF='A'>b</NOTE></WAVE></WAVE_DATA>",
+    "<WAVE_DATA><WAVE NAME='w' COLOUR='red'><NOTE IF='A'>b</NOTE>"
+    "<STIM>force a 1 0</STIM></WAVE></WAVE_DATA>",
     "<RULES><CONDITION ENABLED='ON' REQUIRED_RULE='ON'>A</CONDITION></RULES>",
 };
 // clang-format on

@@ -14,7 +14,8 @@ std::string parameter(const std::string& attributes) {
 }
 
 std::string wave(const std::string& attributes) {
-    return "<WAVE_DATA><WAVE NAME='w' " + attributes + "/></WAVE_DATA>";
+    return "<WAVE_DATA><WAVE NAME='w' " + attributes +
+           "><STIM>force a 1 0</STIM></WAVE></WAVE_DATA>";
 }
 
 std::string map(const std::string& attributes) {
@@ -105,7 +106,7 @@ const LintCase kSeparators[] = {
 const LintCase kNames[] = {
     {"<PORTS><PORT NAME=' clock' TYPE='INPUT'/></PORTS>", {
      "2:20 the name \" clock\" has blanks around it: they are part of it [name-with-blanks]"}},
-    {"<WAVE_DATA><WAVE NAME='w '/></WAVE_DATA>", {
+    {"<WAVE_DATA><WAVE NAME='w '><STIM>force a 1 0</STIM></WAVE></WAVE_DATA>", {
      "2:24 the name \"w \" has blanks around it: they are part of it [name-with-blanks]"}},
     {"<PARAMETERS><PARAMETER NAME='DATA-WIDTH' TYPE='INTEGER'/></PARAMETERS>", {
      "2:34 no condition can write the name \"DATA-WIDTH\": \"-\" cannot be part of a name "
@@ -143,7 +144,7 @@ const std::string kSilent[] = {
     setting("VHDL_LIBRARY NAME=' ieee.std_logic_1164 ; work.pkg;; '"),
     macro("ARGUMENTS=' a , b,c '"),
     macro("ARGUMENTS=''"),
-    "<WAVE_DATA><WAVE NAME='count up-down'/></WAVE_DATA>",
+    "<WAVE_DATA><WAVE NAME='count up-down'><STIM>force a 1 0</STIM></WAVE></WAVE_DATA>",
     "<PORTS><PORT NAME='gr\xC3\xB6\xC3\x9F" "e_$1' TYPE='INPUT'/></PORTS>",
     "<PORT_RULES><PORT NAME='a-b'/></PORT_RULES>",
 };

@@ -7,6 +7,10 @@
 #include "kivo/kivo.h"
 #include "kivo/session/session.h"
 
+// The width in bits that the port declares, when it is a number and one that a picture or file can
+// have, and the port has one dimension.
+std::optional<std::size_t> numeric_width(const KIVO_INFO& info, const std::string& port);
+
 // The width in bits that the port declares, when it is a number or the default of a parameter, and
 // one that a picture or file can have.
 std::optional<std::size_t> declared_width(const KIVO_INFO& info, const std::string& port);

@@ -1,4 +1,4 @@
-#include "tools/wave/port_width.h"
+#include "tools/description/port_width.h"
 
 #include <string_view>
 
@@ -16,6 +16,11 @@ std::optional<std::size_t> read_width(std::string_view text) {
     return width && *width >= 1 && *width <= kMaxWidth ? width : std::nullopt;
 }
 
+const KIVO_OBJ_INFO* find_port(const KIVO_INFO& info, const std::string& name) {
+    const KIVO_OBJ_INFO* const object = info.get_kivo_obj(name);
+    return object != nullptr && kivo_is_port(object->obj_type) ? object : nullptr;
+}
+
 }  // namespace
 
 std::optional<std::size_t> configured_width(const KIVO_SESSION& session, const std::string& port) {
@@ -24,9 +29,16 @@ std::optional<std::size_t> configured_width(const KIVO_SESSION& session, const s
                                              : read_width(std::to_string(*found->width));
 }
 
+std::optional<std::size_t> numeric_width(const KIVO_INFO& info, const std::string& port) {
+    const KIVO_OBJ_INFO* const object = find_port(info, port);
+    return object != nullptr && object->port_width2d.empty()
+               ? read_width(join_lines(object->port_width))
+               : std::nullopt;
+}
+
 std::optional<std::size_t> declared_width(const KIVO_INFO& info, const std::string& port) {
-    const KIVO_OBJ_INFO* const object = info.get_kivo_obj(port);
-    if (object == nullptr || !kivo_is_port(object->obj_type)) {
+    const KIVO_OBJ_INFO* const object = find_port(info, port);
+    if (object == nullptr) {
         return std::nullopt;
     }
     const std::string width = join_lines(object->port_width);

@@ -1,0 +1,154 @@
+#include "tools/lint/stimulus.h"
+
+#include "tools/findings/notes.h"
+#include "tools/lint/rooms.h"
+
+namespace {
+
+// clang-format off
+constexpr LintRow kEmpty = {
+    "stimulus-command", "the command is empty"};
+constexpr LintRow kNotForce = {
+    "stimulus-command", "{} is no \"force\": the command is not evaluated"};
+constexpr LintRow kNoSignal = {
+    "stimulus-command", "the command names no signal"};
+constexpr LintRow kSecondOption = {
+    "stimulus-option", "{} is taken for the signal: a command has one option"};
+constexpr LintRow kNoItems = {
+    "stimulus-command", "the command gives {} no value"};
+constexpr LintRow kNoStimulus = {
+    "wave-without-stimulus", "{} {} has no stimulus: nothing is drawn"};
+constexpr LintRow kNoPort = {
+    "unknown-port", "{} is no port"};
+constexpr LintRow kOtherObject = {
+    "unknown-port", "{} is no port but a {}"};
+// clang-format on
+
+constexpr std::string_view kForce = "force";
+
+std::string_view noun_of(const KIVO_OBJ_INFO& object) {
+    switch (object.obj_type) {
+        case KIVO_OBJ_HIDDEN_PARAMETER:
+            return "hidden parameter";
+        case KIVO_OBJ_MACRO:
+            return "macro";
+        default:
+            return "parameter";
+    }
+}
+
+// Where a command is to be read although it stands for nothing: the first of ELSE replaces the
+// first of THEN, and one of them may do nothing.
+bool is_placeholder(const Spot& spot) {
+    return spot.element.parent->tag != "WAVE" && spot.element.parent->tag != "CUSTOM_VECTOR";
+}
+
+void check_command(const CommandSpot& at) {
+    if (is_blank(at.source())) {
+        if (!is_placeholder(at.spot)) {
+            at.lint.post(kEmpty, at.spot.element, at.spot.document.place(at.spot.element));
+        }
+        return;
+    }
+    const StimulusCommand command(at.source());
+    if (command.keyword != kForce) {
+        Finding& finding =
+            at.post(kNotForce, command.text, command.keyword, quoted(command.keyword));
+        add_likely_word(finding, command.keyword, {kForce});
+        return;
+    }
+    check_blanks(at);
+    if (command.signal.empty()) {
+        at.post(kNoSignal, command.text, command.keyword);
+        return;
+    }
+    if (command.signal.front() == '-') {
+        at.post(kSecondOption, command.text, command.signal, quoted(command.signal));
+        return;
+    }
+    check_port(at, command.text, command.signal);
+    check_values(at, command);
+    check_times(at, command);
+    if (command.items.empty()) {
+        at.post(kNoItems, command.text, command.signal, quoted(command.signal));
+    }
+}
+
+bool has_stimulus(const KIVO_INFO& info, std::string_view name) {
+    const KIVO_VECTOR_OBJ* const vector = info.get_vector_obj(std::string(name));
+    if (vector == nullptr) {
+        return true;  // its name is that of something else
+    }
+    // A copy, because walking moves the cursor.
+    KIVO_OBJ_LIST stimulus = vector->stimulus_list;
+    stimulus.reset();
+    return stimulus.get_next_value() != nullptr;
+}
+
+bool holds_commands(const DocumentElement& vector) {
+    for (const DocumentElement& sub : vector.sub_elements()) {
+        if (context_in(Context::kVector, sub.tag) == Context::kStimulus) {
+            return true;
+        }
+        if (context_in(Context::kVector, sub.tag) == Context::kCommands &&
+            sub.first_sub != nullptr) {
+            return true;
+        }
+    }
+    return false;
+}
+
+void check_wave(Lint& lint, const Spot& spot) {
+    const std::string_view name = spot.element.value_of("NAME");
+    if (!name.empty() && !holds_commands(spot.element) && !has_stimulus(lint.info(), name)) {
+        lint.post(kNoStimulus, spot.element, spot.document.place(spot.element), spot.element.tag,
+                  quoted(name));
+    }
+}
+
+}  // namespace
+
+PortNames::PortNames(const Lint& lint) : names_(lint.info(), ObjectNames::Kind::kPorts) {
+    lint.for_each([this](const Spot& spot) {
+        const bool is_declaration =
+            spot.context == Context::kPort &&
+            (spot.element.parent->tag == "PORTS" || spot.element.parent->tag == "PORT_RULES");
+        if (is_declaration) {
+            declared_.insert(spot.element.value_of("NAME"));
+        }
+    });
+}
+
+void check_port(const CommandSpot& at, std::string_view whole, std::string_view name) {
+    if (at.ports.has(name)) {
+        return;
+    }
+    const KIVO_OBJ_INFO* const object = at.lint.info().get_kivo_obj(std::string(name));
+    if (object != nullptr) {
+        at.post(kOtherObject, whole, name, quoted(name), noun_of(*object));
+        return;
+    }
+    Finding& finding = at.post(kNoPort, whole, name, quoted(name));
+    if (const std::string nearest = at.ports.nearest(name); !nearest.empty()) {
+        finding.notes.push_back(did_you_mean(nearest, finding.place));
+    }
+}
+
+void find_wrong_stimulus(Lint& lint) {
+    const PortNames ports(lint);
+    lint.for_each([&](const Spot& spot) {
+        switch (spot.context) {
+            case Context::kVector:
+                check_wave(lint, spot);
+                break;
+            case Context::kStimulus:
+                check_command({lint, spot, ports});
+                break;
+            case Context::kDisplay:
+                check_display({lint, spot, ports});
+                break;
+            default:
+                break;
+        }
+    });
+}

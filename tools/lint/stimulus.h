@@ -1,0 +1,69 @@
+#pragma once
+
+#include <cstddef>
+#include <set>
+#include <string>
+#include <string_view>
+
+#include "tools/description/object_names.h"
+#include "tools/lint/lint.h"
+#include "tools/lint/stimulus_command.h"
+
+// What the sources of this room share.
+
+// The ports of a description, also those whose declarations the library refuses.
+class PortNames {
+public:
+    explicit PortNames(const Lint& lint);
+
+    // A description without any port is a part of one, where every name can be right.
+    bool has(std::string_view name) const { return declared_.empty() || declared_.count(name) > 0; }
+    std::string nearest(std::string_view name) const { return names_.nearest(name); }
+
+private:
+    std::set<std::string_view> declared_;
+    ObjectNames names_;
+};
+
+// The command or display format of an element, with what is known around it.
+struct CommandSpot {
+    Lint& lint;
+    const Spot& spot;
+    const PortNames& ports;
+
+    std::string_view source() const { return spot.element.text.text; }
+
+    // Posts a warning about a part of the element's text.
+    template <class... Argument>
+    Finding& post_at(const LintRow& row, std::size_t begin, std::size_t size,
+                     const Argument&... arguments) const {
+        return lint.post(row, spot.element,
+                         spot.document.place(spot.element.text, begin, begin + size), arguments...);
+    }
+
+    // The same for a part of another text of that length.
+    template <class... Argument>
+    Finding& post(const LintRow& row, std::string_view whole, std::string_view part,
+                  const Argument&... arguments) const {
+        return post_at(row, static_cast<std::size_t>(part.data() - whole.data()), part.size(),
+                       arguments...);
+    }
+};
+
+// White space that keeps a command or a part of it from being read.
+void check_blanks(const CommandSpot& at);
+
+// The times of a command, their order, and its repeats and cancels.
+void check_times(const CommandSpot& at, const StimulusCommand& command);
+
+// The values of a command, and its radix option.
+void check_values(const CommandSpot& at, const StimulusCommand& command);
+
+// A name that must be that of a port.
+void check_port(const CommandSpot& at, std::string_view whole, std::string_view name);
+
+// Whether the description of fixed point is one, as in "(s4.12)"; posts a warning of what is none.
+bool check_fixed_point(const CommandSpot& at, std::string_view whole, std::string_view option);
+
+// A display format that is read.
+void check_display(const CommandSpot& at);
