@@ -23,7 +23,7 @@ void warn_of_map(Terminal& terminal, const KIVO_SESSION& session) {
 OptionRow settings_row(ConfigurationRequest& request) {
     return {.name = "NAME=VALUE",
             .target = &request.settings,
-            .help = "A parameter's value; of a port USED, UNUSED, VARIABLE, CONSTANT or CONSTANT:5",
+            .help = "A value; of a port USED, UNUSED, VARIABLE or CONSTANT, CONSTANT:5",
             .accepts = is_setting};
 }
 

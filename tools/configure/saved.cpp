@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -36,11 +37,10 @@ Json parse(const std::string& text, std::string& problem) {
     try {
         return Json::parse(text);
     } catch (const Json::parse_error& error) {
-        const std::size_t last = std::min(error.byte, text.size());
+        // The position after the end stands for an end that comes too soon.
+        const std::size_t before = std::min(error.byte, text.size() + 1) - 1;
         const auto line =
-            1 + std::count(text.begin(),
-                           text.begin() + static_cast<std::ptrdiff_t>(last > 0 ? last - 1 : 0),
-                           '\n');
+            1 + std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(before), '\n');
         problem = fmt::format("it is not JSON, as line {} shows", line);
     }
     return {};

@@ -8,6 +8,7 @@
 #include "tools/description/default_value.h"
 #include "tools/findings/library_findings.h"
 #include "tools/findings/notes.h"
+#include "tools/text/text_escape.h"
 
 namespace {
 
@@ -59,7 +60,7 @@ Finding finding_of(const KIVO_SESSION& session, const Description& description,
     Finding finding;
     finding.severity = severity_of(verdict.severity);
     finding.id = verdict.id;
-    finding.text = verdict.text;
+    finding.text = join_lines(verdict.text);
     finding.object = verdict.subject.name;
     const KIVO_PLACE told = description.info().get_place(verdict.mark);
     const KIVO_FAULT* const fault = fault_of(session, verdict);
@@ -78,8 +79,9 @@ std::vector<VerdictForm> verdict_forms(const KIVO_SESSION& session,
     std::vector<VerdictForm> forms;
     Sources sources;
     for (const KIVO_VERDICT& verdict : session.verdicts()) {
-        forms.push_back(
-            {finding_of(session, description, verdict, sources), verdict.is_undecided, {}, {}});
+        VerdictForm& form = forms.emplace_back();
+        form.finding = finding_of(session, description, verdict, sources);
+        form.is_undecided = verdict.is_undecided;
     }
     return forms;
 }

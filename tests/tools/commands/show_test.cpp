@@ -613,4 +613,46 @@ TEST(ShowTest, JsonThatFindsNoRoomIsAFailure) {
     EXPECT_TRUE(contains(run.err, "No space left on device")) << run.err;
 }
 
+TEST(ShowTest, SettingsShowWhatTakesEffect) {
+    const RunResult run =
+        run_kivo({"show", example("counter_info.xml"), "DIRECTION=PORT", "offset=CONSTANT:5"});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.err, "");
+    for (const char* const part : {
+             "  Name         Type     Now   Default  Values        Connection  LPM hint\n",
+             "  DIRECTION    string   PORT  UP       UP;DOWN;PORT\n",
+             "\n  up_down     input   USED             UNUSED    sync",
+             "\n  offset      input   5         WIDTH  CONSTANT  sync",
+             "\n  Name        Now  Value\n  LAST_COUNT  255  255\n",
+         }) {
+        EXPECT_TRUE(contains(run.out, part)) << part << "in:\n" << run.out;
+    }
+}
+
+TEST(ShowTest, SettingsAreInTheJsonToo) {
+    const RunResult run =
+        run_kivo({"show", example("fifo_info.xml"), "DEPTH=1024", "--format", "json"});
+    const nlohmann::json document = nlohmann::json::parse(run.out);
+    for (const nlohmann::json& object : document["object_map"]) {
+        if (object["name"] == "STORAGE") {
+            EXPECT_EQ(object["current_value"], "BLOCK");
+            EXPECT_GE(object["dependency_position"], 0);
+        }
+    }
+    const RunResult plain = run_kivo({"show", example("fifo_info.xml"), "--format", "json"});
+    for (const nlohmann::json& object : nlohmann::json::parse(plain.out)["object_map"]) {
+        EXPECT_EQ(object["current_value"], "");
+    }
+}
+
+TEST(ShowTest, SettingsThatAreWrongOrNotLegalAreTold) {
+    const RunResult wrong = run_kivo({"show", example("fifo_info.xml"), "DEPHT=8"});
+    EXPECT_EQ(wrong.status, 2);
+    EXPECT_EQ(wrong.out, "");
+    const RunResult illegal = run_kivo({"show", example("fifo_info.xml"), "DEPTH=8"});
+    EXPECT_EQ(illegal.status, 1);
+    EXPECT_EQ(illegal.err,
+              "kivo: note: the configuration is not legal: 1 error; 'kivo configure' tells more\n");
+}
+
 }  // namespace

@@ -741,4 +741,64 @@ TEST(WaveTest, AnOutputNeedsAName) {
     }
 }
 
+// Of a description in which MODE decides: the vector, its command and the width of d.
+std::string with_mode(const std::string& elements) {
+    return with_sections(
+        "<PARAMETERS><PARAMETER NAME='MODE' TYPE='INTEGER' VALUE='1'/></PARAMETERS>"
+        "<PORTS><PORT NAME='d' TYPE='INPUT' WIDTH='MODE * 8'/>"
+        "<PORT NAME='q' TYPE='OUTPUT'/></PORTS>"
+        "<WAVE_DATA><WAVE NAME='w' MAX_TIME='40' TIME_STEP='10'>" +
+        elements +
+        "</WAVE><WAVE NAME='v' MAX_TIME='40' TIME_STEP='10'>"
+        "<WAVE_CONDITION>MODE == 2</WAVE_CONDITION><STIM>force e 1 0</STIM></WAVE></WAVE_DATA>");
+}
+
+RunResult draw_mode(const std::string& elements, const std::vector<std::string>& words) {
+    const TemporaryFolder folder;
+    std::vector<std::string> arguments = {"wave", folder.write("a_info.xml", with_mode(elements))};
+    arguments.insert(arguments.end(), words.begin(), words.end());
+    return run_kivo(arguments);
+}
+
+TEST(WaveTest, SettingsDecideConditionsAndWidths) {
+    const RunResult first = draw_mode(kConditional, {"w", "MODE=1"});
+    EXPECT_EQ(first.status, 0) << first.err;
+    EXPECT_TRUE(has(first.out, "d[7:0]")) << first.out;
+    EXPECT_TRUE(has(first.out, "=5=")) << first.out;
+    const RunResult second = draw_mode(kConditional, {"w", "MODE=3"});
+    EXPECT_TRUE(has(second.out, "d[23:0]")) << second.out;
+    EXPECT_TRUE(has(second.out, "=7=")) << second.out;
+    EXPECT_EQ(second.err, "");
+}
+
+TEST(WaveTest, OnlyTheVectorsThatApplyAreDrawn) {
+    EXPECT_FALSE(has(draw_mode(kConditional, {"MODE=1"}).out, "applies if MODE == 2"));
+    EXPECT_TRUE(has(draw_mode(kConditional, {"MODE=2"}).out, "applies if MODE == 2"));
+    EXPECT_TRUE(has(draw_mode(kConditional, {}).out, "applies if MODE == 2"));
+    const RunResult run = draw_mode(kConditional, {"v", "MODE=1"});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.out, "");
+    EXPECT_EQ(run.err, "kivo: error: vector 'v' does not apply to this configuration\n");
+}
+
+TEST(WaveTest, AConditionThatIsNotDecidedIsNoted) {
+    const RunResult run = draw_mode(
+        "<IF>q == 1</IF><THEN><STIM>force d 5 0</STIM></THEN><ELSE><STIM>force d 7 0</STIM></ELSE>",
+        {"w", "MODE=1"});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_TRUE(has(run.out, "=5=")) << run.out;
+    EXPECT_EQ(run.err,
+              "kivo: note: whether 'q == 1' holds is not decided: its THEN part is drawn\n");
+}
+
+TEST(WaveTest, SettingsThatAreWrongOrNotLegalAreTold) {
+    EXPECT_EQ(draw_mode(kConditional, {"MOD=1"}).status, 2);
+    EXPECT_EQ(draw_mode(kConditional, {"MODE=1", "--else", "MODE == 1"}).status, 2);
+    const RunResult run = draw_mode(kConditional, {"w", "MODE=0"});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.err,
+              "kivo: note: the configuration is not legal: 1 error; 'kivo configure' tells more\n");
+    EXPECT_TRUE(has(run.out, "=7=")) << run.out;
+}
+
 }  // namespace

@@ -15,12 +15,16 @@
 // Pages of descriptions, parsed as the XML that they are.
 class PageTest : public testing::Test {
 protected:
-    // The page of the file, which "document" is then parsed from.
-    void make(const std::string& path) {
+    // The page of the file with these settings, or without any, which "document" is then parsed
+    // from.
+    void make(const std::string& path, const std::vector<KIVO_ASSIGNMENT>& settings = {}) {
         Description description(path);
         ASSERT_FALSE(description.failure()) << path << ": " << *description.failure();
+        KIVO_SESSION session(description.info());
+        ASSERT_EQ(session.set_all(settings), KIVO_SET_RESULT::kDone);
         Sources sources;
-        page = make_page(description.info(), path, stimulus_findings(description, sources));
+        page = make_page(description.info(), path, stimulus_findings(description, sources),
+                         settings.empty() ? nullptr : &session);
         const pugi::xml_parse_result result = document.load_buffer(
             page.data(), page.size(), pugi::parse_default | pugi::parse_ws_pcdata);
         ASSERT_TRUE(result) << result.description() << " in:\n"

@@ -439,4 +439,60 @@ TEST_F(PageTest, ThousandsOfObjectsMakeAPage) {
     EXPECT_EQ(rows_of(section("ports")).size(), 5001U);
 }
 
+class ConfiguredPageTest : public PageTest {
+protected:
+    void configure(const char* example, const std::vector<KIVO_ASSIGNMENT>& settings) {
+        make(std::string(KIVO_EXAMPLES) + "/" + example + "_info.xml", settings);
+    }
+
+    // Whether a section holds a text.
+    bool says(const char* id, const std::string& text) const {
+        return text_of(section(id)).find(text) != std::string::npos;
+    }
+};
+
+TEST_F(ConfiguredPageTest, NamesItsSettingsAndShowsWhatTakesEffect) {
+    configure("fifo", {{"DEPTH", "1024"}, {"almost_full", "UNUSED"}});
+    EXPECT_NE(text_of(document.select_node("//header").node())
+                  .find("configured with DEPTH=1024, almost_full=UNUSED"),
+              std::string::npos);
+    EXPECT_TRUE(says("parameters", "STORAGE string BLOCK AUTO"));
+    EXPECT_TRUE(says("hidden-parameters", "LEVEL_WIDTH 11 5"));
+    EXPECT_TRUE(says("ports", "almost_full output not connected 1"));
+    EXPECT_TRUE(says("ports", "data input connected 8 DATA_WIDTH"));
+    EXPECT_FALSE(says("symbol", "almost_full"));
+    EXPECT_TRUE(says("symbol", "almost_empty"));
+    EXPECT_FALSE(section("verdicts"));
+}
+
+TEST_F(ConfiguredPageTest, DecidesWavesTextsAndMessages) {
+    configure("fifo", {{"READ_MODE", "SHOW_AHEAD"}, {"STORAGE", "REGISTERS"}});
+    EXPECT_TRUE(says("introduction", "The first word needs one clock"));
+    EXPECT_FALSE(says("introduction", "two clocks"));
+    EXPECT_FALSE(says("introduction", "If READ_MODE"));
+    EXPECT_TRUE(says("waveforms", "force read 0 0,1 180,0 260"));
+    EXPECT_FALSE(says("waveforms", "force read 0 0,1 160,0 240"));
+    EXPECT_FALSE(says("waveforms", "Drawn for the case"));
+    EXPECT_TRUE(says("messages", "A write to a full FIFO is ignored."));
+    EXPECT_FALSE(says("messages", "overwrites the oldest word"));
+
+    configure("ram", {{"DATA_WIDTH", "8"}});
+    EXPECT_TRUE(says("waveforms", "write_then_read"));
+    EXPECT_FALSE(says("waveforms", "shared_bus"));
+}
+
+TEST_F(ConfiguredPageTest, ListsWhatIsWrong) {
+    configure("fifo", {{"DEPTH", "8"}});
+    EXPECT_TRUE(
+        says("verdicts", "fifo_info.xml:32:7 ALMOST_FULL_LEVEL is 12, and must be from 1 to 7"));
+}
+
+TEST_F(ConfiguredPageTest, WithoutSettingsThePageIsAsEver) {
+    configure("fifo", {});
+    EXPECT_FALSE(says("parameters", "Now"));
+    EXPECT_TRUE(says("introduction", "If READ_MODE"));
+    EXPECT_TRUE(says("waveforms", "Drawn for the case"));
+    EXPECT_FALSE(section("verdicts"));
+}
+
 }  // namespace
