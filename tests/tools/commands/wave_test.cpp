@@ -745,8 +745,8 @@ TEST(WaveTest, AnOutputNeedsAName) {
 std::string with_mode(const std::string& elements) {
     return with_sections(
         "<PARAMETERS><PARAMETER NAME='MODE' TYPE='INTEGER' VALUE='1'/></PARAMETERS>"
-        "<PORTS><PORT NAME='d' TYPE='INPUT' WIDTH='MODE * 8'/>"
-        "<PORT NAME='q' TYPE='OUTPUT'/></PORTS>"
+        "<PORTS><PORT NAME='a' TYPE='INPUT'/><PORT NAME='d' TYPE='INPUT' WIDTH='MODE * 8'/>"
+        "<PORT NAME='e' TYPE='INPUT'/><PORT NAME='q' TYPE='OUTPUT'/></PORTS>"
         "<WAVE_DATA><WAVE NAME='w' MAX_TIME='40' TIME_STEP='10'>" +
         elements +
         "</WAVE><WAVE NAME='v' MAX_TIME='40' TIME_STEP='10'>"
