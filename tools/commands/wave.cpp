@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -129,13 +130,10 @@ public:
 private:
     // Leaves the vectors that apply; false when there is none.
     bool drop_others() {
-        if (session_ != nullptr) {
-            for (const KIVO_APPLICATION& each : session_->vectors()) {
-                if (each.applies == KIVO_TRUTH::kNo) {
-                    std::erase(vectors_, info_.get_vector_obj(each.name));
-                }
-            }
-        }
+        const std::set<std::string> others = vectors_left_out(session_);
+        std::erase_if(vectors_, [&others](const KIVO_VECTOR_OBJ* vector) {
+            return others.count(vector->name) > 0;
+        });
         return !vectors_.empty();
     }
 

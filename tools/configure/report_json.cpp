@@ -18,12 +18,13 @@ Json truth_json(KIVO_TRUTH truth) {
     return truth == KIVO_TRUTH::kUnknown ? Json() : Json(truth == KIVO_TRUTH::kYes);
 }
 
+// Names are given once, so that none need be looked for.
 Json settings_json(const std::vector<KIVO_ASSIGNMENT>& assignments) {
-    Json json = Json::object();
+    Json::object_t members;
     for (const KIVO_ASSIGNMENT& each : assignments) {
-        json[each.name] = each.value;
+        members.Container::emplace_back(each.name, each.value);
     }
-    return json;
+    return members;
 }
 
 Json parameter_json(const KIVO_SETTING& setting) {

@@ -12,7 +12,8 @@
 
 namespace {
 
-using Json = nlohmann::ordered_json;
+// One that finds the members of large objects.
+using Json = nlohmann::json;
 
 struct CloseFile {
     void operator()(std::FILE* file) const { std::fclose(file); }

@@ -1,7 +1,9 @@
 #include "tools/configure/verdict_form.h"
 
-#include <algorithm>
+#include <cstdint>
+#include <map>
 #include <string_view>
+#include <utility>
 
 #include "kivo/session/internal/near_word.h"
 #include "tools/configure/text_place.h"
@@ -20,28 +22,39 @@ Severity severity_of(KIVO_SEVERITY severity) {
                                                 : Severity::kWarning;
 }
 
-bool is_same_element(const KIVO_MARK& left, const KIVO_MARK& right) {
-    return left.file == right.file && left.offset == right.offset;
-}
-
 bool ends_with(const std::string& text, const std::string& end) {
     return text.size() >= end.size() &&
            text.compare(text.size() - end.size(), end.size(), end) == 0;
 }
 
-// The fault that a verdict tells; null for a verdict of another sort.
-const KIVO_FAULT* fault_of(const KIVO_SESSION& session, const KIVO_VERDICT& verdict) {
-    if (verdict.id != "fault") {
+// The faults of a description by the element that they stand in.
+class FaultsByElement {
+public:
+    explicit FaultsByElement(const std::vector<KIVO_FAULT>& faults) {
+        for (const KIVO_FAULT& fault : faults) {
+            faults_[{fault.mark.file, fault.mark.offset}].push_back(&fault);
+        }
+    }
+
+    // The one that a verdict tells; null for a verdict of another sort.
+    const KIVO_FAULT* told_by(const KIVO_VERDICT& verdict) const {
+        const auto element = faults_.find({verdict.mark.file, verdict.mark.offset});
+        if (verdict.id != "fault" || element == faults_.end()) {
+            return nullptr;
+        }
+        for (const KIVO_FAULT* const fault : element->second) {
+            const std::string end =
+                "\"" + fault->source + "\": " + fault->text + " [" + fault->id + "]";
+            if (ends_with(verdict.text, end)) {
+                return fault;
+            }
+        }
         return nullptr;
     }
-    const std::vector<KIVO_FAULT>& faults = session.faults();
-    const auto found = std::find_if(faults.begin(), faults.end(), [&](const KIVO_FAULT& fault) {
-        return is_same_element(fault.mark, verdict.mark) &&
-               ends_with(verdict.text,
-                         "\"" + fault.source + "\": " + fault.text + " [" + fault.id + "]");
-    });
-    return found == faults.end() ? nullptr : &*found;
-}
+
+private:
+    std::map<std::pair<std::uint32_t, std::uint32_t>, std::vector<const KIVO_FAULT*>> faults_;
+};
 
 // The item of a parameter's list that was probably meant by its value.
 std::string meant_value(const KIVO_SESSION& session, const Description& description,
@@ -56,14 +69,13 @@ std::string meant_value(const KIVO_SESSION& session, const Description& descript
 }
 
 Finding finding_of(const KIVO_SESSION& session, const Description& description,
-                   const KIVO_VERDICT& verdict, Sources& sources) {
+                   const KIVO_VERDICT& verdict, const KIVO_FAULT* fault, Sources& sources) {
     Finding finding;
     finding.severity = severity_of(verdict.severity);
     finding.id = verdict.id;
     finding.text = join_lines(verdict.text);
     finding.object = verdict.subject.name;
     const KIVO_PLACE told = description.info().get_place(verdict.mark);
-    const KIVO_FAULT* const fault = fault_of(session, verdict);
     finding.place = fault == nullptr ? place_of(description, told, sources)
                                      : place_in_text(description, told, *fault, sources);
     if (const std::string meant = meant_value(session, description, verdict); !meant.empty()) {
@@ -78,9 +90,10 @@ std::vector<VerdictForm> verdict_forms(const KIVO_SESSION& session,
                                        const Description& description) {
     std::vector<VerdictForm> forms;
     Sources sources;
+    const FaultsByElement faults(session.faults());
     for (const KIVO_VERDICT& verdict : session.verdicts()) {
         VerdictForm& form = forms.emplace_back();
-        form.finding = finding_of(session, description, verdict, sources);
+        form.finding = finding_of(session, description, verdict, faults.told_by(verdict), sources);
         form.is_undecided = verdict.is_undecided;
     }
     return forms;

@@ -89,19 +89,6 @@ void write_decided_stimulus(HtmlWriter& html, const KIVO_VECTOR_OBJ& vector,
     table.write(html);
 }
 
-// The vectors that do not apply to a configuration; none without one.
-std::set<std::string> not_applying(const KIVO_SESSION* session) {
-    std::set<std::string> names;
-    if (session != nullptr) {
-        for (const KIVO_APPLICATION& each : session->vectors()) {
-            if (each.applies == KIVO_TRUTH::kNo) {
-                names.insert(each.name);
-            }
-        }
-    }
-    return names;
-}
-
 class WaveformSection {
 public:
     WaveformSection(HtmlWriter& html, const DocSource& source)
@@ -184,7 +171,7 @@ private:
 
 void write_waveforms(HtmlWriter& html, DocSource& source) {
     WaveformSection section(html, source);
-    const std::set<std::string> others = not_applying(source.session);
+    const std::set<std::string> others = vectors_left_out(source.session);
     source.info.reset_vector_map();
     while (KIVO_VECTOR_OBJ* vector = source.info.get_next_vector_obj()) {
         if (others.count(vector->name) == 0) {

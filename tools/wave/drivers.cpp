@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <limits>
-#include <set>
 
 #include "tools/text/text_escape.h"
 
@@ -55,6 +54,18 @@ std::vector<Driver> find_drivers(KIVO_VECTOR_OBJ& vector, const WaveCase& drawn)
         }
     }
     return drivers;
+}
+
+std::set<std::string> vectors_left_out(const KIVO_SESSION* session) {
+    std::set<std::string> names;
+    if (session != nullptr) {
+        for (const KIVO_APPLICATION& each : session->vectors()) {
+            if (each.applies == KIVO_TRUTH::kNo) {
+                names.insert(each.name);
+            }
+        }
+    }
+    return names;
 }
 
 std::vector<std::string> wave_conditions(KIVO_VECTOR_OBJ& vector) {

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -23,6 +24,9 @@ struct WaveCase {
 
 // The commands that count, not evaluated yet; of a condition that is not decided the THEN part.
 std::vector<Driver> find_drivers(KIVO_VECTOR_OBJ& vector, const WaveCase& drawn);
+
+// The names of the vectors that do not apply to a configuration; none without one.
+std::set<std::string> vectors_left_out(const KIVO_SESSION* session);
 
 // The conditions of a vector's commands, each once, in order.
 std::vector<std::string> wave_conditions(KIVO_VECTOR_OBJ& vector);
