@@ -661,7 +661,8 @@ class Configuration:
         own = {("state", port), ("constant", port)}
         named = self.nodes_in(self.value_texts(port, "STATE"))
         default = self.nodes_in(self.default_texts(port))
-        self.edges["state", port] = (named - own) | (default if own & named else set())
+        self.edges["state", port] = (named - own) | (
+            default if ("constant", port) in named else set())
         self.edges["constant", port] = (
             (self.nodes_in(self.value_texts(port, "FORCE_VALUE")) - own) | default
             | {("state", port)})

@@ -362,34 +362,74 @@ bool Engine::update(std::uint32_t node) {
     return is_changed;
 }
 
-// The members of a cycle start at what was asked for and are evaluated in place, in the order of
-// declaration, until nothing changes any more.
+bool Engine::applies(const CycleEdge& edge) const {
+    if (edge.when == CycleEdge::kAlways) {
+        return true;
+    }
+    if (edge.when != CycleEdge::kWithoutPreset) {
+        return edge.when == map_;
+    }
+    const std::uint32_t preset = presets_[edge.from];
+    return preset == kNone || model_->description->presets[preset].value == kNone;
+}
+
+Components Engine::circles_of(std::uint32_t component, const std::vector<std::uint32_t>& members,
+                              std::vector<std::uint8_t>& is_circle) const {
+    const std::vector<std::uint32_t>& component_of = model_->components.component_of;
+    auto edge = std::lower_bound(model_->cycle_edges.begin(), model_->cycle_edges.end(), component,
+                                 [&component_of](const CycleEdge& each, std::uint32_t value) {
+                                     return component_of[each.from] < value;
+                                 });
+    std::unordered_map<std::uint32_t, std::uint32_t> position;
+    for (std::uint32_t i = 0; i < members.size(); ++i) {
+        position.emplace(members[i], i);
+    }
+    std::vector<Edge> edges;
+    for (; edge != model_->cycle_edges.end() && component_of[edge->from] == component; ++edge) {
+        if (applies(*edge)) {
+            edges.push_back({position[edge->from], position[edge->to]});
+        }
+    }
+    const Adjacency graph(static_cast<std::uint32_t>(members.size()), edges);
+    Components circles(graph);
+    is_circle.assign(circles.size(), 0);
+    for (std::uint32_t i = 0; i < circles.size(); ++i) {
+        const auto inside = circles.members(i);
+        const auto inputs = graph.of(inside[0]);
+        is_circle[i] =
+            inside.size() > 1 || std::binary_search(inputs.begin(), inputs.end(), inside[0]) ? 1
+                                                                                             : 0;
+    }
+    return circles;
+}
+
+// A component is cyclic by all rules that there are; those of maps that are not selected do not
+// count.
 void Engine::run_cycle(std::uint32_t component) {
     const auto members = model_->components.members(component);
     const std::uint32_t objects = model_->object_count();
     std::vector<std::uint32_t> order(members.begin(), members.end());
-    // A port's state comes before its constant.
+    // In the order of declaration, a port's state before its constant.
     std::sort(order.begin(), order.end(), [objects](std::uint32_t left, std::uint32_t right) {
         const std::uint32_t first = left % objects;
         const std::uint32_t second = right % objects;
         return first != second ? first < second : left < right;
     });
     std::vector<Value> before;
-    std::vector<std::uint32_t> macros;
-    std::vector<std::uint32_t> settings;
     for (const std::uint32_t node : order) {
-        const bool is_macro =
-            node < objects && model_->description->objects[node].kind == ObjectKind::kMacro;
         before.push_back(slot(node));
-        (is_macro ? macros : settings).push_back(node);
     }
-    start_cycle(settings);
-    if (!settle_cycle(settings)) {
-        lose_cycle(settings);
-    }
-    for (const std::uint32_t node : macros) {
-        if (!is_relay(node)) {
-            update(node);
+    std::vector<std::uint8_t> is_circle;
+    const Components circles = circles_of(component, order, is_circle);
+    for (std::uint32_t i = 0; i < circles.size(); ++i) {
+        std::vector<std::uint32_t> inside;
+        for (const std::uint32_t position : circles.members(i)) {
+            inside.push_back(order[position]);
+        }
+        if (is_circle[i] != 0) {
+            run_circle(std::move(inside));
+        } else if (!is_relay(inside[0])) {
+            update(inside[0]);
         }
     }
     for (std::size_t i = 0; i < order.size(); ++i) {
@@ -402,6 +442,27 @@ void Engine::run_cycle(std::uint32_t component) {
     is_queued_[component] = 0;
     queue_.erase(std::remove(queue_.begin(), queue_.end(), component), queue_.end());
     std::make_heap(queue_.begin(), queue_.end(), std::greater<>());
+}
+
+// The members start at what was asked for and are evaluated in place, in the order of declaration,
+// until nothing changes any more. Macros are seen through.
+void Engine::run_circle(std::vector<std::uint32_t> members) {
+    const auto is_macro = [this](std::uint32_t node) {
+        return node < model_->object_count() &&
+               model_->description->objects[node].kind == ObjectKind::kMacro;
+    };
+    const auto first_macro = std::stable_partition(
+        members.begin(), members.end(), [&](std::uint32_t node) { return !is_macro(node); });
+    const std::vector<std::uint32_t> settings(members.begin(), first_macro);
+    start_cycle(settings);
+    if (!settle_cycle(settings)) {
+        lose_cycle(settings);
+    }
+    for (auto macro = first_macro; macro != members.end(); ++macro) {
+        if (!is_relay(*macro)) {
+            update(*macro);
+        }
+    }
 }
 
 void Engine::start_cycle(const std::vector<std::uint32_t>& settings) {

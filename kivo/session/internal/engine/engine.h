@@ -120,6 +120,11 @@ private:
     void propagate();
     void run_component(std::uint32_t component);
     void run_cycle(std::uint32_t component);
+    // The circles that are left of a cyclic component now, inputs first: positions in "members".
+    Components circles_of(std::uint32_t component, const std::vector<std::uint32_t>& members,
+                          std::vector<std::uint8_t>& is_circle) const;
+    bool applies(const CycleEdge& edge) const;
+    void run_circle(std::vector<std::uint32_t> members);
     bool update(std::uint32_t node);
     bool is_relay(std::uint32_t node) const;
     void note_change(std::uint32_t node);

@@ -46,6 +46,56 @@ int order_of(Value left, Value right) {
     return compare(left.as_real(), right.as_real());
 }
 
+bool replace(Value& value, std::int64_t low) {
+    value.low = low;
+    return true;
+}
+
+// Almost everything that rules are made of, whole numbers of 64 bits and truths: false for anything
+// else, with "left" unchanged. Values are read and written in parts: a copy of what was just
+// written in parts has to wait for it.
+bool apply_to_common(Operator operation, Value& left, const Value& right) {
+    if (left.kind == ValueKind::kTruth && right.kind == ValueKind::kTruth) {
+        if (operation == Operator::kAnd) {
+            left.low &= right.low;
+        } else if (operation == Operator::kOr) {
+            left.low |= right.low;
+        }
+        return operation == Operator::kAnd || operation == Operator::kOr;
+    }
+    if (left.kind != ValueKind::kInteger || right.kind != ValueKind::kInteger) {
+        return false;
+    }
+    std::int64_t result = 0;
+    // A quotient by -1 may not fit.
+    const bool is_simple_divisor = right.low != 0 && right.low != -1;
+    switch (operation) {
+        case Operator::kEqual:
+        case Operator::kUnlike:
+        case Operator::kLess:
+        case Operator::kAtMost:
+        case Operator::kGreater:
+        case Operator::kAtLeast:
+            left.kind = ValueKind::kTruth;
+            return replace(left, holds(operation, left.low < right.low   ? -1
+                                                  : left.low > right.low ? 1
+                                                                         : 0));
+        case Operator::kAdd:
+            return !__builtin_add_overflow(left.low, right.low, &result) && replace(left, result);
+        case Operator::kSubtract:
+            return !__builtin_sub_overflow(left.low, right.low, &result) && replace(left, result);
+        case Operator::kMultiply:
+            return !__builtin_mul_overflow(left.low, right.low, &result) && replace(left, result);
+        case Operator::kDivide:
+        case Operator::kQuotient:
+            return is_simple_divisor && replace(left, left.low / right.low);
+        case Operator::kRemainder:
+            return is_simple_divisor && replace(left, left.low % right.low);
+        default:
+            return false;
+    }
+}
+
 // The truth that a text stands for; nothing for any other text.
 std::optional<bool> truth_of(std::string_view text) {
     if (text == "ON" || text == "TRUE") {
@@ -101,11 +151,12 @@ Value Evaluator::at_most(Value least, Value greatest, const Program& program, co
 }
 
 Value Evaluator::run(const Program& program) {
-    stack_.clear();
+    top_ = 0;
     frames_.clear();
     steps_ = 0;
     const Code* code = scene_->local_code != nullptr ? scene_->local_code : scene_->code;
     frame_ = {code, program.begin, program.end, program.text, 0};
+    make_room(program);
     for (;;) {
         if (frame_.at != frame_.end) {
             if (++steps_ > kMostSteps) {
@@ -115,45 +166,48 @@ Value Evaluator::run(const Program& program) {
             step(frame_.code->instructions[frame_.at++]);
             continue;
         }
+        const Value& result = stack_[top_ - 1];
         if (frames_.empty()) {
             frame_.text = program.text;
-            return stack_.back();
+            return result;
         }
-        stack_[frame_.arguments] = stack_.back();
-        stack_.resize(frame_.arguments + 1);
+        stack_[frame_.arguments] = result;
+        top_ = frame_.arguments + 1;
         frame_ = frames_.back();
         frames_.pop_back();
     }
 }
 
-void Evaluator::step(const Instruction& instruction) {
+// An instruction leaves at most one value.
+void Evaluator::make_room(const Program& program) {
+    const std::size_t needed = top_ + (program.end - program.begin) + 1;
+    if (stack_.size() < needed) {
+        stack_.resize(2 * needed);
+    }
+}
+
+inline void Evaluator::step(const Instruction& instruction) {
     switch (instruction.action) {
         case Action::kConstant:
-            stack_.push_back(instruction.index < frame_.code->constants.size()
-                                 ? frame_.code->constants[instruction.index]
-                                 : fault(FaultId::kTooLarge, instruction.offset));
-            return;
+            return push(instruction.index < frame_.code->constants.size()
+                            ? frame_.code->constants[instruction.index]
+                            : fault(FaultId::kTooLarge, instruction.offset));
         case Action::kValue:
             if (instruction.index == scene_->own_parameter) {
                 has_read_own_ = true;
-                stack_.push_back(scene_->own_value);
-            } else {
-                stack_.push_back(scene_->parameters[instruction.index]);
+                return push(scene_->own_value);
             }
-            return;
+            return push(scene_->parameters[instruction.index]);
         case Action::kPort:
-            stack_.push_back(Value::port(instruction.index));
-            return;
+            return push(Value::port(instruction.index));
         case Action::kArgument:
-            stack_.push_back(Value(stack_[frame_.arguments + instruction.index]));
-            return;
+            return push(stack_[frame_.arguments + instruction.index]);
         case Action::kMacro:
             if (scene_->expanded_macros != nullptr &&
                 scene_->expanded_macros[instruction.index] != 0) {
                 return call(scene_->macros[instruction.index], 0);
             }
-            stack_.push_back(scene_->macro_values[instruction.index]);
-            return;
+            return push(scene_->macro_values[instruction.index]);
         case Action::kCall:
             return call(scene_->macros[instruction.index], instruction.count);
         case Action::kFunction:
@@ -167,16 +221,17 @@ void Evaluator::step(const Instruction& instruction) {
 
 void Evaluator::call(const Program& macro, std::uint32_t arguments) {
     if (arguments == 0) {
-        stack_.emplace_back();  // the place of the result
+        push(Value());  // the place of the result
         arguments = 1;
     }
     frames_.push_back(frame_);
     frame_ = {scene_->code, macro.begin, macro.end, macro.text,
-              static_cast<std::uint32_t>(stack_.size()) - arguments};
+              static_cast<std::uint32_t>(top_) - arguments};
+    make_room(macro);
 }
 
 void Evaluator::apply_function(Function function, std::uint32_t count, std::uint32_t offset) {
-    const std::size_t first = stack_.size() - count;
+    const std::size_t first = top_ - count;
     Value result;
     if (function == Function::kMin || function == Function::kMax) {
         result = choose(function, stack_.data() + first, count, offset);
@@ -186,8 +241,8 @@ void Evaluator::apply_function(Function function, std::uint32_t count, std::uint
             result = function_of(function, result, offset);
         }
     }
-    stack_.resize(first);
-    stack_.push_back(result);
+    top_ = first;
+    push(result);
 }
 
 Value Evaluator::function_of(Function function, Value operand, std::uint32_t offset) {
@@ -255,14 +310,17 @@ Value Evaluator::choose(Function function, const Value* operands, std::uint32_t 
 void Evaluator::apply_operator(Operator operation, std::uint32_t offset,
                                std::uint32_t state_words) {
     if (!is_binary(operation)) {
-        Value& operand = stack_.back();
+        Value& operand = stack_[top_ - 1];
         operand = operation == Operator::kNot ? negated(operand, offset)
                                               : signed_value(operation, operand, offset);
         return;
     }
-    const Value right = stack_.back();
-    stack_.pop_back();
-    Value& left = stack_.back();
+    --top_;
+    Value& left = stack_[top_ - 1];
+    if (apply_to_common(operation, left, stack_[top_])) {
+        return;
+    }
+    const Value right = stack_[top_];
     switch (operation) {
         case Operator::kOr:
             left = either(left, right, offset);
@@ -276,12 +334,6 @@ void Evaluator::apply_operator(Operator operation, std::uint32_t offset,
         case Operator::kAtMost:
         case Operator::kGreater:
         case Operator::kAtLeast:
-            if (left.kind == ValueKind::kInteger && right.kind == ValueKind::kInteger) {
-                left = Value::truth(holds(operation, left.low < right.low   ? -1
-                                                     : left.low > right.low ? 1
-                                                                            : 0));
-                return;
-            }
             if (left.kind == ValueKind::kPort && (state_words & kRightStateWord) != 0) {
                 left = compared_states(operation, left, right);
             } else if (right.kind == ValueKind::kPort && (state_words & kLeftStateWord) != 0) {
@@ -375,19 +427,6 @@ Value Evaluator::compared_truth(Operator operation, Value truth, Value other,
 }
 
 Value Evaluator::calculated(Operator operation, Value left, Value right, std::uint32_t offset) {
-    // Almost everything that descriptions calculate.
-    if (left.kind == ValueKind::kInteger && right.kind == ValueKind::kInteger) {
-        std::int64_t result = 0;
-        const bool fits = (operation == Operator::kAdd &&
-                           !__builtin_add_overflow(left.low, right.low, &result)) ||
-                          (operation == Operator::kSubtract &&
-                           !__builtin_sub_overflow(left.low, right.low, &result)) ||
-                          (operation == Operator::kMultiply &&
-                           !__builtin_mul_overflow(left.low, right.low, &result));
-        if (fits) {
-            return Value::integer(result);
-        }
-    }
     left = as_operand(left);
     right = as_operand(right);
     if (left.is_unknown() || right.is_unknown()) {

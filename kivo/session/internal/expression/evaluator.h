@@ -75,6 +75,8 @@ private:
     };
 
     Value run(const Program& program);
+    void make_room(const Program& program);
+    void push(const Value& value) { stack_[top_++] = value; }
     void step(const Instruction& instruction);
     void call(const Program& macro, std::uint32_t arguments);
     void apply_function(Function function, std::uint32_t count, std::uint32_t offset);
@@ -108,7 +110,8 @@ private:
     Value united(Value left, Value right);
 
     const Scene* scene_ = nullptr;
-    std::vector<Value> stack_;
+    std::vector<Value> stack_;  // those below top_ count
+    std::size_t top_ = 0;
     std::vector<Frame> frames_;
     Frame frame_{};
     std::uint32_t steps_ = 0;

@@ -42,8 +42,7 @@ private:
             {action, what, static_cast<std::uint16_t>(node.count), index, node.offset});
     }
     void push_constant(std::uint32_t position, Value value) {
-        push(Action::kConstant, position, static_cast<std::uint32_t>(code_.constants.size()));
-        code_.constants.push_back(value);
+        push(Action::kConstant, position, code_.add_constant(value));
     }
     std::optional<Value> number(std::string_view token) const;
 
@@ -194,6 +193,21 @@ void Compiler::note_port(std::uint32_t position, Position place) {
 }
 
 }  // namespace
+
+std::size_t Code::Hash::operator()(const Value& value) const {
+    const auto bits = static_cast<std::uint64_t>(value.low ^ value.high) +
+                      (static_cast<std::uint64_t>(value.kind) << 56);
+    return bits * 0x9E3779B97F4A7C15U >> 20;
+}
+
+std::uint32_t Code::add_constant(Value value) {
+    const auto [entry, is_new] =
+        index_.try_emplace(value, static_cast<std::uint32_t>(constants.size()));
+    if (is_new) {
+        constants.push_back(value);
+    }
+    return entry->second;
+}
 
 Program compile(std::string_view text, const std::vector<Node>& nodes, std::uint32_t root,
                 const Resolution& resolution, Position position, std::uint32_t text_number,

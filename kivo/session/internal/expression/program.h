@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "kivo/session/internal/expression/expression.h"
@@ -45,8 +46,18 @@ struct Program {
 };
 
 struct Code {
+    // The position of a constant among "constants", each of which stands there once: rules name few
+    // different ones, and those stay where they are fast to reach.
+    std::uint32_t add_constant(Value value);
+
     std::vector<Instruction> instructions;
     std::vector<Value> constants;
+
+private:
+    struct Hash {
+        std::size_t operator()(const Value& value) const;
+    };
+    std::unordered_map<Value, std::uint32_t, Hash> index_;
 };
 
 // What a text asks of the names in it.

@@ -40,9 +40,16 @@ private:
 
     void connect_nodes();
     void connect_leaves();
-    // The nodes that evaluating a node reads.
-    void collect_inputs(std::uint32_t node, std::vector<std::uint32_t>& inputs);
-    void collect_texts(std::uint32_t node, std::vector<std::uint32_t>& texts) const;
+    // A text that a node is made from, and when: see CycleEdge.
+    struct Source {
+        std::uint32_t text;
+        std::uint32_t when;
+    };
+    // What evaluating the nodes reads.
+    void collect_edges(std::vector<CycleEdge>& edges);
+    void collect_node_edges(std::uint32_t node, std::vector<CycleEdge>& edges);
+    void collect_texts(std::uint32_t node, std::vector<Source>& texts) const;
+    void keep_cycle_edges(const std::vector<CycleEdge>& edges);
     void collect_own_use(std::uint32_t owner, const Use& use, std::vector<std::uint32_t>& inputs);
     void collect_use(std::uint32_t owner, const Use& use, std::vector<std::uint32_t>& inputs);
     void collect_leaf_inputs(const Leaf& leaf, std::vector<std::uint32_t>& inputs) const;
@@ -51,7 +58,7 @@ private:
     bool find_own_mentions();
     void expand_component_macros();
     std::uint32_t flags_of(std::uint32_t object);
-    void find_components(const std::vector<Edge>& edges);
+    void find_components(const std::vector<CycleEdge>& edges);
 
     const SourceText& source(std::uint32_t text) const { return description_.texts[text]; }
     const Object& object(std::uint32_t index) const { return description_.objects[index]; }
@@ -65,7 +72,8 @@ private:
     std::vector<std::vector<Fault>> macro_faults_;    // by object
     std::vector<std::vector<Reason>> macro_reasons_;  // by object
     std::vector<std::uint8_t> is_macro_used_;         // by object
-    std::vector<std::uint32_t> scratch_;
+    std::vector<Source> scratch_;
+    std::vector<std::uint32_t> inputs_;
 };
 
 }  // namespace kivo_session

@@ -107,18 +107,24 @@ void ModelBuilder::find_macro_recursion() {
         }
         for (const std::uint32_t macro : members) {
             const std::string_view text = source(object(macro).default_text).text;
-            for (const Node& node : model_.macro_nodes[macro]) {
-                const std::uint32_t used = model_.find(token_of(text, node));
-                const bool is_name = node.kind == NodeKind::kName || node.kind == NodeKind::kCall;
-                if (!is_name || used == kNone || circles.component_of[used] != component ||
-                    !leads_to(macro, used)) {
-                    continue;
+            const std::vector<Node>& nodes = model_.macro_nodes[macro];
+            resolve(text, nodes, model_, model_.macro_arguments[macro], resolution_);
+            const Node* first = nullptr;
+            std::uint32_t used = kNone;
+            for (std::uint32_t i = 0; i < nodes.size(); ++i) {
+                const Binding& binding = resolution_.bindings[i];
+                if (binding.kind == BindingKind::kMacro &&
+                    circles.component_of[binding.index] == component &&
+                    (first == nullptr || nodes[i].offset < first->offset)) {
+                    first = &nodes[i];
+                    used = binding.index;
                 }
-                macro_faults_[macro].push_back({FaultId::kMacroRecursion, node.offset, node.length,
-                                                "the macro " + std::string(object(macro).name) +
-                                                    " uses itself through " +
-                                                    std::string(object(used).name)});
-                break;
+            }
+            if (first != nullptr) {
+                macro_faults_[macro].push_back(
+                    {FaultId::kMacroRecursion, first->offset, first->length,
+                     "the macro " + std::string(object(macro).name) + " uses itself through " +
+                         std::string(object(used).name)});
             }
         }
         // All members are spoiled by the faults of all.
@@ -285,8 +291,7 @@ void ModelBuilder::set_constant(std::uint32_t number, Value value) {
     program.begin = static_cast<std::uint32_t>(model_.code.instructions.size());
     program.end = program.begin + 1;
     model_.code.instructions.push_back(
-        {Action::kConstant, 0, 0, static_cast<std::uint32_t>(model_.code.constants.size()), 0});
-    model_.code.constants.push_back(value);
+        {Action::kConstant, 0, 0, model_.code.add_constant(value), 0});
 }
 
 // A state is its number; a whole number in place of a state is kept as its text.

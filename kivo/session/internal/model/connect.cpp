@@ -30,17 +30,17 @@ std::uint32_t ModelBuilder::node_of(const Use& use) const {
     return use.kind == UseKind::kPortConstant ? model_.constant_node(use.index) : use.index;
 }
 
-void ModelBuilder::collect_texts(std::uint32_t node, std::vector<std::uint32_t>& texts) const {
+void ModelBuilder::collect_texts(std::uint32_t node, std::vector<Source>& texts) const {
     const bool is_constant = node >= model_.object_count();
-    const std::uint32_t index = is_constant ? node - model_.object_count() : node;
-    const Object& each = object(index);
-    const auto add = [&texts](std::uint32_t text) {
+    const Object& each = object(node % model_.object_count());
+    const auto add = [&texts](std::uint32_t text, std::uint32_t when) {
         if (text != kNone) {
-            texts.push_back(text);
+            texts.push_back({text, when});
         }
     };
-    if (is_constant ? is_port(each.kind) : !is_port(each.kind)) {
-        add(each.default_text);
+    if (is_constant || !is_port(each.kind)) {
+        add(each.default_text,
+            is_parameter(each.kind) ? CycleEdge::kWithoutPreset : CycleEdge::kAlways);
     }
     for (std::uint32_t i = each.elements.begin; i < each.elements.end; ++i) {
         const Element& element = description_.elements[i];
@@ -48,9 +48,10 @@ void ModelBuilder::collect_texts(std::uint32_t node, std::vector<std::uint32_t>&
                              (element.kind == ElementKind::kState && !is_constant) ||
                              (element.kind == ElementKind::kPortForce && is_constant);
         if (is_read) {
-            add(element.first);
-            add(element.second);
-            add(element.condition);
+            const std::uint32_t when = element.map == kNone ? CycleEdge::kAlways : element.map;
+            add(element.first, when);
+            add(element.second, when);
+            add(element.condition, when);
         }
     }
 }
@@ -111,32 +112,68 @@ void ModelBuilder::collect_use(std::uint32_t owner, const Use& use,
     }
 }
 
-void ModelBuilder::collect_inputs(std::uint32_t node, std::vector<std::uint32_t>& inputs) {
-    std::vector<std::uint32_t>& texts = scratch_;
-    texts.clear();
-    collect_texts(node, texts);
+void ModelBuilder::collect_node_edges(std::uint32_t node, std::vector<CycleEdge>& edges) {
+    scratch_.clear();
+    collect_texts(node, scratch_);
     const bool is_constant = node >= model_.object_count();
     const std::uint32_t index = node % model_.object_count();
-    for (const std::uint32_t text : texts) {
+    for (const auto& [text, when] : scratch_) {
+        inputs_.clear();
         const Range range = text_uses_[text];
         // The default of a port is none of its own texts: there its name is the port as it is.
         const bool is_own = !is_constant || text != object(index).default_text;
         for (std::uint32_t use = range.begin; use < range.end; ++use) {
             if (is_own) {
-                collect_use(node, uses_[use], inputs);
+                collect_use(node, uses_[use], inputs_);
             } else {
-                inputs.push_back(node_of(uses_[use]));
+                inputs_.push_back(node_of(uses_[use]));
             }
+        }
+        for (const std::uint32_t input : inputs_) {
+            edges.push_back({node, input, when});
         }
     }
     if (is_constant) {
-        inputs.push_back(index);
+        edges.push_back({node, index, CycleEdge::kAlways});
     }
 }
 
-void ModelBuilder::find_components(const std::vector<Edge>& edges) {
+void ModelBuilder::collect_edges(std::vector<CycleEdge>& edges) {
+    edges.clear();
+    const std::uint32_t objects = model_.object_count();
+    for (std::uint32_t node = 0; node < 2 * objects; ++node) {
+        if (node < objects || is_port(object(node - objects).kind)) {
+            collect_node_edges(node, edges);
+        }
+    }
+    for (std::uint32_t map = 0; map < description_.maps.size(); ++map) {
+        const Range presets = description_.maps[map].presets;
+        for (std::uint32_t i = presets.begin; i < presets.end; ++i) {
+            const Preset& preset = description_.presets[i];
+            const Range range = preset.value == kNone ? Range() : text_uses_[preset.value];
+            inputs_.clear();
+            for (std::uint32_t use = range.begin; use < range.end; ++use) {
+                collect_use(preset.object, uses_[use], inputs_);
+            }
+            for (const std::uint32_t input : inputs_) {
+                edges.push_back({preset.object, input, map});
+            }
+        }
+    }
+}
+
+void ModelBuilder::find_components(const std::vector<CycleEdge>& edges) {
     const std::uint32_t size = 2 * model_.object_count();
-    model_.inputs = Adjacency(size, edges);
+    std::vector<Edge> plain;
+    plain.reserve(edges.size());
+    for (const CycleEdge& edge : edges) {
+        plain.push_back({edge.from, edge.to});
+    }
+    model_.inputs = Adjacency(size, plain);
+    for (Edge& edge : plain) {
+        std::swap(edge.from, edge.to);
+    }
+    model_.dependents = Adjacency(size, plain);
     model_.components = Components(model_.inputs);
     model_.is_cyclic.assign(model_.components.size(), 0);
     for (std::uint32_t component = 0; component < model_.components.size(); ++component) {
@@ -148,48 +185,30 @@ void ModelBuilder::find_components(const std::vector<Edge>& edges) {
     }
 }
 
+void ModelBuilder::keep_cycle_edges(const std::vector<CycleEdge>& edges) {
+    const std::vector<std::uint32_t>& component_of = model_.components.component_of;
+    for (const CycleEdge& edge : edges) {
+        if (component_of[edge.from] == component_of[edge.to] &&
+            model_.is_cyclic[component_of[edge.from]] != 0) {
+            model_.cycle_edges.push_back(edge);
+        }
+    }
+    std::stable_sort(model_.cycle_edges.begin(), model_.cycle_edges.end(),
+                     [&component_of](const CycleEdge& left, const CycleEdge& right) {
+                         return component_of[left.from] < component_of[right.from];
+                     });
+}
+
 void ModelBuilder::connect_nodes() {
-    const auto all_edges = [this] {
-        std::vector<Edge> edges;
-        std::vector<std::uint32_t> inputs;
-        for (std::uint32_t node = 0; node < 2 * model_.object_count(); ++node) {
-            const bool is_constant = node >= model_.object_count();
-            if (is_constant && !is_port(object(node - model_.object_count()).kind)) {
-                continue;
-            }
-            inputs.clear();
-            collect_inputs(node, inputs);
-            for (const std::uint32_t input : inputs) {
-                edges.push_back({node, input});
-            }
-        }
-        std::vector<std::uint32_t> preset_inputs;
-        for (const Preset& preset : description_.presets) {
-            if (preset.value == kNone) {
-                continue;
-            }
-            preset_inputs.clear();
-            const Range range = text_uses_[preset.value];
-            for (std::uint32_t use = range.begin; use < range.end; ++use) {
-                collect_use(preset.object, uses_[use], preset_inputs);
-            }
-            for (const std::uint32_t input : preset_inputs) {
-                edges.push_back({preset.object, input});
-            }
-        }
-        return edges;
-    };
-    std::vector<Edge> edges = all_edges();
+    std::vector<CycleEdge> edges;
+    collect_edges(edges);
     find_components(edges);
     if (find_own_mentions()) {
-        edges = all_edges();
+        collect_edges(edges);
         find_components(edges);
     }
     expand_component_macros();
-    for (Edge& edge : edges) {
-        std::swap(edge.from, edge.to);
-    }
-    model_.dependents = Adjacency(2 * model_.object_count(), edges);
+    keep_cycle_edges(edges);
 }
 
 std::uint32_t ModelBuilder::flags_of(std::uint32_t index) {

@@ -66,6 +66,17 @@ struct TextFault {
     Fault fault;
 };
 
+// That one member of a cycle reads another, and when: always, while a wizard map is selected, or
+// while no selected map presets a value.
+struct CycleEdge {
+    static constexpr std::uint32_t kAlways = kNone;
+    static constexpr std::uint32_t kWithoutPreset = kNone - 1;
+
+    std::uint32_t from;
+    std::uint32_t to;
+    std::uint32_t when;  // or the position of a map
+};
+
 // A description, compiled: nothing in it changes afterwards, so sessions share it.
 // Nodes are the values that others depend on: node i is object i (a parameter's value, a port's
 // state, a macro), node i + objects is the constant at port i.
@@ -120,6 +131,7 @@ public:
     Adjacency leaf_inputs;                // from a leaf to nodes
     Components components;                // of the nodes, inputs first
     std::vector<std::uint8_t> is_cyclic;  // by component
+    std::vector<CycleEdge> cycle_edges;   // of all cyclic components, sorted by component
     // By object: which macros its own texts must not read as values; an index of macro_flags.
     std::vector<std::uint32_t> expansion;
     std::vector<std::vector<std::uint8_t>> macro_flags;  // by object
