@@ -280,13 +280,16 @@ void Engine::note_standing(std::uint32_t leaf, bool needs_texts) {
 
 std::uint8_t Engine::standing_of(std::uint32_t number, bool needs_texts) const {
     const Leaf& leaf = model_->leaves[number];
-    const Value result = results_[number];
+    const Value& result = results_[number];
+    const bool is_spoiled = needs_texts && model_->has_spoiled_text[number] != 0;
+    if (is_judged(leaf.kind) && result.is_true() && !is_spoiled) {
+        return 0;
+    }
     if (leaf.kind == LeafKind::kMessage) {
         const Message& message = model_->description->messages[leaf.item];
         return message.severity == Severity::kError && is_shown(message, result) ? kTakesLegality
                                                                                  : 0;
     }
-    const bool is_spoiled = needs_texts && model_->has_spoiled_text[number] != 0;
     const bool is_undecided =
         result.is_unknown() && reasons_.is_more_than_run_time(result.reasons());
     if (!is_judged(leaf.kind) || !(result.is_false() || is_undecided || is_spoiled)) {
