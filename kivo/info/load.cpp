@@ -62,6 +62,8 @@ private:
     static const SectionRow kSections[kSectionCount];
 
     void read_file(const KIVO_INCLUDE& file);
+    // Where a file is that does not exist as it is named; empty when it is nowhere.
+    std::string found_elsewhere(const std::string& name) const;
     void parse_and_read(KIVO_XML_FILE_INPUT_SOURCE& source, const KIVO_INCLUDE& named, Link& link);
     void read_sections(KIVO_XML_ELEMENT& root, Link& link);
     void read_section(const KIVO_XML_ELEMENT& root, KIVO_XML_ELEMENT& section, Link& link);
@@ -148,6 +150,17 @@ KIVO_MARK FileLoader::number_file(const std::string& path) {
     return {static_cast<std::uint32_t>(files.size()), KIVO_LOADED::kWholeFile};
 }
 
+std::string FileLoader::found_elsewhere(const std::string& name) const {
+    const bool is_absolute = !name.empty() && name.front() == '/';
+    for (const std::string& directory : info_.loaded_->include_directories) {
+        if (!is_absolute && dro_file_exists(directory + name)) {
+            return directory + name;
+        }
+    }
+    const std::string beside_library = dro_get_library_module_path() + name;
+    return dro_file_exists(beside_library) ? beside_library : std::string();
+}
+
 void FileLoader::read_file(const KIVO_INCLUDE& named) {
     const std::string& name = named.file_name;
     std::string path = name;
@@ -155,9 +168,8 @@ void FileLoader::read_file(const KIVO_INCLUDE& named) {
     KIVO_XML_FILE_INPUT_SOURCE source(&file);
     const bool is_included = named.mark.file != 0;
     if (!source.open_xml_file(path) && !dro_file_exists(path)) {
-        const std::string beside_library = dro_get_library_module_path() + name;
-        if (dro_file_exists(beside_library)) {
-            path = beside_library;
+        if (const std::string found = found_elsewhere(name); !found.empty()) {
+            path = found;
             source.open_xml_file(path);
         }
     }
@@ -237,6 +249,16 @@ bool KIVO_INFO::set_function_name(const std::string& name, const std::string& di
         path += '/';
     }
     return process_xml_file(path + to_lower_case(name) + "_info.xml");
+}
+
+void KIVO_INFO::set_include_directories(const std::vector<std::string>& directories) {
+    std::vector<std::string> kept;
+    for (const std::string& directory : directories) {
+        if (!directory.empty()) {
+            kept.push_back(directory.back() == '/' ? directory : directory + '/');
+        }
+    }
+    loaded_->include_directories = std::move(kept);
 }
 
 bool KIVO_INFO::process_xml_file(const std::string& file_name) {

@@ -69,8 +69,12 @@ public:
     // which the library was loaded.
     bool set_function_name(const std::string& name, const std::string& directory);
     // Loads a file, and then the files that it includes. A name that does not exist as it stands is
-    // looked for in the library's directory too.
+    // looked for in the include directories and in the library's directory too.
     bool process_xml_file(const std::string& file_name);
+    // Directories in which loads from now on look for a file, included or not, that does not exist
+    // as it is named: in their order, before the library's own directory. A name that begins with
+    // "/" is looked for there alone. Replaces those set before; empty ones do not count.
+    void set_include_directories(const std::vector<std::string>& directories);
     // Parses one display-format command ("add wave -hex data") and adds the format to the vector,
     // as a load does: an earlier one of the port can be read until delete_detached_objects.
     // REQUIRES: vector != nullptr

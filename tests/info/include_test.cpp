@@ -61,6 +61,53 @@ std::size_t count_rules(KIVO_INFO& info) {
 
 }  // namespace
 
+TEST(Include, directories_of_the_host_are_searched_in_their_order) {
+    const TemporaryFolder first;
+    const TemporaryFolder second;
+    second.write("both.xml", root(rule("second")));
+    second.write("only.xml", root(rule("only")));
+    first.write("both.xml", root(rule("first")));
+    const std::string main =
+        first.write("main.xml", root(include("both.xml") + include("only.xml")));
+    KIVO_INFO info;
+    info.set_include_directories({"", first.path(""), second.path("")});
+    EXPECT_TRUE(info.process_xml_file(main)) << info.get_next_error_message();
+    EXPECT_EQ(rules_of(info), "first only ");
+    info.delete_detached_objects();
+}
+
+TEST(Include, a_name_as_it_stands_comes_before_the_directories_of_the_host) {
+    const TemporaryFolder folder;
+    const TemporaryFolder other;
+    const std::string whole = folder.write("part.xml", root(rule("whole")));
+    other.write("part.xml", root(rule("other")));
+    const std::string below = whole.substr(1);
+    std::filesystem::create_directories(std::filesystem::path(other.path(below)).parent_path());
+    other.write(below, root(rule("below")));
+    const std::string main = folder.write("main.xml", root(include(whole)));
+    KIVO_INFO info;
+    info.set_include_directories({other.path("")});
+    EXPECT_TRUE(info.process_xml_file(main));
+    EXPECT_EQ(rules_of(info), "whole ");
+    std::filesystem::remove(whole);
+    EXPECT_FALSE(info.process_xml_file(main));
+    EXPECT_EQ(info.error_list, Messages{not_found(whole)});
+    info.delete_detached_objects();
+}
+
+TEST(Include, directories_of_the_host_hold_until_others_are_set) {
+    const TemporaryFolder folder;
+    folder.write("part.xml", root(rule("part")));
+    const std::string main = folder.write("main.xml", root(include("part.xml")));
+    KIVO_INFO info;
+    info.set_include_directories({folder.path("")});
+    EXPECT_TRUE(info.process_xml_file(main));
+    info.set_include_directories({});
+    EXPECT_FALSE(info.process_xml_file(main));
+    EXPECT_EQ(info.error_list, Messages{not_found("part.xml")});
+    info.delete_detached_objects();
+}
+
 TEST(Include, attribute_comes_before_sub_elements) {
     const TemporaryFolder folder;
     for (const char* name : {"a", "b", "c"}) {

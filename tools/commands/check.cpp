@@ -8,6 +8,7 @@
 
 #include "tools/commands/commands.h"
 #include "tools/commands/exit_status.h"
+#include "tools/commands/loading.h"
 #include "tools/description/description.h"
 #include "tools/description/source_text.h"
 #include "tools/files/inputs.h"
@@ -33,13 +34,15 @@ struct Options {
     std::vector<std::string> warnings;
     std::string fail_on = "warning";
     std::string config;
+    Directories directories;
 };
 
 // What one run of the command is told by.
 class Check {
 public:
     // REQUIRES: every setting of a warning is known.
-    explicit Check(const Options& options) : waivers_(options.config) {
+    explicit Check(const Options& options)
+        : waivers_(options.config), directories_(options.directories) {
         for (const std::string& warning : options.warnings) {
             settings_.take(warning);
         }
@@ -50,7 +53,7 @@ public:
             return {input.path, input.failure, {}};
         }
         return input.path == "-" ? check_standard_input()
-                                 : check_description(Description(input.path));
+                                 : check_description(Description(input.path, directories_));
     }
 
     // What is wrong with the settings, when all is checked.
@@ -81,7 +84,8 @@ private:
     CheckedFile check_standard_input() {
         const StandardInput input;
         return input.failure() ? CheckedFile{StandardInput::kName, input.failure(), {}}
-                               : check_description(Description(StandardInput::kName, input.path()));
+                               : check_description(
+                                     Description(StandardInput::kName, input.path(), directories_));
     }
 
     static std::vector<std::string> names_of_files(const Description& description) {
@@ -92,6 +96,7 @@ private:
 
     WarningSettings settings_;
     WaiverFiles waivers_;
+    Directories directories_;
 };
 
 int status_of(const Tally& tally, const std::string& fail_on) {
@@ -178,6 +183,7 @@ Command make_check() {
             {.name = "--fail-on", .value_name = "WHAT", .target = &options->fail_on,
              .help = "What makes the exit status 1: error, warning (the default) or never",
              .choices = {"error", "warning", "never"}},
+            directories_row(options->directories),
             {.name = "--config", .value_name = "FILE", .target = &options->config,
              .help = "Settings for all files, instead of the kivo.toml beside each",
              .offer = Offer::kFiles},

@@ -14,14 +14,15 @@ struct Options {
     std::string path;
     ConfigurationRequest request;
     std::string output;
+    Directories directories;
 };
 
 int write_doc(Terminal& terminal, const Options& options) {
-    if (is_same_file(options.path, options.output)) {
+    Description description(options.path, options.directories);
+    if (is_same_file(description.path(), options.output)) {
         terminal.report_error("'" + options.output + "' is the description; name another output");
         return kExitUsage;
     }
-    Description description(options.path);
     if (!report_loading(terminal, description)) {
         return kExitFailed;
     }
@@ -30,7 +31,7 @@ int write_doc(Terminal& terminal, const Options& options) {
         return *configuration.failure();
     }
     if (const auto reason = write_file(
-            options.output, make_page(description.info(), options.path,
+            options.output, make_page(description.info(), description.path(),
                                       warnings_of_waves(description), configuration.session()))) {
         terminal.report_error("cannot write '" + options.output + "': " + *reason);
         return kExitFailed;
@@ -63,6 +64,7 @@ Command make_doc() {
             {.name = "--output", .short_name = "-o", .value_name = "OUT.html",
              .target = &options->output, .help = "Where the page goes", .is_required = true,
              .offer = Offer::kFiles},
+            directories_row(options->directories),
         },
         .footer = kFooter,
         .run = [options](Terminal& terminal) { return write_doc(terminal, *options); },

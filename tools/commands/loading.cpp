@@ -35,3 +35,14 @@ OptionRow description_row(std::string& path) {
             .is_required = true,
             .offer = Offer::kDescriptions};
 }
+
+OptionRow directories_row(Directories& directories) {
+    return {.name = "-I",
+            .value_name = "DIR",
+            .target = &directories,
+            .help = "Look for files in this directory too; may be repeated",
+            .offer = Offer::kFolders,
+            .check = [](const std::string& directory) {
+                return directory.empty() ? std::string("a directory has a name") : std::string();
+            }};
+}

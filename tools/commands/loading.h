@@ -18,3 +18,6 @@ std::vector<Finding> warnings_of_waves(const Description& description);
 
 // The argument that names the description which a command reads.
 OptionRow description_row(std::string& path);
+
+// The option that names directories in which the files of a description are looked for.
+OptionRow directories_row(Directories& directories);

@@ -97,10 +97,11 @@ struct Options {
     std::string path;
     ConfigurationRequest request;
     std::string format = "text";
+    Directories directories;
 };
 
 int show(Terminal& terminal, const Options& options) {
-    Description description(options.path);
+    Description description(options.path, options.directories);
     if (!report_loading(terminal, description)) {
         return kExitFailed;
     }
@@ -112,8 +113,9 @@ int show(Terminal& terminal, const Options& options) {
     if (configuration.session() != nullptr) {
         kivo_store_results(*configuration.session(), info);
     }
-    terminal.out.write(options.format == "json" ? show_json(info, options.path)
-                                                : show_text(terminal.out, info, options.path));
+    terminal.out.write(options.format == "json"
+                           ? show_json(info, description.path())
+                           : show_text(terminal.out, info, description.path()));
     return description.has_messages() ? static_cast<int>(kExitMessages) : configuration.status();
 }
 
@@ -143,6 +145,7 @@ Command make_show() {
             settings_row(options->request),
             {.name = "--format", .value_name = "FORMAT", .target = &options->format,
              .help = "What to write: text (the default) or json", .choices = {"text", "json"}},
+            directories_row(options->directories),
         },
         .footer = kFooter,
         .run = [options](Terminal& terminal) { return show(terminal, *options); },

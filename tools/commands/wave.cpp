@@ -30,6 +30,7 @@ constexpr std::size_t kMaxTransitionsOfOneAmongMany = kMaxTransitions / 4;
 
 struct Options {
     std::string file;
+    Directories directories;
     std::string vector;
     ConfigurationRequest request;
     std::vector<std::string> otherwise;
@@ -257,13 +258,13 @@ private:
 };
 
 // What is wrong with the paths of the files to be written; empty when nothing is.
-std::string check_outputs(const Options& options) {
+std::string check_outputs(const Options& options, const std::string& description) {
     std::vector<std::string> others;
     for (const std::string& output : {options.svg, options.vcd, options.gtkw, options.wavejson}) {
         if (output.empty()) {
             continue;
         }
-        if (is_same_file(output, options.file)) {
+        if (is_same_file(output, description)) {
             return "'" + output + "' is the description; name another output";
         }
         if (std::any_of(others.begin(), others.end(),
@@ -276,11 +277,11 @@ std::string check_outputs(const Options& options) {
 }
 
 int wave(Terminal& terminal, const Options& options) {
-    if (const std::string problem = check_outputs(options); !problem.empty()) {
+    Description description(options.file, options.directories);
+    if (const std::string problem = check_outputs(options, description.path()); !problem.empty()) {
         terminal.report_error(problem);
         return kExitUsage;
     }
-    Description description(options.file);
     if (!report_loading(terminal, description)) {
         return kExitFailed;
     }
@@ -327,6 +328,7 @@ Command make_wave() {
             settings_row(options->request),
             {.name = "--else", .value_name = "COND", .target = &options->otherwise,
              .help = "Take the ELSE part where this is the condition; may be repeated"},
+            directories_row(options->directories),
             {.name = "--ascii", .target = &options->is_ascii,
              .help = "Draw with ASCII characters; otherwise that depends on the locale"},
             {.name = "--width", .value_name = "COLUMNS", .target = &options->columns,

@@ -20,6 +20,22 @@ std::string function_of(const std::string& path) {
     return is_usual ? name.substr(0, name.size() - kEnding.size()) : std::string();
 }
 
+// Where a file is: as it is named, or in the first directory that has it.
+std::string found_in(const std::string& name, const Directories& directories) {
+    struct stat state = {};
+    const bool is_absolute = !name.empty() && name.front() == '/';
+    if (is_absolute || stat(name.c_str(), &state) == 0) {
+        return name;
+    }
+    for (const std::string& directory : directories) {
+        const std::string path = directory + (directory.back() == '/' ? "" : "/") + name;
+        if (stat(path.c_str(), &state) == 0 && S_ISREG(state.st_mode)) {
+            return path;
+        }
+    }
+    return name;
+}
+
 }  // namespace
 
 std::optional<std::string> why_unreadable(const std::string& path) {
@@ -41,11 +57,14 @@ std::optional<std::string> why_unreadable(const std::string& path) {
     return std::nullopt;
 }
 
-Description::Description(const std::string& path) : Description(path, path) {}
+Description::Description(const std::string& path, const Directories& directories)
+    : Description(found_in(path, directories), found_in(path, directories), directories) {}
 
-Description::Description(const std::string& name, const std::string& path)
-    : name_(name), path_(path), failure_(why_unreadable(path)) {
+Description::Description(const std::string& name, const std::string& path,
+                         const Directories& directories)
+    : name_(name), path_(path), directories_(directories), failure_(why_unreadable(path)) {
     if (!failure_) {
+        info_.set_include_directories(directories);
         info_.function_name = function_of(path);
         info_.process_xml_file(path);
     }

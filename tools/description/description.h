@@ -9,14 +9,18 @@
 // Why the file cannot be read ("No such file or directory"); nothing when it can.
 std::optional<std::string> why_unreadable(const std::string& path);
 
+using Directories = std::vector<std::string>;
+
 // One description file, loaded, with all that it holds.
 class Description {
 public:
     // Loads nothing when the file is not there: the library would look for it elsewhere, and a user
     // who misspelt a path wants to know.
-    explicit Description(const std::string& path);
+    // The file, and the files that it includes, are looked for in the directories too.
+    explicit Description(const std::string& path, const Directories& directories = {});
     // The same for a file that is called "name" wherever it is shown.
-    Description(const std::string& name, const std::string& path);
+    Description(const std::string& name, const std::string& path,
+                const Directories& directories = {});
     Description(const Description&) = delete;
     Description& operator=(const Description&) = delete;
     ~Description();
@@ -25,6 +29,7 @@ public:
     const std::optional<std::string>& failure() const { return failure_; }
     const std::string& name() const { return name_; }
     const std::string& path() const { return path_; }
+    const Directories& directories() const { return directories_; }
     KIVO_INFO& info() { return info_; }
     const KIVO_INFO& info() const { return info_; }
     bool has_messages() const { return !info_.error_list.empty(); }
@@ -32,6 +37,7 @@ public:
 private:
     std::string name_;
     std::string path_;
+    Directories directories_;
     std::optional<std::string> failure_;
     KIVO_INFO info_;
 };

@@ -9,6 +9,7 @@
 #include "tools/description/start_tag.h"
 #include "tools/findings/library_findings.h"
 #include "tools/findings/suggestion.h"
+#include "tools/findings/xml_notes.h"
 
 namespace {
 
@@ -25,6 +26,27 @@ struct RelatedRow {
 constexpr RelatedRow kRelated[] = {
     {"type-clash", "first declared here"},
     {"xml-syntax", "first given here"},
+};
+// clang-format on
+
+// What mends a text of the library that misleads: hosts match on the texts, so they stay.
+struct MendingRow {
+    std::string_view id;
+    std::string_view element;  // the tag that the note is for; empty: any
+    bool has_word;             // whether a word is at fault
+    const char* note;
+};
+
+// clang-format off
+constexpr MendingRow kMending[] = {
+    {"object-sub-tag",       "PARAMETER", true,
+     "this is a PARAMETER; the message says PORT of any element"},
+    {"wizard-map-attribute", "",          true,
+     "this is a WIZARD_MAP; the message says vector stimulus of maps too"},
+    {"rule-without-data",    "",          false,
+     "the condition is the text between the tags; no attribute holds it"},
+    {"rule-without-data",    "",          true,
+     "ENABLED switches it off, so it is not stored"},
 };
 // clang-format on
 
@@ -87,6 +109,18 @@ void Notes::add_to(Finding& finding, const KIVO_PLACE& told, const KIVO_MESSAGE_
         }
         return note.has_value();
     };
+    for (const MendingRow& row : kMending) {
+        if (row.id == finding.id && row.has_word == !facts.word.empty() &&
+            (row.element.empty() || row.element == facts.element)) {
+            add(Note{row.note, finding.place});
+        }
+    }
+    if (finding.id == "xml-syntax" && facts.attribute.empty()) {
+        add(xml_note(finding, told));
+    }
+    if (finding.id == "file-not-found") {
+        add_file_notes(finding, told, facts.word);
+    }
     for (const RelatedRow& row : kRelated) {
         if (row.id == finding.id) {
             add(related(row.note, facts.related));
@@ -106,6 +140,28 @@ void Notes::add_to(Finding& finding, const KIVO_PLACE& told) {
     }
     if (auto note = first_attribute(finding, told, sources_)) {
         finding.notes.push_back(std::move(*note));
+    }
+}
+
+std::optional<Note> Notes::xml_note(const Finding& finding, const KIVO_PLACE& told) {
+    const SourceText& source = sources_.at(told.file);
+    const auto fault = source.offset(told.line, told.column);
+    const auto note = fault ? note_of_xml_fault(source.text(), *fault) : std::nullopt;
+    return note ? std::optional(Note{note->text, source.place(finding.place.file, note->at)})
+                : std::nullopt;
+}
+
+void Notes::add_file_notes(Finding& finding, const KIVO_PLACE& told, const std::string& name) {
+    if (!finding.place.start) {
+        return;
+    }
+    finding.notes.push_back({includes_.searched(name), finding.place});
+    if (const std::string path = includes_.beside(name, told.file); !path.empty()) {
+        finding.notes.push_back({"there is a file \"" + path +
+                                     "\"; names are not relative to the file that includes them",
+                                 finding.place});
+    } else if (const std::string near = includes_.nearest(name); !near.empty()) {
+        finding.notes.push_back(did_you_mean(near, finding.place));
     }
 }
 

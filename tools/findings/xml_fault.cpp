@@ -186,9 +186,10 @@ XmlFault Explanation::bad_token() const {
     }
     const bool is_in_value = here(1) == "<" && is_in_attribute_value();
     if (is_in_value || (before(1) == "<" && here(1) != "/")) {
-        return at("xml-raw-less-than",
-                  "\"<\" begins a tag; write \"&lt;\" for the character itself",
-                  is_in_value ? at_ : at_ - 1, 1);
+        return at(
+            "xml-raw-less-than",
+            "\"<\" begins a tag; write \"lt\" in a condition, or \"&lt;\" for the character itself",
+            is_in_value ? at_ : at_ - 1, 1);
     }
     if (before(2) == "]]" && here(1) == ">") {
         return at("xml-not-well-formed", "\"]]>\" is not allowed in a text; write \"]]&gt;\"",

@@ -19,6 +19,8 @@ struct KIVO_LOADED {
     // The offset of a mark that names a file and no place in it, beyond every kivo_mark_offset.
     static constexpr std::uint32_t kWholeFile = 0xFFFFFFFF;
 
+    // Where files are looked for that do not exist as they are named, each with a "/" at its end.
+    std::vector<std::string> include_directories;
     std::vector<File> files;  // mark number n is files[n - 1]; the last is the one being read
     MessageOrigins origins;   // of the messages of error_list
     std::uint32_t store = 0;  // what it notes on the pieces that it made

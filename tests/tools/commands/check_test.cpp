@@ -62,6 +62,7 @@ TEST(CheckTest, TheFaultyExampleGivesExactlyItsMessagesAndNotes) {
         "30:7: error: Sub tag VALUE_RULE is not a valid sub tag of PORT  [object-sub-tag]",
         "30:7: note: known here: CONSTANT_RANGE, FORCE_RANGE, FORCE_VALUE, STATE",
         "35:5: error: Sub element tag RULE doesn't have any valid element data [rule-without-data]",
+        "35:5: note: the condition is the text between the tags; no attribute holds it",
         "39:5: error: Required attribute TYPE not specified for MESSAGE [message-type]",
         "39:5: note: did you mean \"WARNING\"?",
         "43:5: error: Attribute DISPLAY_TRUNCATION has illegal value low in wave ( one_shot ). "
@@ -84,6 +85,7 @@ TEST(CheckTest, TheFaultyExampleGivesExactlyItsMessagesAndNotes) {
         "69:5: note: known here: MACRO",
         "74:5: error: Attribute MODUL_NAME is not a recognized attribute for vector stimulus "
         "(found in vector plain ) [wizard-map-attribute]",
+        "74:5: note: this is a WIZARD_MAP; the message says vector stimulus of maps too",
         "74:5: note: did you mean \"MODULE_NAME\"?",
         "77:3: error: Main element tag REVISIONS is not a valid recognized tag [unknown-section]",
         "70:51: warning: \"&\" begins a reference such as \"&lt;\"; write \"&amp;\" for the "

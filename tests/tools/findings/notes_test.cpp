@@ -1,0 +1,161 @@
+// What the notes on a message say where its own text misleads or leaves off.
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "tests/tools/program.h"
+
+namespace {
+
+using Notes = std::vector<std::string>;
+
+// "LINE:COLUMN: TEXT" of each note that a check of the file gives.
+Notes notes_of_file(const std::string& path, const std::vector<std::string>& options = {},
+                    const std::string& directory = {}) {
+    std::vector<std::string> arguments = {"check", path};
+    arguments.insert(arguments.end(), options.begin(), options.end());
+    const std::string err = run_kivo(arguments, {.directory = directory}).err;
+    Notes notes;
+    for (const std::string& line : places_in(err, path)) {
+        const std::size_t at = line.find(" note: ");
+        if (at != std::string::npos) {
+            notes.push_back(line.substr(0, at) + line.substr(at + 6));
+        }
+    }
+    return notes;
+}
+
+Notes notes_of(const std::string& document) {
+    const TemporaryFolder folder;
+    return notes_of_file(folder.write("a_info.xml", document));
+}
+
+Notes notes_of_sections(const std::string& sections) {
+    return notes_of("<ROOT>\n" + sections + "\n</ROOT>\n");
+}
+
+TEST(NotesTest, ASubTagOfAParameterIsNotCalledOneOfAPort) {
+    EXPECT_EQ(notes_of_sections("<PARAMETERS><PARAMETER NAME='W' TYPE='INTEGER'>\n<STATE V='1'/>"
+                                "</PARAMETER></PARAMETERS>"),
+              (Notes{"3:1: this is a PARAMETER; the message says PORT of any element",
+                     "3:1: known here: FORCE_RANGE, FORCE_VALUE, VALUE_RULE"}));
+    EXPECT_EQ(notes_of_sections("<PORTS><PORT NAME='w' TYPE='INPUT'>\n<VALUE_RULE>1</VALUE_RULE>"
+                                "</PORT></PORTS>"),
+              (Notes{"3:1: known here: CONSTANT_RANGE, FORCE_RANGE, FORCE_VALUE, STATE"}));
+}
+
+TEST(NotesTest, AnAttributeOfAMapIsNotCalledOneOfAVector) {
+    EXPECT_EQ(notes_of_sections("<WIZARD_DATA>\n<WIZARD_MAP NAME='m' MODUL_NAME='c'/>"
+                                "</WIZARD_DATA>"),
+              (Notes{"3:1: this is a WIZARD_MAP; the message says vector stimulus of maps too",
+                     "3:1: did you mean \"MODULE_NAME\"?"}));
+    EXPECT_EQ(notes_of_sections("<WAVE_DATA>\n<WAVE NAME='m' MAX_TIMES='9'><STIM>force a 0 0"
+                                "</STIM></WAVE></WAVE_DATA>")[0],
+              "3:1: did you mean \"MAX_TIME\"?");
+}
+
+TEST(NotesTest, ARuleWithoutDataIsToldWhy) {
+    EXPECT_EQ(notes_of_sections("<RULES>\n<RULE CONDITION='W gt 0'/></RULES>")[0],
+              "3:1: the condition is the text between the tags; no attribute holds it");
+    EXPECT_EQ(notes_of_sections("<RULES>\n<RULE ENABLED='OFF'>1 gt 0</RULE></RULES>"),
+              (Notes{"3:1: ENABLED switches it off, so it is not stored"}));
+}
+
+TEST(NotesTest, AnUnclosedElementSaysWhereItWasOpened) {
+    EXPECT_EQ(notes_of("<ROOT>\n<PARAMETERS>\n<PARAMETER NAME='W' TYPE='INTEGER'>\n</PARAMETERS>\n"
+                       "</ROOT>\n"),
+              (Notes{"3:1: element PARAMETER is opened here"}));
+    EXPECT_EQ(notes_of("<ROOT>\n<RULES>\n<RULE>1 gt 0</RULE>\n"),
+              (Notes{"2:1: element RULES is opened here"}));
+    EXPECT_EQ(notes_of("<ROOT>\n<RULES>\n</RULE>\n</ROOT>\n"),
+              (Notes{"2:1: element RULES is opened here"}));
+}
+
+TEST(NotesTest, WhatIsNoElementOpensNone) {
+    EXPECT_EQ(notes_of("<?xml version='1.0'?>\n<!DOCTYPE ROOT>\n<ROOT>\n<RULES><!-- <RULE> -->\n"
+                       "<RULE><![CDATA[<A>]]></RULE><MESSAGES A='>' B='<C>'/>\n"),
+              (Notes{"4:1: element RULES is opened here"}));
+}
+
+TEST(NotesTest, ALessThanSignInATextNamesItsSpellings) {
+    const std::string less = "to compare with \"<\", write \"lt\" or \"&lt;\"";
+    for (const char* condition : {"A < 8", "A <8", "A<8", "A <B", "A <B and C"}) {
+        const Notes notes =
+            notes_of_sections("<RULES>\n<RULE>" + std::string(condition) + "</RULE></RULES>");
+        const std::string column = std::to_string(7 + std::string(condition).find('<'));
+        EXPECT_EQ(notes, Notes{"3:" + column + ": " + less}) << condition;
+    }
+    EXPECT_EQ(notes_of_sections("<RULES>\n<RULE>A <= 8</RULE></RULES>"),
+              Notes{"3:9: to compare with \"<=\", write \"lte\" or \"&lt;=\""});
+    EXPECT_EQ(notes_of_sections("<RULES>\n< RULE>A</RULE></RULES>"), Notes{});
+    EXPECT_EQ(notes_of_sections("<PORTS>\n<PORT NAME='a' <STATE/></PORTS>"), Notes{});
+}
+
+class IncludeNotesTest : public testing::Test {
+protected:
+    // A description that includes the name.
+    std::string including(const std::string& name) {
+        return folder.write("a_info.xml", "<ROOT>\n<INCLUDE FILE='" + name + "'/></ROOT>");
+    }
+    // What comes first: where the file was looked for.
+    std::string searched(const std::string& directories = "") {
+        return "2:1: looked for in '" +
+               std::filesystem::path(elsewhere.path(".")).parent_path().string() + "'" +
+               directories + " and beside the library";
+    }
+
+    const TemporaryFolder folder;
+    const TemporaryFolder elsewhere;
+};
+
+TEST_F(IncludeNotesTest, AFileThatIsNotFoundSaysWhereItWasLookedFor) {
+    EXPECT_EQ(notes_of_file(including("common.xml"), {}, elsewhere.path("")), Notes{searched()});
+    EXPECT_EQ(notes_of_file(including("common.xml"), {"-I", "lib"}, elsewhere.path("")),
+              Notes{searched(", 'lib'")});
+    EXPECT_EQ(notes_of_file(including(folder.path("common.xml")), {}, elsewhere.path("")),
+              Notes{"2:1: looked for there alone"});
+}
+
+TEST_F(IncludeNotesTest, TheNearestNameIsTold) {
+    elsewhere.write("comon.xml", "<ROOT/>");
+    EXPECT_EQ(notes_of_file(including("common.xml"), {}, elsewhere.path("")),
+              (Notes{searched(), "2:1: did you mean \"comon.xml\"?"}));
+    const TemporaryFolder library;
+    library.write("parts.xml", "<ROOT/>");
+    EXPECT_EQ(
+        notes_of_file(including("part.xml"), {"-I", library.path("")}, elsewhere.path("")),
+        (Notes{searched(", '" + library.path("") + "'"), "2:1: did you mean \"parts.xml\"?"}));
+}
+
+TEST_F(IncludeNotesTest, AFileBesideTheOneThatIncludesItIsToldToBeElsewhere) {
+    const std::string common = folder.write("common.xml", "<ROOT/>");
+    EXPECT_EQ(notes_of_file(including("common.xml"), {}, elsewhere.path("")),
+              (Notes{searched(), "2:1: there is a file \"" + common +
+                                     "\"; names are not relative to the file that includes them"}));
+    EXPECT_EQ(notes_of_file(including("common.xml"), {"-I", folder.path("")}, elsewhere.path("")),
+              Notes{});
+}
+
+TEST_F(IncludeNotesTest, TheDescriptionIsLookedForInTheDirectoriesToo) {
+    folder.write("b_info.xml",
+                 "<ROOT><PARAMETERS><PARAMETER NAME='WIDTH' TYPE='INTEGER' "
+                 "VALUE='8'/></PARAMETERS></ROOT>");
+    const std::vector<std::string> where = {"b_info.xml", "-I", folder.path("")};
+    for (const char* command : {"check", "show"}) {
+        std::vector<std::string> arguments = {command};
+        arguments.insert(arguments.end(), where.begin(), where.end());
+        EXPECT_EQ(run_kivo(arguments, {.directory = elsewhere.path("")}).status, 0) << command;
+        EXPECT_EQ(run_kivo({command, "b_info.xml"}, {.directory = elsewhere.path("")}).status, 3);
+    }
+    // It is the description by whatever name, which no output may take the place of.
+    EXPECT_EQ(
+        run_kivo({"doc", "b_info.xml", "-I", folder.path(""), "-o", folder.path("b_info.xml")},
+                 {.directory = elsewhere.path("")})
+            .status,
+        2);
+}
+
+}  // namespace
