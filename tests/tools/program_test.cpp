@@ -81,8 +81,8 @@ TEST(ProgramTest, WrongUsageIsAnsweredInOneLineThatSaysWhatIsRight) {
     expect_usage_error({"check", "--color", "blue", "f"},
                        "'auto', 'always' or 'never' is wanted, not 'blue'");
     expect_usage_error({"show"},
-                       "FILE is required; usage: kivo show [--format text|json] [--color WHEN] "
-                       "FILE [NAME=VALUE...]");
+                       "FILE is required; usage: kivo show [--format text|json] [-I DIR]... "
+                       "[--color WHEN] FILE [NAME=VALUE...]");
     expect_usage_error({"show", "a", "b"}, "unexpected argument 'b'");
     expect_usage_error({"translate", "a"},
                        "--to is required; usage: kivo translate --to nhdl|vhdl");

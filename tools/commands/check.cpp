@@ -13,12 +13,10 @@
 #include "tools/description/source_text.h"
 #include "tools/files/inputs.h"
 #include "tools/files/standard_input.h"
-#include "tools/findings/library_findings.h"
 #include "tools/findings/report.h"
 #include "tools/findings/waivers.h"
 #include "tools/findings/warning_settings.h"
-#include "tools/findings/xml_findings.h"
-#include "tools/lint/lint.h"
+#include "tools/lint/all_findings.h"
 #include "tools/terminal/progress.h"
 
 namespace {
@@ -70,12 +68,8 @@ private:
         CheckedFile file{description.name(), description.failure(), {}};
         if (!file.failure) {
             Sources sources;
-            file.findings = library_findings(description, sources);
-            append_xml_findings(file.findings, description, sources);
-            append_lint_findings(file.findings, description, sources);
-            if (Waivers* const waivers = waivers_.of_description(description.name())) {
-                waivers->apply(file.findings, names_of_files(description));
-            }
+            file.findings = all_findings(description, sources);
+            waivers_.apply(file.findings, description);
             settings_.apply(file.findings);
         }
         return file;
@@ -86,12 +80,6 @@ private:
         return input.failure() ? CheckedFile{StandardInput::kName, input.failure(), {}}
                                : check_description(
                                      Description(StandardInput::kName, input.path(), directories_));
-    }
-
-    static std::vector<std::string> names_of_files(const Description& description) {
-        std::vector<std::string> names = files_of(description.info());
-        std::replace(names.begin(), names.end(), description.path(), description.name());
-        return names;
     }
 
     WarningSettings settings_;

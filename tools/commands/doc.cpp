@@ -32,7 +32,7 @@ int write_doc(Terminal& terminal, const Options& options) {
     }
     if (const auto reason = write_file(
             options.output, make_page(description.info(), description.path(),
-                                      warnings_of_waves(description), configuration.session()))) {
+                                      standing_findings(description), configuration.session()))) {
         terminal.report_error("cannot write '" + options.output + "': " + *reason);
         return kExitFailed;
     }

@@ -3,6 +3,8 @@
 #include "tools/findings/library_findings.h"
 #include "tools/findings/text_report.h"
 #include "tools/findings/waivers.h"
+#include "tools/findings/warning_settings.h"
+#include "tools/lint/all_findings.h"
 #include "tools/lint/lint.h"
 
 bool report_loading(Terminal& terminal, const Description& description) {
@@ -21,10 +23,15 @@ bool report_loading(Terminal& terminal, const Description& description) {
 std::vector<Finding> warnings_of_waves(const Description& description) {
     Sources sources;
     std::vector<Finding> findings = stimulus_findings(description, sources);
-    WaiverFiles files("");
-    if (Waivers* const waivers = files.of_description(description.path())) {
-        waivers->apply(findings, files_of(description.info()));
-    }
+    WaiverFiles("").apply(findings, description);
+    return findings;
+}
+
+std::vector<Finding> standing_findings(const Description& description) {
+    Sources sources;
+    std::vector<Finding> findings = all_findings(description, sources);
+    WaiverFiles("").apply(findings, description);
+    WarningSettings().apply(findings);
     return findings;
 }
 

@@ -16,6 +16,9 @@ bool report_loading(Terminal& terminal, const Description& description);
 // that are waived in the settings beside it.
 std::vector<Finding> warnings_of_waves(const Description& description);
 
+// What "kivo check" tells of a description, but for what is waived.
+std::vector<Finding> standing_findings(const Description& description);
+
 // The argument that names the description which a command reads.
 OptionRow description_row(std::string& path);
 

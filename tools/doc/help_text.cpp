@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "tools/doc/cell.h"
 #include "tools/text/text_escape.h"
 #include "tools/text/text_steps.h"
 
@@ -18,7 +19,8 @@ struct Branch {
 // Walks the tree of texts with a list of what is still to be done in place of recursion.
 class HelpWriter {
 public:
-    HelpWriter(HtmlWriter& html, const KIVO_SESSION* session) : html_(html), session_(session) {}
+    HelpWriter(HtmlWriter& html, const PageNames& names, const KIVO_SESSION* session)
+        : html_(html), names_(names), session_(session) {}
 
     void write(KIVO_CONDITIONAL_TEXT* sequence);
 
@@ -37,6 +39,7 @@ private:
     void open_branch(std::string_view lead, std::string_view condition);
 
     HtmlWriter& html_;
+    const PageNames& names_;
     const KIVO_SESSION* session_;  // decides the conditions; null: all branches are shown
     std::vector<Task> tasks_;      // the next one last
 };
@@ -81,7 +84,7 @@ void HelpWriter::write_branch(const Branch& branch) {
     if (branch.sub != nullptr) {
         tasks_.push_back({Step::kSequence, branch.sub});
     } else {
-        write_paragraphs(html_, branch.text);
+        write_paragraphs(html_, names_, branch.text);
     }
 }
 
@@ -92,7 +95,7 @@ void HelpWriter::open_branch(std::string_view lead, std::string_view condition) 
     html_.text(lead);
     if (!condition.empty()) {
         html_.text(" ");
-        html_.element("code", join_lines(condition));
+        html_.markup(expression_cell(names_, join_lines(condition)));
     }
 }
 
@@ -133,14 +136,14 @@ void HelpWriter::write_piece(KIVO_CONDITIONAL_TEXT& piece) {
 
 }  // namespace
 
-void write_help_text(HtmlWriter& html, KIVO_CONDITIONAL_TEXT* sequence,
+void write_help_text(HtmlWriter& html, const PageNames& names, KIVO_CONDITIONAL_TEXT* sequence,
                      const KIVO_SESSION* session) {
     if (sequence != nullptr) {
-        HelpWriter(html, session).write(sequence);
+        HelpWriter(html, names, session).write(sequence);
     }
 }
 
-void write_paragraphs(HtmlWriter& html, std::string_view text) {
+void write_paragraphs(HtmlWriter& html, const PageNames& names, std::string_view text) {
     while (!text.empty()) {
         std::string paragraph;
         while (!text.empty()) {
@@ -151,7 +154,8 @@ void write_paragraphs(HtmlWriter& html, std::string_view text) {
             paragraph.append(line).append("\n");
         }
         if (!paragraph.empty()) {
-            html.element("p", join_lines(paragraph));
+            const HtmlScope line(html, "p");
+            html.markup(prose(names, join_lines(paragraph)));
         }
     }
 }

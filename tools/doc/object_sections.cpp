@@ -7,6 +7,7 @@
 
 #include "tools/description/default_value.h"
 #include "tools/doc/block_symbol.h"
+#include "tools/doc/cell.h"
 #include "tools/doc/sections.h"
 #include "tools/doc/table.h"
 #include "tools/doc/value_rules.h"
@@ -15,9 +16,12 @@
 
 namespace {
 
-std::string default_cell(const KIVO_OBJ_INFO& object) {
+std::string default_cell(const PageNames& names, const KIVO_OBJ_INFO& object) {
     const std::optional<std::string> value = default_of(object);
-    return value ? code_cell(*value) : text_cell(missing_default(object));
+    const bool is_text = object.obj_type == KIVO_OBJ_STRING_PARAMETER;
+    return !value    ? text_cell(missing_default(object))
+           : is_text ? code_cell(*value)
+                     : expression_cell(names, *value);
 }
 
 // The values to choose from; none when there is no choice.
@@ -43,11 +47,11 @@ std::string direction_of(const KIVO_OBJ_INFO& port) {
     }
 }
 
-std::string width_of(const KIVO_OBJ_INFO& port) {
+std::string width_of(const PageNames& names, const KIVO_OBJ_INFO& port) {
     const std::string width = port.port_width.empty() ? "1" : port.port_width;
     const std::string second =
-        port.port_width2d.empty() ? "" : " \u00D7 " + code_cell(port.port_width2d);
-    return code_cell(width) + second;
+        port.port_width2d.empty() ? "" : " \u00D7 " + expression_cell(names, port.port_width2d);
+    return expression_cell(names, width) + second;
 }
 
 std::string usage_of(const KIVO_OBJ_INFO& port) {
@@ -63,10 +67,13 @@ std::string usage_of(const KIVO_OBJ_INFO& port) {
     }
 }
 
-std::string timing_of(const KIVO_OBJ_INFO& port) {
+std::string timing_of(const DocSource& source, const KIVO_OBJ_INFO& port) {
     if (port.is_clock()) {
-        return port.clock_period.empty() ? "clock"
-                                         : "clock, period " + code_cell(port.clock_period);
+        const std::string unit = text_cell(unit_of_times(join_lines(source.info.time_scale)));
+        return port.clock_period.empty()
+                   ? "clock"
+                   : "clock, period <span class=\"time\">" +
+                         expression_cell(source.names, port.clock_period) + unit + "</span>";
     }
     if (port.obj_type != KIVO_OBJ_INPUT_PORT) {
         return "";
@@ -85,31 +92,32 @@ bool is_connected(const KIVO_PORT& port) {
     return port.state == KIVO_USAGE_USED || port.state == KIVO_USAGE_VARIABLE;
 }
 
-void write_map_facts(HtmlWriter& html, const KIVO_WIZARD_MAP& map) {
+void write_map_facts(HtmlWriter& html, const PageNames& names, const KIVO_WIZARD_MAP& map) {
     FactList facts;
     facts.add("Map", code_cell(map.name));
     facts.add("Module", code_cell(map.module_name));
     facts.add("Applies", map.condition == nullptr
                              ? "always"
-                             : "when " + code_cell(join_lines(map.condition->text3)));
+                             : "when " + expression_cell(names, join_lines(map.condition->text3)));
     facts.add("Constants", map.map_constants ? "mapped" : "not mapped");
     facts.add("Used ports", map.map_used_ports ? "mapped" : "not mapped");
     facts.write(html);
 }
 
-void write_map_objects(HtmlWriter& html, KIVO_WIZARD_MAP& map) {
+void write_map_objects(HtmlWriter& html, const PageNames& names, KIVO_WIZARD_MAP& map) {
     HtmlTable table("objects", "Objects of the wizard map " + map.name,
                     {"Name", "Kind", "Default", "Values", "Width", "Use", "Value rules"});
     map.obj_map.reset();
     while (KIVO_OBJ_INFO* object = map.get_next_kivo_obj()) {
         const bool is_port = kivo_is_port(object->obj_type);
         const bool is_integer = object->obj_type == KIVO_OBJ_INTEGER_PARAMETER;
-        table.add_row({code_cell(object->name),
+        table.add_row({expression_cell(names, object->name),
                        is_port      ? direction_of(*object) + " port"
                        : is_integer ? "integer parameter"
                                     : "string parameter",
-                       default_cell(*object), value_list(*object), is_port ? width_of(*object) : "",
-                       is_port ? usage_of(*object) : "", value_rule_list(*object)});
+                       default_cell(names, *object), value_list(*object),
+                       is_port ? width_of(names, *object) : "", is_port ? usage_of(*object) : "",
+                       value_rule_list(names, *object)});
     }
     table.write(html);
 }
@@ -188,10 +196,12 @@ void write_parameters(HtmlWriter& html, DocSource& source) {
         {"Name", "Type", "Now", "Default", "Values", "Connection", "LPM hint", "Value rules"});
     for (KIVO_OBJ_INFO* parameter : source.parameters) {
         const bool is_integer = parameter->obj_type == KIVO_OBJ_INTEGER_PARAMETER;
-        table.add_row({code_cell(parameter->name), is_integer ? "integer" : "string",
-                       effective_value(source, *parameter), default_cell(*parameter),
-                       value_list(*parameter), connection_name(parameter->cnx_type),
-                       parameter->is_lpm_hint() ? "yes" : "", value_rule_list(*parameter)});
+        table.add_row(
+            {expression_cell(source.names, parameter->name), is_integer ? "integer" : "string",
+             default_cell(source.names, *parameter), value_list(*parameter),
+             connection_name(parameter->cnx_type), parameter->is_lpm_hint() ? "yes" : "",
+             value_rule_list(source.names, *parameter)},
+            source.ids[parameter]);
     }
     table.write(html);
 }
@@ -201,11 +211,13 @@ void write_ports(HtmlWriter& html, DocSource& source) {
                     {"Name", "Direction", "Now", "Bits", "Width", "Use", "Timing", "Default",
                      "Initial", "High", "Connection", "Value rules"});
     for (KIVO_OBJ_INFO* port : source.ports) {
-        table.add_row({code_cell(port->name), direction_of(*port), effective_state(source, *port),
-                       effective_width(source, *port), width_of(*port), usage_of(*port),
-                       timing_of(*port), code_cell(port->default_value),
+        table.add_row({expression_cell(source.names, port->name), direction_of(*port),
+                       effective_state(source, *port), effective_width(source, *port),
+                       width_of(source.names, *port), usage_of(*port), timing_of(source, *port),
+                       expression_cell(source.names, port->default_value),
                        code_cell(port->initial_vec_state), probability_of(*port),
-                       connection_name(port->cnx_type), value_rule_list(*port)});
+                       connection_name(port->cnx_type), value_rule_list(source.names, *port)},
+                      source.ids[port]);
     }
     table.write(html);
 }
@@ -213,8 +225,11 @@ void write_ports(HtmlWriter& html, DocSource& source) {
 void write_hidden_parameters(HtmlWriter& html, DocSource& source) {
     HtmlTable table("objects", "Hidden parameters", {"Name", "Now", "Value", "Value rules"});
     for (KIVO_OBJ_INFO* parameter : source.hidden_parameters) {
-        table.add_row({code_cell(parameter->name), effective_value(source, *parameter),
-                       code_cell(parameter->default_value), value_rule_list(*parameter)});
+        table.add_row(
+            {expression_cell(source.names, parameter->name), effective_value(source, *parameter),
+             expression_cell(source.names, parameter->default_value),
+             value_rule_list(source.names, *parameter)},
+            source.ids[parameter]);
     }
     table.write(html);
 }
@@ -222,8 +237,9 @@ void write_hidden_parameters(HtmlWriter& html, DocSource& source) {
 void write_macros(HtmlWriter& html, DocSource& source) {
     HtmlTable table("objects", "Macros", {"Name", "Arguments", "Definition"});
     for (const KIVO_OBJ_INFO* macro : source.macros) {
-        table.add_row({code_cell(macro->name), code_cell(macro->arguments),
-                       code_cell(join_lines(macro->value_array))});
+        table.add_row({expression_cell(source.names, macro->name), code_cell(macro->arguments),
+                       expression_cell(source.names, join_lines(macro->value_array))},
+                      source.ids[macro]);
     }
     table.write(html);
 }
@@ -233,7 +249,7 @@ void write_wizard_maps(HtmlWriter& html, DocSource& source) {
     while (KIVO_WIZARD_MAP* map = source.info.get_next_wizard_map()) {
         const HtmlScope article(html, "article");
         html.element("h3", map->wizard_name.empty() ? map->name : map->wizard_name);
-        write_map_facts(html, *map);
-        write_map_objects(html, *map);
+        write_map_facts(html, source.names, *map);
+        write_map_objects(html, source.names, *map);
     }
 }

@@ -1,5 +1,6 @@
 #include "tools/doc/page.h"
 
+#include <algorithm>
 #include <string_view>
 #include <vector>
 
@@ -7,6 +8,7 @@
 #include "tools/doc/sections.h"
 #include "tools/doc/style.h"
 #include "tools/text/text_escape.h"
+#include "tools/text/words.h"
 
 namespace {
 
@@ -52,9 +54,25 @@ std::string function_of(const KIVO_INFO& info, const std::string& path) {
     return file.empty() ? "function" : file.substr(0, file.find_last_of('.'));
 }
 
+void name_all(DocSource& source) {
+    const auto add = [&source](const char* kind, const std::vector<KIVO_OBJ_INFO*>& objects) {
+        for (const KIVO_OBJ_INFO* object : objects) {
+            source.ids[object] = source.names.add(kind, object->name);
+        }
+    };
+    add("parameter", source.parameters);
+    add("port", source.ports);
+    add("hidden-parameter", source.hidden_parameters);
+    add("macro", source.macros);
+    source.info.reset_vector_map();
+    while (const KIVO_VECTOR_OBJ* vector = source.info.get_next_vector_obj()) {
+        source.ids[vector] = source.names.add("waveform", vector->name);
+    }
+}
+
 DocSource make_source(KIVO_INFO& info, const std::string& path,
-                      const std::vector<Finding>& warnings, const KIVO_SESSION* session) {
-    DocSource source{info, function_of(info, path), warnings, {}, {}, {}, {}, session};
+                      const std::vector<Finding>& findings, const KIVO_SESSION* session) {
+    DocSource source{info, function_of(info, path), findings, {}, {}, {}, {}, session, {}, {}};
     info.reset_kivo_obj_map();
     while (KIVO_OBJ_INFO* object = info.get_next_kivo_obj()) {
         if (kivo_is_port(object->obj_type)) {
@@ -67,6 +85,7 @@ DocSource make_source(KIVO_INFO& info, const std::string& path,
             source.macros.push_back(object);
         }
     }
+    name_all(source);
     return source;
 }
 
@@ -108,6 +127,24 @@ void write_settings(HtmlWriter& html, const KIVO_SESSION& session) {
     }
 }
 
+// Above all else: a page with gaps must not look whole.
+void write_alert(HtmlWriter& html, const std::vector<Finding>& findings) {
+    if (findings.empty()) {
+        return;
+    }
+    const auto errors = static_cast<std::size_t>(
+        std::count_if(findings.begin(), findings.end(),
+                      [](const Finding& finding) { return finding.severity == Severity::kError; }));
+    const std::size_t warnings = findings.size() - errors;
+    const HtmlScope alert(html, "p", {{"class", errors > 0 ? "alert error" : "alert"}});
+    html.text("The description has ");
+    html.text(errors > 0 ? counted(errors, "error") : "");
+    html.text(errors > 0 && warnings > 0 ? " and " : "");
+    html.text(warnings > 0 ? counted(warnings, "warning") : "");
+    html.text(errors > 0 ? "; parts of it may be missing here. " : ". ");
+    html.element("a", {{"href", "#problems"}}, "What is wrong");
+}
+
 void write_banner(HtmlWriter& html, const DocSource& source, const std::string& title,
                   const std::string& path) {
     const HtmlScope header(html, "header");
@@ -116,14 +153,17 @@ void write_banner(HtmlWriter& html, const DocSource& source, const std::string& 
     if (help != nullptr && !help->header.empty()) {
         html.element("p", {{"class", "subtitle"}}, join_lines(help->header));
     }
-    const HtmlScope line(html, "p", {{"class", "origin"}});
-    html.text("Function ");
-    html.element("code", source.function);
-    html.text(", described in ");
-    html.element("code", file_name_of(path));
-    if (source.session != nullptr) {
-        write_settings(html, *source.session);
+    {
+        const HtmlScope line(html, "p", {{"class", "origin"}});
+        html.text("Function ");
+        html.element("code", source.function);
+        html.text(", described in ");
+        html.element("code", file_name_of(path));
+        if (source.session != nullptr) {
+            write_settings(html, *source.session);
+        }
     }
+    write_alert(html, source.findings);
 }
 
 void write_contents(HtmlWriter& html, const std::vector<Section>& sections) {
@@ -156,8 +196,8 @@ void write_sections(HtmlWriter& html, const std::vector<Section>& sections) {
 }  // namespace
 
 std::string make_page(KIVO_INFO& info, const std::string& path,
-                      const std::vector<Finding>& warnings, const KIVO_SESSION* session) {
-    DocSource source = make_source(info, path, warnings, session);
+                      const std::vector<Finding>& findings, const KIVO_SESSION* session) {
+    DocSource source = make_source(info, path, findings, session);
     const std::vector<Section> sections = make_sections(source);
     const std::string title = title_of(source);
     HtmlWriter html;

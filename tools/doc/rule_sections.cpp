@@ -1,31 +1,54 @@
 #include <string>
-#include <string_view>
 
+#include "tools/doc/cell.h"
 #include "tools/doc/help_text.h"
 #include "tools/doc/sections.h"
 #include "tools/doc/table.h"
+#include "tools/doc/value_rules.h"
 #include "tools/text/text_escape.h"
 
 namespace {
 
-std::string in_language(const std::string& rule, KIVO_HDL_LANGUAGE language) {
-    return code_cell(kivo_translate_text_to_hdl(join_lines(rule), language));
-}
+// The rules of a description in one table, numbered from 1.
+class RuleTable {
+public:
+    explicit RuleTable(const PageNames& names) : names_(names) {}
 
-void add_rule(HtmlTable& table, const std::string& owner, const KIVO_RULE_ELEMENT& rule) {
-    table.add_row({owner, rule.rule_kind == KIVO_RULE_NOT_REQUIRED ? "advised" : "required",
-                   in_language(rule.text3, KIVO_HDL_NHDL), in_language(rule.text3, KIVO_HDL_VHDL),
-                   in_language(rule.text3, KIVO_HDL_VERILOG)});
-}
+    void add(const std::string& owner, const KIVO_RULE_ELEMENT& rule) {
+        const std::string number = std::to_string(++rules_);
+        table_.add_row({"<a href=\"#rule-" + number + "\">" + number + "</a>", owner,
+                        rule.rule_kind == KIVO_RULE_NOT_REQUIRED ? "advised" : "required",
+                        requirement(names_, rule.text3), in_language(rule.text3, KIVO_HDL_NHDL),
+                        in_language(rule.text3, KIVO_HDL_VERILOG)},
+                       "rule-" + number);
+    }
 
-void add_value_rules(HtmlTable& table, KIVO_OBJ_INFO& parameter) {
-    parameter.reset_rule_list();
-    while (const KIVO_RULE_ELEMENT* rule = parameter.get_next_rule_element()) {
-        if (rule->rule_kind == KIVO_RULE_REQUIRED) {
-            add_rule(table, code_cell(parameter.name), *rule);
+    void add_value_rules(KIVO_OBJ_INFO& parameter) {
+        parameter.reset_rule_list();
+        while (const KIVO_RULE_ELEMENT* rule = parameter.get_next_rule_element()) {
+            if (rule->rule_kind == KIVO_RULE_REQUIRED) {
+                add(expression_cell(names_, parameter.name), *rule);
+            }
         }
     }
-}
+
+    void write(HtmlWriter& html) const {
+        table_.write(html);
+        if (rules_ > 0) {
+            html.element("p", {{"class", "note"}}, "For VHDL a rule is left as it is written.");
+        }
+    }
+
+private:
+    static std::string in_language(const std::string& rule, KIVO_HDL_LANGUAGE language) {
+        return code_cell(kivo_translate_text_to_hdl(join_lines(rule), language));
+    }
+
+    const PageNames& names_;
+    HtmlTable table_{
+        "rule-table", "Rules", {"Rule", "Applies to", "Kind", "As written", "NHDL", "Verilog"}};
+    std::size_t rules_ = 0;
+};
 
 struct SeverityRow {
     KIVO_RULE_KIND kind;
@@ -44,42 +67,42 @@ constexpr SeverityRow kSeverities[] = {
 };
 // clang-format on
 
-void write_message(HtmlWriter& html, const KIVO_RULE_ELEMENT& message) {
+void write_message(HtmlWriter& html, const PageNames& names, const KIVO_RULE_ELEMENT& message) {
     const HtmlScope item(html, "li");
     if (!message.text3.empty()) {
         const HtmlScope line(html, "p", {{"class", "condition"}});
         html.text("If ");
-        html.element("code", join_lines(message.text3));
+        html.markup(expression_cell(names, join_lines(message.text3)));
     }
-    write_paragraphs(html, message.text1);
+    write_paragraphs(html, names, message.text1);
     if (!message.text2.empty()) {
         html.element("p", {{"class", "condition"}}, "Otherwise");
-        write_paragraphs(html, message.text2);
+        write_paragraphs(html, names, message.text2);
     }
 }
 
-void write_all_messages(HtmlWriter& html, KIVO_INFO& info, const SeverityRow& row) {
-    info.reset_message_list();
-    while (const KIVO_RULE_ELEMENT* message = info.get_next_msg()) {
+void write_all_messages(HtmlWriter& html, DocSource& source, const SeverityRow& row) {
+    source.info.reset_message_list();
+    while (const KIVO_RULE_ELEMENT* message = source.info.get_next_msg()) {
         if (message->rule_kind == row.kind) {
-            write_message(html, *message);
+            write_message(html, source.names, *message);
         }
     }
 }
 
-void write_shown_messages(HtmlWriter& html, const KIVO_SESSION& session, const SeverityRow& row) {
-    for (const KIVO_SHOWN_MESSAGE& message : session.messages()) {
+void write_shown_messages(HtmlWriter& html, DocSource& source, const SeverityRow& row) {
+    for (const KIVO_SHOWN_MESSAGE& message : source.session->messages()) {
         if (message.severity == row.severity) {
             const HtmlScope item(html, "li");
-            write_paragraphs(html, message.text);
+            write_paragraphs(html, source.names, message.text);
         }
     }
 }
 
 void write_severity(HtmlWriter& html, DocSource& source, const SeverityRow& row) {
     HtmlWriter items;
-    source.session == nullptr ? write_all_messages(items, source.info, row)
-                              : write_shown_messages(items, *source.session, row);
+    source.session == nullptr ? write_all_messages(items, source, row)
+                              : write_shown_messages(items, source, row);
     if (!items.empty()) {
         html.element("h3", row.title);
         const HtmlScope list(html, "ul", {{"class", std::string("messages ") + row.style}});
@@ -94,16 +117,23 @@ std::string place_text(const KIVO_PLACE& place) {
                : file + ":" + std::to_string(place.line) + ":" + std::to_string(place.column);
 }
 
+std::string place_text(const Place& place) {
+    const std::string file = place.file.substr(place.file.find_last_of('/') + 1);
+    return place.start ? file + ":" + std::to_string(place.start->line) + ":" +
+                             std::to_string(place.start->column)
+                       : file;
+}
+
 }  // namespace
 
 void write_rules(HtmlWriter& html, DocSource& source) {
-    HtmlTable table("rule-table", "Rules", {"Applies to", "Kind", "NHDL", "VHDL", "Verilog"});
+    RuleTable table(source.names);
     source.info.reset_fn_rule_list();
     while (const KIVO_RULE_ELEMENT* rule = source.info.get_next_fn_rule_element()) {
-        add_rule(table, "function", *rule);
+        table.add("function", *rule);
     }
     for (KIVO_OBJ_INFO* parameter : source.parameters) {
-        add_value_rules(table, *parameter);
+        table.add_value_rules(*parameter);
     }
     table.write(html);
 }
@@ -127,15 +157,15 @@ void write_verdicts(HtmlWriter& html, DocSource& source) {
 }
 
 void write_problems(HtmlWriter& html, DocSource& source) {
-    HtmlTable table("problems", "Problems in the description", {"Place", "Problem", "Id"});
-    for (std::size_t index = 0; index < source.info.error_list.size(); ++index) {
-        table.add_row({text_cell(place_text(source.info.get_error_place(index))),
-                       text_cell(source.info.error_list[index]),
-                       code_cell(source.info.get_error_id(index))});
+    HtmlTable table("problems", "Problems in the description", {"Place", "Kind", "Problem", "Id"});
+    for (const Finding& finding : source.findings) {
+        table.add_row({text_cell(place_text(finding.place)), severity_word(finding.severity),
+                       text_cell(finding.text), code_cell(finding.id)});
     }
-    if (!source.info.error_list.empty()) {
+    if (!source.findings.empty()) {
         html.element("p",
-                     "The description has mistakes; what they concern is missing from this page.");
+                     "What an error concerns is missing from this page; what a warning concerns "
+                     "stands here as it was read, which is surely not what was meant.");
     }
     table.write(html);
 }

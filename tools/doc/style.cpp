@@ -60,6 +60,21 @@ nav { margin: 1.25rem 0; padding: 0.75rem 1rem; border-radius: 6px; background: 
 nav h2 { margin: 0 0 0.4rem; padding: 0; border: 0; font-size: 1rem; }
 nav ol { margin: 0; padding-left: 1.5rem; columns: 3 9rem; }
 nav li { padding: 0.1rem 0; }
+.alert { margin: 0.75rem 0 0; padding: 0.5rem 0.9rem; max-width: none; border-left: 4px solid var(--warning); border-radius: 0 4px 4px 0; background: var(--panel); }
+.alert.error { border-color: var(--error); }
+td a, th a, p a, figcaption a, dd a { text-decoration-thickness: 1px; text-decoration-color: var(--line); text-underline-offset: 0.2em; }
+a:hover { text-decoration-color: currentcolor; }
+:target { scroll-margin-top: 1rem; background: var(--inside); }
+article:target { background: none; outline: 2px solid var(--accent); outline-offset: 0.5rem; }
+.group { margin-left: 0.2em; }
+.time { white-space: nowrap; }
+.cases { display: flex; flex-wrap: wrap; gap: 0 0.25rem; }
+.cases > input { position: absolute; opacity: 0; pointer-events: none; }
+.cases > label { order: 1; padding: 0.25rem 0.75rem; border: 1px solid var(--line); border-radius: 6px 6px 0 0; color: var(--quiet); font-size: 0.9rem; cursor: pointer; }
+.cases > input:checked + label { border-bottom-color: var(--accent); background: var(--panel); color: var(--ink); box-shadow: inset 0 -2px var(--accent); }
+.cases > input:focus-visible + label { outline: 2px solid var(--accent); outline-offset: 1px; }
+.cases > .case { order: 2; flex: 0 0 100%; min-width: 0; }
+.cases > input:not(:checked) + label + .case { display: none; }
 article + article { margin-top: 2rem; }
 .scroll { overflow-x: auto; margin: 0.75rem 0; }
 table { width: 100%; border-collapse: separate; border-spacing: 0; font-size: 0.9rem; overflow-wrap: normal; }
@@ -116,9 +131,13 @@ figcaption { margin: 0 auto; max-width: 46rem; color: var(--quiet); font-size: 0
 .wave .released { stroke: var(--released); stroke-dasharray: 5 3; }
 .wave .undriven { stroke: var(--quiet); stroke-dasharray: 1.5 4; }
 .wave .crowded { fill: var(--wave); fill-opacity: 0.55; }
-@media screen and (max-width: 48rem) {
-  .rules { min-width: 8rem; }
-  th, td { padding-right: 0.5rem; }
+@media screen and (min-width: 76rem) {
+  body { display: grid; grid-template-columns: 11rem minmax(0, 1fr); column-gap: 2rem; align-content: start; max-width: 86rem; }
+  header { grid-column: 1 / -1; }
+  nav { position: sticky; top: 1rem; align-self: start; max-height: calc(100vh - 2rem); overflow-y: auto; padding: 0.6rem 0.8rem; font-size: 0.9rem; }
+  nav ol { columns: auto; padding-left: 0; list-style: none; }
+  main { grid-column: 2; min-width: 0; }
+  main > section:first-child > h2 { margin-top: 1.25rem; }
 }
 @media screen and (max-width: 72rem) {
   .many thead { display: none; }
@@ -130,6 +149,19 @@ figcaption { margin: 0 auto; max-width: 46rem; color: var(--quiet); font-size: 0
   .many td:has(ul) { grid-column: 1 / -1; }
   .many td::before { content: attr(data-label); display: block; color: var(--quiet); font-size: 0.85em; }
   .rule-table.many tbody tr { grid-template-columns: repeat(auto-fill, minmax(min(15rem, 100%), 1fr)); }
+}
+@media screen and (max-width: 48rem) {
+  .rules { min-width: 8rem; }
+  th, td { padding-right: 0.5rem; }
+}
+@media screen and (max-width: 40rem) {
+  table:not(.many) thead { display: none; }
+  table:not(.many), table:not(.many) tbody, table:not(.many) tr { display: block; }
+  table:not(.many) tr { padding: 0.5rem 0; border-top: 1px solid var(--line); }
+  table:not(.many) tr > * { display: block; padding: 0.1rem 0; border: 0; overflow-wrap: anywhere; }
+  table:not(.many) tbody tr:first-child, table:not(.many) tbody tr:first-child > * { border: 0; }
+  table:not(.many) td:empty { display: none; }
+  table:not(.many) td::before { content: attr(data-label); display: block; color: var(--quiet); font-size: 0.85em; }
 }
 @page { margin: 16mm 14mm; }
 @media print {
@@ -149,6 +181,11 @@ figcaption { margin: 0 auto; max-width: 46rem; color: var(--quiet); font-size: 0
   body { max-width: none; padding: 0; }
   h1, h2, h3, thead, .facts, :has(+ figure) { break-after: avoid; }
   tr, li, svg, figure, .facts { break-inside: avoid; }
+  tbody tr:first-child, tbody tr:nth-last-child(2) { break-after: avoid; }
+  p, li { orphans: 3; widows: 3; }
+  .cases { display: block; }
+  .cases > input, .cases > label { display: none; }
+  .cases > input:not(:checked) + label + .case { display: block; }
   .picture svg { min-width: 0; max-width: 100%; height: auto; }
   a { color: inherit; text-decoration: none; }
   .scroll { overflow: visible; }

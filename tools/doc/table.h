@@ -6,30 +6,34 @@
 
 #include "tools/doc/html.h"
 
-// Cells of a table: the text as code or as it is. An empty text makes an empty cell.
-std::string code_cell(std::string_view text);
-std::string text_cell(std::string_view text);
-
-// A table that is no wider than the page: one of many columns shows its rows as blocks where the
-// page is narrow. Its first column names the row; columns without any content are left out.
+// A table that is no wider than the page: its rows are blocks on a phone, and those of a table of
+// many columns wherever the page is narrow. Its first column names the row; columns without any
+// content are left out.
 class HtmlTable {
 public:
     // "style" is a class name, "label" says to those who do not see the table what it holds.
     HtmlTable(std::string_view style, std::string_view label, std::vector<std::string> heads)
         : style_(style), label_(label), heads_(std::move(heads)) {}
 
-    // The markup of one cell per column.
-    void add_row(std::vector<std::string> cells) { rows_.push_back(std::move(cells)); }
+    // The markup of one cell per column, and the id of the row if it has one.
+    void add_row(std::vector<std::string> cells, std::string id = {}) {
+        rows_.push_back({std::move(id), std::move(cells)});
+    }
     // Writes nothing when there is no row.
     void write(HtmlWriter& html) const;
 
 private:
+    struct Row {
+        std::string id;
+        std::vector<std::string> cells;
+    };
+
     std::vector<std::size_t> columns_with_content() const;
 
     std::string style_;
     std::string label_;
     std::vector<std::string> heads_;
-    std::vector<std::vector<std::string>> rows_;
+    std::vector<Row> rows_;
 };
 
 // Terms with what there is to say about each.

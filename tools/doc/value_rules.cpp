@@ -1,39 +1,67 @@
 #include "tools/doc/value_rules.h"
 
+#include "tools/doc/cell.h"
 #include "tools/doc/html.h"
-#include "tools/doc/table.h"
+#include "tools/doc/implication.h"
 #include "tools/text/text_escape.h"
 
 namespace {
 
-// A condition in one line, over however many its author wrote it.
-std::string condition_code(const std::string& condition) {
-    return code_cell(join_lines(condition));
+// Says what a rule says; its names link.
+class RuleSentence {
+public:
+    explicit RuleSentence(const PageNames& names) : names_(names) {}
+
+    std::string of(const KIVO_RULE_ELEMENT& rule, bool is_port) const;
+    std::string requirement(const std::string& condition) const;
+
+private:
+    std::string code(std::string_view text) const {
+        return expression_cell(names_, join_lines(text));
+    }
+    std::string when(std::string_view condition) const {
+        return condition.empty() ? std::string() : " when " + code(condition);
+    }
+    std::string otherwise(std::string_view value) const {
+        return value.empty() ? std::string() : ", otherwise " + code(value);
+    }
+    std::string range(const KIVO_RULE_ELEMENT& rule) const {
+        return rule.text2.empty() ? "at most " + code(rule.text1)
+                                  : code(rule.text2) + " to " + code(rule.text1);
+    }
+    std::string value(const KIVO_RULE_ELEMENT& rule) const {
+        return code(rule.text1) + when(rule.text3) + otherwise(rule.text2);
+    }
+    std::string by_origin(const KIVO_RULE_ELEMENT& rule) const;
+
+    const PageNames& names_;
+};
+
+// The kind of a rule with WHEN_CMD does not say what it is.
+std::string RuleSentence::by_origin(const KIVO_RULE_ELEMENT& rule) const {
+    switch (rule.origin) {
+        case KIVO_ORIGIN_FORCE_RANGE:
+            return "range " + range(rule) + when(rule.text3);
+        case KIVO_ORIGIN_CONSTANT_RANGE:
+            return "constant " + range(rule) + when(rule.text3);
+        case KIVO_ORIGIN_STATE:
+            return "state " + value(rule);
+        default:
+            return "value " + value(rule);
+    }
 }
 
-std::string when(const std::string& condition) {
-    return condition.empty() ? std::string() : " when " + condition_code(condition);
+std::string RuleSentence::requirement(const std::string& condition) const {
+    if (const auto parts = implication_of(condition)) {
+        return code(parts->consequence) + when(parts->condition) + otherwise(parts->alternative);
+    }
+    return code(condition);
 }
 
-std::string otherwise(const std::string& value) {
-    return value.empty() ? std::string() : ", otherwise " + code_cell(value);
-}
-
-std::string range(const KIVO_RULE_ELEMENT& rule) {
-    return rule.text2.empty() ? "at most " + code_cell(rule.text1)
-                              : code_cell(rule.text2) + " to " + code_cell(rule.text1);
-}
-
-// The second text is the value otherwise or the lower limit; which of them is not recorded.
-std::string by_command(const KIVO_RULE_ELEMENT& rule) {
-    const std::string second = rule.text2.empty() ? "" : " or " + code_cell(rule.text2);
-    return code_cell(rule.text1) + second + " by command " + condition_code(rule.text3);
-}
-
-std::string sentence(const KIVO_RULE_ELEMENT& rule, bool is_port) {
+std::string RuleSentence::of(const KIVO_RULE_ELEMENT& rule, bool is_port) const {
     switch (rule.rule_kind) {
         case KIVO_RULE_WHEN_CMD:
-            return by_command(rule);
+            return by_origin(rule);
         case KIVO_RULE_FORCED_RANGE:
         case KIVO_RULE_PORT_RANGE:
             return "range " + range(rule) + when(rule.text3);
@@ -42,22 +70,26 @@ std::string sentence(const KIVO_RULE_ELEMENT& rule, bool is_port) {
         case KIVO_RULE_FORCED_VALUE:
         case KIVO_RULE_PORT_VALUE: {
             const bool is_state = is_port && rule.rule_kind == KIVO_RULE_FORCED_VALUE;
-            return (is_state ? "state " : "value ") + code_cell(rule.text1) + when(rule.text3) +
-                   otherwise(rule.text2);
+            return (is_state ? "state " : "value ") + value(rule);
         }
         default:
-            return "requires " + condition_code(rule.text3);
+            return "requires " + requirement(rule.text3);
     }
 }
 
 }  // namespace
 
-std::string value_rule_list(KIVO_OBJ_INFO& object) {
+std::string value_rule_list(const PageNames& names, KIVO_OBJ_INFO& object) {
+    const RuleSentence sentence(names);
     HtmlWriter list;
     object.reset_rule_list();
     while (const KIVO_RULE_ELEMENT* rule = object.get_next_rule_element()) {
         const HtmlScope item(list, "li");
-        list.markup(sentence(*rule, kivo_is_port(object.obj_type)));
+        list.markup(sentence.of(*rule, kivo_is_port(object.obj_type)));
     }
     return list.empty() ? std::string() : "<ul class=\"rules\">" + list.result() + "</ul>";
+}
+
+std::string requirement(const PageNames& names, const std::string& condition) {
+    return RuleSentence(names).requirement(condition);
 }

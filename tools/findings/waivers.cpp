@@ -7,7 +7,6 @@
 #include <string_view>
 #include <utility>
 
-#include "tools/description/description.h"
 #include "tools/description/source_text.h"
 #include "tools/findings/catalogue.h"
 
@@ -148,6 +147,14 @@ Waivers* WaiverFiles::of_description(const std::string& path) {
         found->second.emplace(settings);
     }
     return found->second ? &*found->second : nullptr;
+}
+
+void WaiverFiles::apply(std::vector<Finding>& findings, const Description& description) {
+    if (Waivers* const waivers = of_description(description.name())) {
+        std::vector<std::string> names = files_of(description.info());
+        std::replace(names.begin(), names.end(), description.path(), description.name());
+        waivers->apply(findings, names);
+    }
 }
 
 std::vector<CheckedFile> WaiverFiles::report() const {

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "tools/description/description.h"
 #include "tools/findings/finding.h"
 
 // One finding that an author has decided to live with.
@@ -43,6 +44,9 @@ private:
 class WaiverFiles {
 public:
     explicit WaiverFiles(std::string given) : given_(std::move(given)) {}
+
+    // Takes what is waived out of the findings of a description.
+    void apply(std::vector<Finding>& findings, const Description& description);
 
     // Null when there are none for a description at that path.
     Waivers* of_description(const std::string& path);

@@ -74,7 +74,9 @@ bool follows_text(std::string_view text, std::size_t less_than) {
 }
 
 std::optional<XmlNote> note_of_comparison(std::string_view text, std::size_t fault) {
-    const std::size_t less_than = fault == 0 ? std::string_view::npos : text.rfind('<', fault - 1);
+    // A tag that is no tag may reach up to an end tag.
+    const bool is_at_end_tag = fault > 0 && text.substr(fault - 1, 2) == "</";
+    const std::size_t less_than = text.substr(0, is_at_end_tag ? fault - 1 : fault).rfind('<');
     if (less_than == std::string_view::npos || !follows_text(text, less_than)) {
         return std::nullopt;
     }

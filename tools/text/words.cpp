@@ -4,9 +4,13 @@
 
 #include <cassert>
 
-std::string with_unit(std::int64_t time, const std::string& scale) {
+std::string unit_of_times(const std::string& scale) {
     const bool is_unit = !scale.empty() && scale.find_first_of("0123456789") == std::string::npos;
-    return fmt::format("{}{}", time, is_unit ? ' ' + scale : std::string());
+    return is_unit ? ' ' + scale : std::string();
+}
+
+std::string with_unit(std::int64_t time, const std::string& scale) {
+    return fmt::format("{}{}", time, unit_of_times(scale));
 }
 
 std::string counted(std::size_t count, const std::string& noun) {

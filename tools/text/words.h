@@ -13,6 +13,9 @@
 // itself.
 std::string with_unit(std::int64_t time, const std::string& scale);
 
+// What follows a time: " ns", or nothing in a scale that is empty or has a number itself.
+std::string unit_of_times(const std::string& scale);
+
 // "1 error", "2 errors".
 std::string counted(std::size_t count, const std::string& noun);
 

@@ -10,6 +10,7 @@
 #include "tests/support/temporary_folder.h"
 #include "tools/description/description.h"
 #include "tools/doc/page.h"
+#include "tools/findings/library_findings.h"
 #include "tools/lint/lint.h"
 
 // Pages of descriptions, parsed as the XML that they are.
@@ -23,8 +24,11 @@ protected:
         KIVO_SESSION session(description.info());
         ASSERT_EQ(session.set_all(settings), KIVO_SET_RESULT::kDone);
         Sources sources;
-        page = make_page(description.info(), path, stimulus_findings(description, sources),
-                         settings.empty() ? nullptr : &session);
+        std::vector<Finding> findings = library_findings(description, sources);
+        for (Finding& finding : stimulus_findings(description, sources)) {
+            findings.push_back(std::move(finding));
+        }
+        page = make_page(description.info(), path, findings, settings.empty() ? nullptr : &session);
         const pugi::xml_parse_result result = document.load_buffer(
             page.data(), page.size(), pugi::parse_default | pugi::parse_ws_pcdata);
         ASSERT_TRUE(result) << result.description() << " in:\n"

@@ -86,9 +86,9 @@ TEST_F(PageTest, ProblemsOfTheDescriptionAreListedWithTheirPlaces) {
     make_from("\n<REVISIONS/>");
     EXPECT_EQ(
         rows_of(section("problems")),
-        (Rows{{"Place", "Problem", "Id"},
-              {"sample_info.xml:2:1", "Main element tag REVISIONS is not a valid recognized tag",
-               "unknown-section"}}));
+        (Rows{{"Place", "Kind", "Problem", "Id"},
+              {"sample_info.xml:2:1", "error",
+               "Main element tag REVISIONS is not a valid recognized tag", "unknown-section"}}));
 }
 
 TEST_F(PageTest, ParametersShowTheirDefaultChoicesAndValueRules) {
@@ -105,7 +105,7 @@ TEST_F(PageTest, ParametersShowTheirDefaultChoicesAndValueRules) {
     EXPECT_EQ(rows_of(section("parameters")),
               (Rows{{"Name", "Type", "Default", "Values", "Connection", "LPM hint", "Value rules"},
                     {"W", "integer", "8", "", "constant", "",
-                     "range 1 to 64 range at most 32 when M == 1 4 by command shrink"},
+                     "range 1 to 64 range at most 32 when M == 1 value 4 when shrink"},
                     {"M", "string", "DOWN", "UP, DOWN", "", "yes",
                      "value UP when W gt 4, otherwise DOWN requires W lt 9"}}));
 }
@@ -162,15 +162,17 @@ TEST_F(PageTest, RulesStandInAllLanguages) {
     const auto in = [](const char* text, KIVO_HDL_LANGUAGE language) {
         return kivo_translate_text_to_hdl(text, language);
     };
-    Rows rows = {{"Applies to", "Kind", "NHDL", "VHDL", "Verilog"}};
+    Rows rows = {{"Rule", "Applies to", "Kind", "As written", "NHDL", "Verilog"}};
     for (const auto& [owner, kind, text] :
          {std::tuple("function", "required", "A gt 1 and B lt 2"),
           std::tuple("function", "advised", "A != 7"), std::tuple("W", "required", "W gte 4")}) {
-        rows.push_back({owner, kind, in(text, KIVO_HDL_NHDL), in(text, KIVO_HDL_VHDL),
+        // VHDL takes the text as it is written.
+        EXPECT_EQ(in(text, KIVO_HDL_VHDL), text);
+        rows.push_back({std::to_string(rows.size()), owner, kind, text, in(text, KIVO_HDL_NHDL),
                         in(text, KIVO_HDL_VERILOG)});
     }
     EXPECT_EQ(rows_of(section("rules")), rows);
-    EXPECT_EQ(rows[1][4], "A > 1 && B < 2");
+    EXPECT_EQ(rows[1][5], "A > 1 && B < 2");
 }
 
 TEST_F(PageTest, MessagesAreOrderedBySeverity) {
@@ -250,11 +252,13 @@ TEST_F(PageTest, EveryVectorHasAPictureWithARowForEachSignalThatItDrives) {
         while (KIVO_VECTOR_OBJ* vector = description.info().get_next_vector_obj()) {
             const std::string article =
                 "(//section[@id='waveforms']/article)[" + std::to_string(++number) + "]";
-            const Texts rows = texts_of((article + "//svg[@class='wave']/g/title").c_str());
+            const std::string main = article + "//div[@class='case']";
+            const Texts rows = texts_of((main + "//svg[@class='wave']/g/title").c_str());
             EXPECT_EQ(without_ranges(rows), driven_signals(*vector)) << vector->name;
-            EXPECT_EQ(texts_of((article + "//svg[@class='wave']/g/text").c_str()), rows);
+            EXPECT_EQ(texts_of((main + "//svg[@class='wave']/g/text").c_str()), rows);
         }
-        EXPECT_EQ(document.select_nodes("//svg[@class='wave']").size(), number) << name;
+        EXPECT_EQ(document.select_nodes("//div[@class='case']//svg[@class='wave']").size(), number)
+            << name;
         EXPECT_GT(number, 1U) << name;
     }
 }
@@ -282,8 +286,101 @@ TEST_F(PageTest, PicturesSayWhichConditionsTheyTakeAsTrue) {
         <IF>X</IF><THEN><STIM>force d 5 0</STIM></THEN><ELSE><STIM>force d 7 0</STIM></ELSE>
         <IF>Y</IF><THEN><STIM>force e 6 0</STIM></THEN>
         <IF>X</IF><THEN><STIM>force f 1 0</STIM></THEN></WAVE></WAVE_DATA>)");
-    EXPECT_EQ(texts_of("//figcaption"), Texts{"Drawn for the case that X and Y hold."});
-    EXPECT_EQ(texts_of("//svg[@class='wave']//text[@class='value']"), (Texts{"5", "6"}));
+    EXPECT_EQ(texts_of("//div[@class='case']//figcaption"),
+              Texts{"Drawn for the case that X and Y hold."});
+    EXPECT_EQ(texts_of("//div[@class='case']//text[@class='value']"), (Texts{"5", "6"}));
+}
+
+TEST_F(PageTest, TheOtherBranchOfEachConditionCanBeChosen) {
+    make_from(R"(<WAVE_DATA><WAVE NAME="w" MAX_TIME="20"><STIM>force a 1 0</STIM>
+        <IF>X</IF><THEN><STIM>force d 5 0</STIM></THEN><ELSE><STIM>force d 7 0</STIM></ELSE>
+        <IF>Y</IF><THEN><STIM>force e 6 0</STIM></THEN></WAVE>
+        <WAVE NAME="plain" MAX_TIME="20"><STIM>force a 1 0</STIM></WAVE></WAVE_DATA>)");
+    EXPECT_EQ(texts_of("//div[@class='cases']/label"),
+              (Texts{"all conditions hold", "not X", "not Y"}));
+    EXPECT_EQ(texts_of("//div[@class='case otherwise']//figcaption"),
+              (Texts{"Drawn for the case that Y holds and X does not hold.",
+                     "Drawn for the case that X holds and Y does not hold."}));
+    EXPECT_EQ(texts_of("//div[@class='case otherwise'][1]//text[@class='value']"),
+              (Texts{"7", "6"}));
+    EXPECT_EQ(texts_of("//div[@class='case otherwise'][2]//text[@class='value']"), Texts{"5"});
+    // Each label is that of its own input, of which the first is chosen.
+    const auto inputs = document.select_nodes("//div[@class='cases']/input[@type='radio']");
+    ASSERT_EQ(inputs.size(), 3U);
+    for (const pugi::xpath_node& input : inputs) {
+        EXPECT_STREQ(input.node().next_sibling("label").attribute("for").value(),
+                     input.node().attribute("id").value());
+        EXPECT_EQ(input.node().attribute("name").value(), std::string("cases-1"));
+        EXPECT_EQ(!input.node().attribute("checked").empty(), input == inputs.first());
+    }
+    EXPECT_EQ(document.select_nodes("//article[@id='waveform-plain']//input").size(), 0U);
+}
+
+TEST_F(PageTest, OfManyConditionsTheFirstAreDrawnAsNotHolding) {
+    std::string commands;
+    for (int i = 0; i < 12; ++i) {
+        commands += "<IF>X" + std::to_string(i) + "</IF><THEN><STIM>force s" + std::to_string(i) +
+                    " 1 0</STIM></THEN>";
+    }
+    make_from("<WAVE_DATA><WAVE NAME='w' MAX_TIME='20'>" + commands + "</WAVE></WAVE_DATA>");
+    EXPECT_EQ(document.select_nodes("//div[@class='case otherwise']").size(), 8U);
+    EXPECT_EQ(texts_of("//p[@class='note']"),
+              Texts{"Note: only the first 8 of 12 conditions are drawn as not holding."});
+}
+
+TEST_F(PageTest, EveryObjectRuleAndWaveformHasAnAnchorAndEveryLinkItsTarget) {
+    for (const char* name : {"fifo", "counter", "ram", "faulty"}) {
+        make(kExamples + "/" + name + "_info.xml");
+        std::set<std::string> ids;
+        for (const pugi::xpath_node& found : document.select_nodes("//@id")) {
+            EXPECT_TRUE(ids.insert(found.attribute().value()).second);
+        }
+        std::size_t links = 0;
+        for (const pugi::xpath_node& found : document.select_nodes("//a/@href")) {
+            EXPECT_EQ(ids.count(found.attribute().value() + 1), 1U) << found.attribute().value();
+            ++links;
+        }
+        EXPECT_GT(links, 15U);
+        const auto rows = document.select_nodes(
+            "//table[@class[starts-with(.,'objects') or "
+            "starts-with(.,'rule-table')]]/tbody/tr[not(ancestor::article)]");
+        EXPECT_GT(rows.size(), 4U);
+        for (const pugi::xpath_node& row : rows) {
+            EXPECT_TRUE(row.node().attribute("id"));
+        }
+        EXPECT_FALSE(document.select_node("//section[@id='waveforms']/article[not(@id)]"));
+    }
+}
+
+TEST_F(PageTest, NamesInTextsLinkToWhatHasThem) {
+    make(kExamples + "/fifo_info.xml");
+    const auto links = [this](const char* section) {
+        return texts_of(("//section[@id='" + std::string(section) + "']//p//a").c_str());
+    };
+    EXPECT_EQ(links("introduction"), (Texts{"DEPTH", "DATA_WIDTH", "READ_MODE", "STORAGE"}));
+    EXPECT_TRUE(
+        document.select_node("//tr[@id='port-data']/td/code/a[@href='#parameter-DATA_WIDTH']"));
+    EXPECT_TRUE(
+        document.select_node("//tr[@id='hidden-parameter-LEVEL_WIDTH']//a[@href='#macro-CLOG2']"));
+    EXPECT_TRUE(
+        document.select_node("//article[@id='waveform-streaming']//a[@href='#port-clock']"));
+}
+
+TEST_F(PageTest, ADescriptionWithFindingsSaysSoAtItsTop) {
+    make_from("");
+    EXPECT_FALSE(document.select_node("//p[starts-with(@class,'alert')]"));
+    make_from("<REVISIONS/><PARAMETRS/>");
+    EXPECT_EQ(
+        texts_of("//header/p[@class='alert error']"),
+        Texts{"The description has 2 errors; parts of it may be missing here. What is wrong"});
+    EXPECT_TRUE(document.select_node("//header/p/a[@href='#problems']"));
+}
+
+TEST_F(PageTest, PeriodsHaveTheirUnitAndLongNumbersGroups) {
+    make_from(R"(<FUNCTION_INFORMATION><TIME_SCALE VALUE="ps"/></FUNCTION_INFORMATION>
+        <PORTS><PORT NAME="clk" TYPE="INPUT" IS_CLOCK_PORT="TRUE" CLOCK_PERIOD="20000"/></PORTS>)");
+    EXPECT_EQ(rows_of(section("ports"))[1][4], "clock, period 20000 ps");
+    EXPECT_EQ(texts_of("//section[@id='ports']//span[@class='group']"), Texts{"000"});
 }
 
 TEST_F(PageTest, AVectorThatCannotBeDrawnSaysWhy) {
@@ -406,7 +503,8 @@ TEST_F(PageTest, TextsWithMarkupAndControlCharactersAreShownAndDoNothing) {
     EXPECT_FALSE(document.select_node("//script"));
     EXPECT_FALSE(document.select_node("//@onload"));
     EXPECT_FALSE(document.select_node("//comment()"));
-    EXPECT_EQ(document.select_nodes("//svg[@class='wave']").size(), 2U);
+    // One of them in both cases of its condition.
+    EXPECT_EQ(document.select_nodes("//svg[@class='wave']").size(), 3U);
     std::set<std::string> ids;
     for (const pugi::xpath_node& found : document.select_nodes("//@id")) {
         EXPECT_TRUE(ids.insert(found.attribute().value()).second) << found.attribute().value();

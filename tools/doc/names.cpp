@@ -1,0 +1,61 @@
+#include "tools/doc/names.h"
+
+#include <algorithm>
+
+namespace {
+
+bool is_digit(char letter) {
+    return letter >= '0' && letter <= '9';
+}
+
+bool is_capital(char letter) {
+    return letter >= 'A' && letter <= 'Z';
+}
+
+bool is_ascii_letter(char letter) {
+    return is_capital(letter) || (letter >= 'a' && letter <= 'z') || letter == '_';
+}
+
+bool may_begin(char letter) {
+    return is_ascii_letter(letter) || static_cast<unsigned char>(letter) > 0x7F;
+}
+
+bool may_go_on(char letter) {
+    return may_begin(letter) || is_digit(letter) || letter == '$';
+}
+
+// Whether a name can stand in an id, and in a link to it, as it is.
+bool is_plain(std::string_view name) {
+    return !name.empty() && !is_digit(name.front()) &&
+           std::all_of(name.begin(), name.end(),
+                       [](char letter) { return is_ascii_letter(letter) || is_digit(letter); });
+}
+
+}  // namespace
+
+std::string PageNames::add(std::string_view kind, const std::string& name) {
+    // A number cannot be another one's plain name.
+    const std::string id =
+        std::string(kind) + '-' + (is_plain(name) ? name : std::to_string(++unwritable_));
+    ids_.emplace(name, id);
+    return id;
+}
+
+const std::string* PageNames::find(std::string_view name) const {
+    const auto found = ids_.find(name);
+    return found == ids_.end() ? nullptr : &found->second;
+}
+
+std::size_t length_of_name(std::string_view text) {
+    if (text.empty() || !may_begin(text.front())) {
+        return 0;
+    }
+    const auto* const end = std::find_if_not(text.begin(), text.end(), may_go_on);
+    return static_cast<std::size_t>(end - text.begin());
+}
+
+bool stands_out(std::string_view name) {
+    const bool is_shouted = name.size() > 1 && std::all_of(name.begin(), name.end(), is_capital);
+    return is_shouted || std::any_of(name.begin(), name.end(),
+                                     [](char letter) { return letter == '_' || is_digit(letter); });
+}
