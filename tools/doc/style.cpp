@@ -67,7 +67,7 @@ a:hover { text-decoration-color: currentcolor; }
 :target { scroll-margin-top: 1rem; background: var(--inside); }
 article:target { background: none; outline: 2px solid var(--accent); outline-offset: 0.5rem; }
 .group { margin-left: 0.2em; }
-.time { white-space: nowrap; }
+.time, .time code { white-space: nowrap; }
 .cases { display: flex; flex-wrap: wrap; gap: 0 0.25rem; }
 .cases > input { position: absolute; opacity: 0; pointer-events: none; }
 .cases > label { order: 1; padding: 0.25rem 0.75rem; border: 1px solid var(--line); border-radius: 6px 6px 0 0; color: var(--quiet); font-size: 0.9rem; cursor: pointer; }
@@ -191,7 +191,7 @@ figcaption { margin: 0 auto; max-width: 46rem; color: var(--quiet); font-size: 0
   .scroll { overflow: visible; }
   .rules { min-width: 0; }
   table { font-size: 8pt; }
-  td:last-child, .rule-table td + td { overflow-wrap: anywhere; }
+  td:last-child, .rule-table td + td + td { overflow-wrap: anywhere; }
   .messages li { background: none; }
 }
 )css";
