@@ -198,9 +198,9 @@ void write_parameters(HtmlWriter& html, DocSource& source) {
         const bool is_integer = parameter->obj_type == KIVO_OBJ_INTEGER_PARAMETER;
         table.add_row(
             {expression_cell(source.names, parameter->name), is_integer ? "integer" : "string",
-             default_cell(source.names, *parameter), value_list(*parameter),
-             connection_name(parameter->cnx_type), parameter->is_lpm_hint() ? "yes" : "",
-             value_rule_list(source.names, *parameter)},
+             effective_value(source, *parameter), default_cell(source.names, *parameter),
+             value_list(*parameter), connection_name(parameter->cnx_type),
+             parameter->is_lpm_hint() ? "yes" : "", value_rule_list(source.names, *parameter)},
             source.ids[parameter]);
     }
     table.write(html);

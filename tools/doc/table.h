@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cassert>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,7 +17,9 @@ public:
         : style_(style), label_(label), heads_(std::move(heads)) {}
 
     // The markup of one cell per column, and the id of the row if it has one.
+    // REQUIRES: as many cells as columns
     void add_row(std::vector<std::string> cells, std::string id = {}) {
+        assert(cells.size() == heads_.size());
         rows_.push_back({std::move(id), std::move(cells)});
     }
     // Writes nothing when there is no row.
