@@ -82,10 +82,13 @@ struct KIVO_FAULT {
 };
 
 // What a verdict is about. "name" is an object's, empty for the whole function; "number" tells
-// apart what else is judged and means the same in every session of one description.
+// apart what else is judged and means the same in every session of one description. A name alone
+// is about the value of that parameter, hidden parameter or macro, or the state of that port.
 struct KIVO_SUBJECT {
+    static constexpr std::uint32_t kValue = 0xFFFFFFFF;
+
     std::string name;
-    std::uint32_t number = 0;
+    std::uint32_t number = kValue;
 };
 
 // One thing that is not as it should be.
@@ -128,6 +131,100 @@ struct KIVO_EVALUATION {
     std::vector<std::string> reasons;  // why it is unknown: "run-time q", "unset P", "cycle",
                                        // "fault division-by-zero"; sorted
     std::vector<KIVO_FAULT> faults;    // of the expression itself
+};
+
+// Which values are asked for.
+enum class KIVO_LEGAL_SCOPE {
+    kOwn,    // what its own list, ranges and required value rules admit, its forces aside
+    kWhole,  // with which, all else as it is set, the configuration is legal and gets this value
+};
+
+// All whole numbers from "first" to "last", as decimal texts.
+struct KIVO_RUN {
+    std::string first;
+    std::string last;
+};
+
+// The values of one setting: of a whole number without a list "runs", else "values". Runs are
+// sorted and do not touch one another.
+struct KIVO_LEGAL_VALUES {
+    bool is_setting = false;          // else all is empty
+    std::vector<std::string> values;  // items of a list, or states of a port, in their order; of
+                                      // any other text those that the description mentions
+    bool are_others_legal = false;    // texts without a list: one that is mentioned nowhere
+    std::vector<KIVO_RUN> runs;
+    std::vector<KIVO_RUN> undecided;  // numbers that the effort did not suffice for; not in "runs"
+};
+
+// How much is tried before an answer is given up. Counted, so that answers are the same on every
+// machine; the time is only a last bound.
+struct KIVO_EFFORT {
+    std::uint32_t evaluations = 200000;  // of texts of the description
+    std::uint32_t steps = 20000;         // intervals that are looked at
+    std::uint32_t milliseconds = 2000;
+};
+
+// One expression inside another. Those of one text stand in postfix order: the operands of each
+// directly before it.
+struct KIVO_PART {
+    std::string text;   // as its author might have written it
+    std::string value;  // empty when not known
+    bool is_known = false;
+    std::uint32_t operands = 0;  // how many parts it is made of
+    bool is_deciding = false;    // not so where another side of "and" or "or" already decides
+    std::uint32_t offset = 0;    // of its name or operator in the text, in bytes
+};
+
+enum class KIVO_OPERAND_SOURCE {
+    kGiven,
+    kPreset,
+    kDefault,  // the description's default, or the state that it declares
+    kForced,   // a FORCE_VALUE
+    kState,    // a STATE rule of a port
+    kTied,     // the constant at a port
+    kMacro,
+    kRunTime,  // carried by a port; never known
+};
+
+// One value that decides, and how it comes about.
+struct KIVO_OPERAND {
+    std::string name;
+    std::string value;  // empty when not known
+    bool is_known = false;
+    KIVO_OPERAND_SOURCE source = KIVO_OPERAND_SOURCE::kDefault;
+    std::string source_text;  // "given", "preset small", "default", "forced, A gt 4", "A * B"
+    KIVO_MARK mark;           // of what the source is; none of what is given
+    std::vector<KIVO_PART> expression;    // the condition or definition that gave the value
+    std::vector<std::uint32_t> operands;  // positions in KIVO_WHY::operands of what decides it
+};
+
+enum class KIVO_BRANCH { kNone, kThen, kElse };
+
+// Why something is as it is.
+struct KIVO_WHY {
+    KIVO_SUBJECT subject;
+    bool is_known = false;  // false for a subject that the description does not have
+    KIVO_TRUTH holds = KIVO_TRUTH::kUnknown;  // of a value: whether it is known
+    std::string id;                           // of the verdict; "value" of a value
+    std::string text;  // "out-of-range DEPTH: ..." as the verdict has it, or the value
+    std::string rule;  // the text of the rule, with an implication written out
+    KIVO_MARK mark;    // of the rule
+    KIVO_BRANCH branch = KIVO_BRANCH::kNone;  // of "if A then B else C", or of a value and its ELSE
+    std::vector<KIVO_PART> expression;        // the condition, or the limits that count
+    std::vector<std::uint32_t> decided_by;    // positions in "operands"
+    std::vector<KIVO_OPERAND> operands;       // all, each once, followed to the settings
+};
+
+// Settings that cannot stand together; with any one of them free there is a way out.
+struct KIVO_CONFLICT {
+    std::vector<KIVO_ASSIGNMENT> settings;  // what is given first, then what is at its default
+    bool may_be_smaller = false;            // the effort did not suffice to leave more out
+};
+
+// A change after which what failed holds and the configuration is legal.
+struct KIVO_REPAIR {
+    std::vector<KIVO_ASSIGNMENT> set;
+    std::string text;  // "DEPTH=64 STORAGE=AUTO"
 };
 
 // A configuration of one description: what is asked for, what follows from it, and what is wrong
@@ -210,6 +307,20 @@ public:
     // The same for its value.
     KIVO_EVALUATION evaluate(std::string_view expression) const;
 
+    // The values that a setting can take.
+    KIVO_LEGAL_VALUES legal_values(std::string_view name, KIVO_LEGAL_SCOPE scope,
+                                   KIVO_EFFORT effort = {}) const;
+    // How a verdict or a value comes about, whether it holds or not.
+    KIVO_WHY why(const KIVO_SUBJECT& subject) const;
+    // The settings that make a verdict fail, of which none can be left out; what is at its default
+    // is left out first. Empty when it holds, or fails whatever is set.
+    KIVO_CONFLICT conflict(const KIVO_SUBJECT& subject, KIVO_EFFORT effort = {}) const;
+    // Changes of one setting after which a verdict holds, the configuration is legal and nothing
+    // that was granted is overridden: every item of lists, the nearest whole numbers below and
+    // above. When there are none, changes of two settings. The best first: those that change the
+    // fewest given settings, then the nearest values.
+    std::vector<KIVO_REPAIR> repairs(const KIVO_SUBJECT& subject, KIVO_EFFORT effort = {}) const;
+
     // What may have changed since the last call, each once.
     std::vector<KIVO_CHANGE> take_changes();
 
@@ -223,6 +334,13 @@ private:
     KIVO_SESSION_LOCAL explicit KIVO_SESSION(std::unique_ptr<Inside> inside);
     std::unique_ptr<Inside> inside_;
 };
+
+// The usual text of an answer: the rule with its place, below it what decides, each with its
+// source, indented below what it decides; then the conflict and the repairs, when there are any.
+// Places are those that the store knows. Lines end with a newline.
+KIVO_SESSION_API std::string kivo_why_text(const KIVO_WHY& why, const KIVO_CONFLICT& conflict,
+                                           const std::vector<KIVO_REPAIR>& repairs,
+                                           const KIVO_INFO& info);
 
 // Writes what takes effect into current_value of the store's objects (of a port its constant, else
 // its state) and their order of dependency, from 0, into dependency_position. Objects that the
