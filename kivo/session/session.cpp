@@ -10,10 +10,14 @@
 #include "kivo/session/instance.h"
 #include "kivo/session/internal/engine/engine.h"
 #include "kivo/session/internal/engine/report.h"
+#include "kivo/session/internal/explain/why.h"
 #include "kivo/session/internal/instance/write.h"
 #include "kivo/session/internal/model/from_store.h"
 #include "kivo/session/internal/model/model.h"
 #include "kivo/session/internal/model/text_notes.h"
+#include "kivo/session/internal/search/conflict.h"
+#include "kivo/session/internal/search/legal.h"
+#include "kivo/session/internal/search/repair.h"
 
 using namespace kivo_session;
 
@@ -444,6 +448,25 @@ KIVO_EVALUATION KIVO_SESSION::evaluate(std::string_view expression) const {
         result.faults.push_back(std::move(shown));
     }
     return result;
+}
+
+KIVO_LEGAL_VALUES KIVO_SESSION::legal_values(std::string_view name, KIVO_LEGAL_SCOPE scope,
+                                             KIVO_EFFORT effort) const {
+    return kivo_session::legal_values(inside_->engine, inside_->engine.model().find(name), scope,
+                                      effort);
+}
+
+KIVO_WHY KIVO_SESSION::why(const KIVO_SUBJECT& subject) const {
+    return why_of(inside_->engine, subject);
+}
+
+KIVO_CONFLICT KIVO_SESSION::conflict(const KIVO_SUBJECT& subject, KIVO_EFFORT effort) const {
+    return conflict_of(inside_->engine, subject, effort);
+}
+
+std::vector<KIVO_REPAIR> KIVO_SESSION::repairs(const KIVO_SUBJECT& subject,
+                                               KIVO_EFFORT effort) const {
+    return repairs_of(inside_->engine, subject, effort);
 }
 
 std::vector<KIVO_CHANGE> KIVO_SESSION::take_changes() {

@@ -69,6 +69,7 @@ Engine::Engine(const Engine& other)
       map_(other.map_),
       presets_(other.presets_),
       allows_hidden_(other.allows_hidden_),
+      pinned_(other.pinned_),
       values_(other.values_),
       constants_(other.constants_),
       asked_(other.asked_),
@@ -202,6 +203,16 @@ void Engine::apply_map(std::uint32_t map, bool is_selected) {
     }
 }
 
+void Engine::pin(std::uint32_t object) {
+    const std::uint32_t before = std::exchange(pinned_, object);
+    for (const std::uint32_t each : {before, object}) {
+        if (each != kNone) {
+            touch(each);
+        }
+    }
+    propagate();
+}
+
 void Engine::evaluate_all() {
     for (std::uint32_t node = 0; node < 2 * model_->object_count(); ++node) {
         mark_node(node);
@@ -254,6 +265,7 @@ void Engine::propagate() {
         run_component(component);
     }
     Judge judge(*this);
+    evaluations_ += pending_leaves_.size();
     for (const std::uint32_t leaf : pending_leaves_) {
         is_leaf_pending_[leaf] = 0;
         results_[leaf] = judge.run(leaf);
@@ -352,6 +364,7 @@ bool Engine::update(std::uint32_t node) {
     const std::uint32_t objects = model_->object_count();
     const std::uint32_t object = node % objects;
     const ObjectKind kind = model_->description->objects[object].kind;
+    ++evaluations_;
     if (kind == ObjectKind::kMacro) {
         return node < objects && evaluate_macro(object);
     }

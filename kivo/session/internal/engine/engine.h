@@ -60,6 +60,18 @@ public:
     // What was asked for: the value of a parameter, the state of a port.
     Value asked(std::uint32_t object) const { return asked_[object]; }
     Source source(std::uint32_t object) const { return sources_[object]; }
+    // The text of what is asked for while nothing is set: the map's or the default; kNone for none.
+    std::uint32_t asked_text(std::uint32_t object) const;
+    // Whether the selected map says what is asked for while nothing is set.
+    bool is_preset(std::uint32_t object) const;
+    // What a value means as a condition; nothing when it is not known or means none.
+    std::optional<bool> truth_of(Value value) const;
+    // The whole number that a port's rules give in place of a state, or unknown.
+    Value number_in_place(std::uint32_t port) const { return numbers_[port]; }
+    // Whether an element counts with the map that is selected.
+    bool is_in_force(const Element& element) const {
+        return element.map == kNone || element.map == map_;
+    }
     bool is_tied(std::uint32_t port) const;
 
     // Of a leaf that is a condition (messages, vectors, maps, ...): whether it holds. Of all others
@@ -72,6 +84,8 @@ public:
     // No leaf and no value takes legality; nothing that was asked for is overridden.
     bool is_legal() const { return wrong_ == 0; }
     bool is_granted() const { return overridden_ == 0; }
+    // Whether the value of a node takes legality.
+    bool is_wrong(std::uint32_t node) const { return is_node_wrong_[node] != 0; }
     // Whether a leaf needs its own texts now and one of them is spoiled.
     bool needs_spoiled_text(std::uint32_t leaf) const {
         return (standings_[leaf] & kNeedsSpoiledText) != 0;
@@ -85,6 +99,15 @@ public:
 
     // Evaluates a text now, whoever needs it; with no own object.
     Value evaluate_text(std::uint32_t text);
+    // The values of the expressions in a program of a text of the model, in their order; with the
+    // names that evaluate_text gives it.
+    std::vector<Value> trace(std::uint32_t text, const Program& program);
+    // What decides a value: an element and whether it is its ELSE; kNone when none does.
+    struct Forcing {
+        std::uint32_t element = kNone;
+        bool is_else = false;
+    };
+    Forcing forcing(std::uint32_t object, ElementKind kind);
     // The whole number that a width text gives, or unknown.
     Value width(std::uint32_t port);
     // Evaluates a program that is not of the model's code.
@@ -95,6 +118,11 @@ public:
     void collect_garbage();
     Words& mutable_words() { return words_; }
     std::string text_of(Value value) const;
+
+    // As though no rule gave this object its value or state; kNone for none.
+    void pin(std::uint32_t object);
+    // Values and leaves that were worked out so far.
+    std::uint64_t evaluations() const { return evaluations_; }
 
     // Counts changes; results are the same as long as it is.
     std::uint64_t version() const { return version_; }
@@ -164,6 +192,8 @@ private:
     // STATE, or those of FORCE_VALUE.
     void begin_own(std::uint32_t object);
     void begin_own_force(std::uint32_t port);
+    // What the element of a text asks for; nothing for a text that is not an object's own.
+    void begin_own_text(std::uint32_t text);
     void end_own();
 
     struct Outcome {
@@ -178,9 +208,6 @@ private:
     Outcome force_of(std::uint32_t port, Value base);
     // Whether any of them is active.
     Value forces_port(std::uint32_t port);
-    bool is_in_force(const Element& element) const {
-        return element.map == kNone || element.map == map_;
-    }
 
     std::shared_ptr<const Model> model_;
     Words words_;
@@ -191,6 +218,8 @@ private:
     std::uint32_t map_ = kNone;
     std::vector<std::uint32_t> presets_;  // by object: in Description::presets, kNone without one
     bool allows_hidden_ = false;
+    std::uint32_t pinned_ = kNone;
+    std::uint64_t evaluations_ = 0;
 
     std::vector<Value> values_;     // by object
     std::vector<Value> constants_;  // by object

@@ -177,6 +177,10 @@ void Reporter::add_cycle(std::uint32_t object) {
 }
 
 void Reporter::add(std::uint32_t number, bool is_undecided) {
+    verdicts_.push_back(verdict(number, is_undecided));
+}
+
+KIVO_VERDICT Reporter::verdict(std::uint32_t number, bool is_undecided) {
     const Leaf& leaf = model_.leaves[number];
     KIVO_VERDICT verdict;
     verdict.severity = severity_of(description_, leaf);
@@ -187,7 +191,7 @@ void Reporter::add(std::uint32_t number, bool is_undecided) {
     verdict.subject = {name_of(leaf.object), number};
     verdict.mark = mark_of(number);
     verdict.text = text_of(number, is_undecided);
-    verdicts_.push_back(std::move(verdict));
+    return verdict;
 }
 
 KIVO_MARK Reporter::mark_of(std::uint32_t number) const {
@@ -211,7 +215,7 @@ KIVO_MARK Reporter::mark_of(std::uint32_t number) const {
         case LeafKind::kMessage:
             return description_.messages[leaf.item].mark;
         default:
-            return description_.objects[leaf.object].mark;
+            return leaf.object == kNone ? KIVO_MARK() : description_.objects[leaf.object].mark;
     }
 }
 
@@ -229,6 +233,10 @@ std::string Reporter::state_text(std::uint32_t port) const {
     }
     const std::string word = word_of(static_cast<PortState>(state.low));
     return engine_.is_tied(port) ? word + ":" + engine_.text_of(engine_.constant(port)) : word;
+}
+
+std::string Reporter::effective_text(std::uint32_t object) const {
+    return is_port(description_.objects[object].kind) ? state_text(object) : value_text(object);
 }
 
 std::string Reporter::limit_text(std::uint32_t text) {
@@ -282,11 +290,8 @@ std::string Reporter::text_of(std::uint32_t number, bool is_undecided) {
         }
         case LeafKind::kOverridden: {
             const Given* given = engine_.given(leaf.object);
-            const bool is_port_object = is_port(description_.objects[leaf.object].kind);
-            const std::string effective =
-                is_port_object ? state_text(leaf.object) : value_text(leaf.object);
             return name + " was set to " + (given == nullptr ? "" : given->text) +
-                   ", but a rule makes it " + effective;
+                   ", but a rule makes it " + effective_text(leaf.object);
         }
         case LeafKind::kForcesDisagree:
         case LeafKind::kPortForcesDisagree:

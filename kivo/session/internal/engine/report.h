@@ -22,6 +22,18 @@ public:
     KIVO_PORT port(std::uint32_t object) const;
     KIVO_FAULT fault(Reason reason) const;
     std::string reason_text(Reason reason) const;
+    // A leaf as a verdict, whether or not it is one.
+    KIVO_VERDICT verdict(std::uint32_t leaf, bool is_undecided);
+    // The text of a rule, with an implication written out.
+    std::string rule_text(std::uint32_t text) const;
+    // "from 1 to 7 (DEPTH - 1)"
+    std::string limits_text(const Element& element);
+    // The element that a leaf judges by.
+    KIVO_MARK mark_of(std::uint32_t leaf) const;
+    // "USED", "CONSTANT:5"
+    std::string state_text(std::uint32_t port) const;
+    // A value, with quotes around a text, or the state of a port.
+    std::string effective_text(std::uint32_t object) const;
 
 private:
     void collect_value_faults();
@@ -33,13 +45,9 @@ private:
     void add_fault(Reason reason, KIVO_SEVERITY severity);
     void add_cycle(std::uint32_t object);
     void add(std::uint32_t leaf, bool is_undecided);
-    KIVO_MARK mark_of(std::uint32_t leaf) const;
     std::string text_of(std::uint32_t leaf, bool is_undecided);
     std::string value_text(std::uint32_t object) const;
-    std::string state_text(std::uint32_t port) const;
-    std::string limits_text(const Element& element);
     std::string limit_text(std::uint32_t text);
-    std::string rule_text(std::uint32_t text) const;
     std::string name_of(std::uint32_t object) const {
         return object == kNone ? std::string() : std::string(description_.objects[object].name);
     }

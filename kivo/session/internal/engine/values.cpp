@@ -179,16 +179,48 @@ Value Engine::forces_port(std::uint32_t port) {
     return result;
 }
 
+std::uint32_t Engine::asked_text(std::uint32_t object) const {
+    const std::uint32_t preset =
+        presets_[object] == kNone ? kNone : model_->description->presets[presets_[object]].value;
+    return preset == kNone ? model_->description->objects[object].default_text : preset;
+}
+
+bool Engine::is_preset(std::uint32_t object) const {
+    return presets_[object] != kNone &&
+           (is_port(model_->description->objects[object].kind) ||
+            model_->description->presets[presets_[object]].value != kNone);
+}
+
+std::optional<bool> Engine::truth_of(Value value) const {
+    if (value.kind == ValueKind::kPort) {
+        value = values_[value.port_index()];
+        return value.is_unknown() ? std::nullopt
+                                  : std::optional(is_connected(static_cast<PortState>(value.low)));
+    }
+    if (value.is_truth()) {
+        return value.is_true();
+    }
+    if (value.is_whole()) {
+        return value.as_whole() != 0;
+    }
+    if (value.kind == ValueKind::kReal) {
+        return compare(Whole(0), value.as_real()) != 0;
+    }
+    if (!value.is_text()) {
+        return std::nullopt;
+    }
+    const std::string_view text = words_.text(value.word());
+    return text.empty() ? false : truth_of_text(text);
+}
+
 Value Engine::asked_value(std::uint32_t object) {
     if (const Given* asked = given(object)) {
         sources_[object] = Source::kGiven;
         return asked->value;
     }
     const Object& each = model_->description->objects[object];
-    const std::uint32_t preset =
-        presets_[object] == kNone ? kNone : model_->description->presets[presets_[object]].value;
-    sources_[object] = preset == kNone ? Source::kDefault : Source::kPreset;
-    const std::uint32_t text = preset == kNone ? each.default_text : preset;
+    const std::uint32_t text = asked_text(object);
+    sources_[object] = is_preset(object) ? Source::kPreset : Source::kDefault;
     if (text == kNone) {
         return each.kind == ObjectKind::kInteger
                    ? Value::unknown(reasons_.of(Reason::unset(object)))
@@ -212,8 +244,10 @@ bool Engine::evaluate_parameter(std::uint32_t object) {
     evaluator_.forget_own_reads();
     begin_own(object);
     const Outcome outcome =
-        walk(object, ElementKind::kForce, asked,
-             [this, object](std::uint32_t text) { return typed(object, text); });
+        object == pinned_
+            ? Outcome{asked}
+            : walk(object, ElementKind::kForce, asked,
+                   [this, object](std::uint32_t text) { return typed(object, text); });
     end_own();
     is_default_missed_[object] =
         is_default_missing && (!outcome.is_forced || evaluator_.has_read_own()) ? 1 : 0;
@@ -241,7 +275,7 @@ Value Engine::asked_state(std::uint32_t port) {
         sources_[port] = Source::kGiven;
         return asked->value;
     }
-    const bool has_preset = presets_[port] != kNone;
+    const bool has_preset = is_preset(port);
     sources_[port] = has_preset ? Source::kPreset : Source::kDefault;
     return Value::integer(has_preset ? model_->description->presets[presets_[port]].usage
                                      : model_->description->objects[port].usage);
@@ -252,12 +286,14 @@ bool Engine::evaluate_state(std::uint32_t port) {
         mark_judged(port);
     }
     begin_own(port);
-    const Outcome outcome =
-        walk(port, ElementKind::kState, asked_[port], [this](std::uint32_t text) {
-            const CompiledText& compiled = model_->texts[text];
-            return compiled.spoiled != kNone ? spoiled_value(text)
-                                             : evaluator_.anything(compiled.program, scene_);
-        });
+    const auto state_of = [this](std::uint32_t text) {
+        const CompiledText& compiled = model_->texts[text];
+        return compiled.spoiled != kNone ? spoiled_value(text)
+                                         : evaluator_.anything(compiled.program, scene_);
+    };
+    const Outcome outcome = port == pinned_
+                                ? Outcome{asked_[port]}
+                                : walk(port, ElementKind::kState, asked_[port], state_of);
     end_own();
     if (outcome.is_forced) {
         sources_[port] = Source::kForced;
@@ -317,18 +353,47 @@ Engine::Outcome Engine::force_of(std::uint32_t port, Value base) {
     return outcome;
 }
 
-Value Engine::evaluate_text(std::uint32_t text) {
+void Engine::begin_own_text(std::uint32_t text) {
     const SourceText& source = model_->description->texts[text];
     const std::string_view element = source.element;
     const bool is_force = element == "FORCE_VALUE";
     if (source.object == kNone || !(is_force || element == "STATE")) {
-        return evaluate_role(text);
+        return;
     }
     const bool is_port_object = is_port(model_->description->objects[source.object].kind);
     is_force&& is_port_object ? begin_own_force(source.object) : begin_own(source.object);
+}
+
+Value Engine::evaluate_text(std::uint32_t text) {
+    begin_own_text(text);
     const Value value = evaluate_role(text);
     end_own();
     return value;
+}
+
+std::vector<Value> Engine::trace(std::uint32_t text, const Program& program) {
+    std::vector<Value> values;
+    begin_own_text(text);
+    evaluator_.trace(program, scene_, values);
+    end_own();
+    return values;
+}
+
+Engine::Forcing Engine::forcing(std::uint32_t object, ElementKind kind) {
+    const Range range = model_->description->objects[object].elements;
+    for (std::uint32_t i = range.begin; i < range.end; ++i) {
+        const Element& element = model_->description->elements[i];
+        if (element.kind != kind || element.first == kNone || !is_in_force(element)) {
+            continue;
+        }
+        if (element.condition == kNone || evaluate_text(element.condition).is_true()) {
+            return {i, false};
+        }
+        if (element.second != kNone) {
+            return {i, true};
+        }
+    }
+    return {};
 }
 
 Value Engine::evaluate_role(std::uint32_t text) {

@@ -116,18 +116,14 @@ inline bool apply_to_common(Operator operation, Value& left, const Value& right)
     }
 }
 
-// The truth that a text stands for; nothing for any other text.
-std::optional<bool> truth_of(std::string_view text) {
+}  // namespace
+
+std::optional<bool> truth_of_text(std::string_view text) {
     if (text == "ON" || text == "TRUE") {
         return true;
     }
-    if (text == "OFF" || text == "FALSE") {
-        return false;
-    }
-    return std::nullopt;
+    return text == "OFF" || text == "FALSE" ? std::optional(false) : std::nullopt;
 }
-
-}  // namespace
 
 const char* word_of(PortState state) {
     return kStateWords[static_cast<std::size_t>(state)];
@@ -218,14 +214,15 @@ void Evaluator::make_room(const Program& program) {
     }
 }
 
-Value Evaluator::run(const Program& program) {
+template <class Note>
+Value Evaluator::run(const Program& program, Note note) {
     top_ = 0;
     frames_.clear();
     steps_ = 0;
     const Code* code = scene_->local_code != nullptr ? scene_->local_code : scene_->code;
     frame_ = {code, program.begin, program.end, program.text, 0};
     make_room(program);
-    for (;;) {
+    for (;; note()) {
         if (frame_.at != frame_.end) {
             if (++steps_ > kMostSteps) {
                 frame_.text = program.text;
@@ -244,6 +241,20 @@ Value Evaluator::run(const Program& program) {
         frame_ = frames_.back();
         frames_.pop_back();
     }
+}
+
+Value Evaluator::run(const Program& program) {
+    return run(program, [] {});
+}
+
+void Evaluator::trace(const Program& program, const Scene& scene, std::vector<Value>& values) {
+    scene_ = &scene;
+    run(program, [&] {
+        // Macros are one expression each.
+        if (frames_.empty() && values.size() < frame_.at - program.begin) {
+            values.push_back(stack_[top_ - 1]);
+        }
+    });
 }
 
 void Evaluator::call(const Program& macro, std::uint32_t arguments) {
@@ -441,7 +452,7 @@ Value Evaluator::compared_truth(Operator operation, Value truth, Value other,
     if (other.is_truth()) {
         second = other.is_true();
     } else if (other.is_text()) {
-        second = truth_of(scene_->words->text(other.word()));
+        second = truth_of_text(scene_->words->text(other.word()));
     }
     if (!is_equality(operation) || !second) {
         return fault(FaultId::kIllTyped, offset);
@@ -573,7 +584,7 @@ Value Evaluator::as_condition(Value value, std::uint32_t offset) {
             return Value::truth(compare(Whole(0), value.as_real()) != 0);
         case ValueKind::kText: {
             const std::string_view text = scene_->words->text(value.word());
-            const std::optional<bool> truth = text.empty() ? false : truth_of(text);
+            const std::optional<bool> truth = text.empty() ? false : truth_of_text(text);
             return truth ? Value::truth(*truth) : fault(FaultId::kIllTyped, offset);
         }
         case ValueKind::kPort: {

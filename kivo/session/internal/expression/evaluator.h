@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
+#include <string_view>
 #include <vector>
 
 #include "kivo/session/internal/expression/program.h"
@@ -16,6 +18,9 @@ inline bool is_connected(PortState state) {
 }
 
 const char* word_of(PortState state);
+
+// The truth that a text stands for; nothing for any text but ON, TRUE, OFF and FALSE.
+std::optional<bool> truth_of_text(std::string_view text);
 
 // What names stand for while texts are evaluated.
 struct Scene {
@@ -53,6 +58,8 @@ public:
     Value condition(const Program& program, const Scene& scene);
     // A number or unknown.
     Value number(const Program& program, const Scene& scene);
+    // The value after each instruction: that of the expression which it ends.
+    void trace(const Program& program, const Scene& scene, std::vector<Value>& values);
     // A whole number or unknown.
     Value whole(const Program& program, const Scene& scene);
     // The same, but what is no whole number is given as it is.
@@ -75,6 +82,9 @@ private:
     };
 
     Value run(const Program& program);
+    // The same, with "note" called when an instruction or macro is through.
+    template <class Note>
+    Value run(const Program& program, Note note);
     void make_room(const Program& program);
     void push(const Value& value) { stack_[top_++] = value; }
     void step(const Instruction& instruction);
