@@ -54,25 +54,28 @@ public:
 
 private:
     void try_pairs(const std::vector<std::uint32_t>& settings) {
-        // What else is wrong may need the second change.
-        Cone below = cone_below(model_, wrongs_.nodes, wrongs_.leaves);
-        for (const std::uint32_t object : settings) {
-            below.is_node[object] = 1;
-        }
-        const std::vector<std::uint32_t> others = settings_in(engine_, below);
-        const auto is_first = [&](std::uint32_t object) {
-            return std::binary_search(settings.begin(), settings.end(), object);
-        };
-        std::size_t left = settings.size() * others.size();
+        std::size_t left = settings.size();
         for (const std::uint32_t first : settings) {
+            const std::vector<std::uint32_t> others = partners_of(first);
+            std::size_t pairs = left-- * others.size();
             for (const std::uint32_t second : others) {
-                const bool is_new = first != second && !(is_first(second) && second < first);
-                if (is_new && !budget_.is_spent()) {
-                    try_settings({first, second}, left);
+                const bool is_known =
+                    second < first && std::binary_search(settings.begin(), settings.end(), second);
+                if (first != second && !is_known && !budget_.is_spent()) {
+                    try_settings({std::min(first, second), std::max(first, second)}, pairs);
                 }
-                --left;
+                --pairs;
             }
         }
+    }
+
+    // The settings that can mend what else is wrong, or what changing the first one breaks.
+    std::vector<std::uint32_t> partners_of(std::uint32_t first) const {
+        std::vector<std::uint32_t> leaves = error_leaves(model_, cone_above(model_, {first}));
+        leaves.insert(leaves.end(), wrongs_.leaves.begin(), wrongs_.leaves.end());
+        std::vector<std::uint32_t> nodes = cone_of(model_, target_).nodes;
+        nodes.insert(nodes.end(), wrongs_.nodes.begin(), wrongs_.nodes.end());
+        return settings_in(engine_, cone_below(model_, nodes, leaves));
     }
 
     void try_settings(const std::vector<std::uint32_t>& objects, std::size_t searches) {

@@ -185,8 +185,17 @@ std::optional<Point> Search::find_nearest(const Box& box) {
     return std::nullopt;
 }
 
-// Whether the goal is met at the least, greatest or nearest point for certain.
+// Whether the goal is met at the least, greatest or nearest point for certain. Of few points all
+// are soon tried.
 bool Search::may_corner_do(const Part& part) {
+    constexpr double kFewPoints = 32;
+    double points = 1;
+    for (const Interval& each : part.box) {
+        points *= static_cast<double>(each.last - each.first) + 1;
+    }
+    if (points <= kFewPoints) {
+        return false;
+    }
     Point least;
     Point greatest;
     Point nearest;

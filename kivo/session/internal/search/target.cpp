@@ -39,6 +39,30 @@ bool is_told(Engine& engine, const Target& target) {
     });
 }
 
+namespace {
+
+bool reads(const Description& description, const Leaf& leaf, std::uint32_t text) {
+    switch (leaf.kind) {
+        case LeafKind::kMessage:
+            return description.messages[leaf.item].condition == text;
+        case LeafKind::kVector:
+            return description.vectors[leaf.item].condition == text;
+        case LeafKind::kStimulus:
+            return description.stimuli[leaf.item].condition == text;
+        case LeafKind::kMap:
+            return description.maps[leaf.item].condition == text;
+        case LeafKind::kPiece:
+            return description.pieces[leaf.item].condition == text;
+        default:
+            break;
+    }
+    std::vector<std::uint32_t> texts;
+    own_texts(description, leaf, texts);
+    return std::find(texts.begin(), texts.end(), text) != texts.end();
+}
+
+}  // namespace
+
 Cone cone_of(const Model& model, const Target& target) {
     std::vector<std::uint32_t> nodes;
     std::vector<std::uint32_t> leaves;
@@ -55,10 +79,8 @@ Cone cone_of(const Model& model, const Target& target) {
     }
     if (target.text != kNone) {
         add_object(model.description->texts[target.text].object);
-        std::vector<std::uint32_t> own;
         for (std::uint32_t leaf = 0; leaf < model.leaves.size(); ++leaf) {
-            own_texts(*model.description, model.leaves[leaf], own);
-            if (std::find(own.begin(), own.end(), target.text) != own.end()) {
+            if (reads(*model.description, model.leaves[leaf], target.text)) {
                 leaves.push_back(leaf);
             }
         }
