@@ -224,30 +224,48 @@ void Explainer::add_names(const Parsed& parsed, std::uint32_t root,
     const std::uint32_t begin = nodes[root].begin;
     std::vector<std::uint32_t> parents;
     parents_of(nodes, parents);
+    // What stands in the arguments of a macro decides the call, and so on upwards.
+    std::vector<std::uint32_t> calls(root - begin + 1, kNone);  // the call around each node
+    std::vector<std::uint32_t> own(root - begin + 1, kNone);    // the operand of each call
+    for (std::uint32_t i = root + 1; i-- > begin;) {
+        if (i != root) {
+            const std::uint32_t parent = parents[i] - begin;
+            calls[i - begin] = own[parent] == kNone ? calls[parent] : own[parent];
+        }
+        const bool is_call = nodes[i].count > 0 && is_deciding[i - begin] &&
+                             parsed.resolution.bindings[i].kind == BindingKind::kMacro;
+        own[i - begin] = is_call ? call(parsed, i, values[i - begin]) : kNone;
+    }
     for (std::uint32_t i = begin; i <= root; ++i) {
         if (!is_deciding[i - begin] || !is_name(nodes[i])) {
             continue;
         }
-        const Binding& binding = parsed.resolution.bindings[i];
-        switch (binding.kind) {
-            case BindingKind::kParameter:
-                add_once(operands,
-                         operand(binding.index,
-                                 is_own(parsed, binding.index) ? Aspect::kAsked : Aspect::kValue));
-                break;
-            case BindingKind::kPort: {
-                const Aspect aspect = aspect_of_port(parsed, i, i == root ? kNoNode : parents[i]);
-                const bool is_asked = aspect == Aspect::kValue && is_own(parsed, binding.index);
-                add_once(operands, operand(binding.index, is_asked ? Aspect::kAsked : aspect));
-                break;
-            }
-            case BindingKind::kMacro:
-                add_once(operands, nodes[i].count == 0 ? operand(binding.index, Aspect::kValue)
-                                                       : call(parsed, i, values[i - begin]));
-                break;
-            default:
-                break;
+        const std::uint32_t told = own[i - begin] == kNone
+                                       ? named(parsed, i, i == root ? kNoNode : parents[i])
+                                       : own[i - begin];
+        if (told != kNone) {
+            const std::uint32_t around = calls[i - begin];
+            add_once(around == kNone ? operands : operands_[around].operands, told);
         }
+    }
+}
+
+// The operand of a name; kNone for one that stands for no object.
+std::uint32_t Explainer::named(const Parsed& parsed, std::uint32_t position, std::uint32_t parent) {
+    const Binding& binding = parsed.resolution.bindings[position];
+    switch (binding.kind) {
+        case BindingKind::kParameter:
+            return operand(binding.index,
+                           is_own(parsed, binding.index) ? Aspect::kAsked : Aspect::kValue);
+        case BindingKind::kPort: {
+            const Aspect aspect = aspect_of_port(parsed, position, parent);
+            const bool is_asked = aspect == Aspect::kValue && is_own(parsed, binding.index);
+            return operand(binding.index, is_asked ? Aspect::kAsked : aspect);
+        }
+        case BindingKind::kMacro:
+            return operand(binding.index, Aspect::kValue);
+        default:
+            return kNone;
     }
 }
 

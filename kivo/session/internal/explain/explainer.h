@@ -48,6 +48,7 @@ private:
                                const std::vector<Value>& values) const;
     void add_names(const Parsed& parsed, std::uint32_t root, const std::vector<bool>& is_deciding,
                    const std::vector<Value>& values, std::vector<std::uint32_t>& operands);
+    std::uint32_t named(const Parsed& parsed, std::uint32_t position, std::uint32_t parent);
     std::uint32_t call(const Parsed& parsed, std::uint32_t position, Value value);
     void add_names_of_macro(std::uint32_t macro, std::vector<std::uint32_t>& operands);
     Aspect aspect_of_port(const Parsed& parsed, std::uint32_t position, std::uint32_t parent) const;
