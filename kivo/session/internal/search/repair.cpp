@@ -42,8 +42,12 @@ public:
 
     std::vector<KIVO_REPAIR> run() {
         const std::vector<std::uint32_t> settings = settings_in(engine_, cone_of(model_, target_));
-        std::size_t left = settings.size();
-        for (const std::uint32_t object : settings) {
+        std::vector<std::uint32_t> able = settings;
+        able.erase(std::remove_if(able.begin(), able.end(),
+                                  [this](std::uint32_t object) { return !can_reach({object}); }),
+                   able.end());
+        std::size_t left = able.size();
+        for (const std::uint32_t object : able) {
             try_settings({object}, left--);
         }
         if (found_.empty()) {
@@ -69,20 +73,30 @@ private:
         }
     }
 
-    // The settings that can mend what else is wrong, or what changing the first one breaks.
+    // The settings that can mend what the first one does not reach, or else what it breaks.
     std::vector<std::uint32_t> partners_of(std::uint32_t first) const {
-        std::vector<std::uint32_t> leaves = error_leaves(model_, cone_above(model_, {first}));
-        leaves.insert(leaves.end(), wrongs_.leaves.begin(), wrongs_.leaves.end());
+        const Cone above = cone_above(model_, {first});
+        for (const std::uint32_t leaf : wrongs_.leaves) {
+            if (!std::binary_search(above.leaves.begin(), above.leaves.end(), leaf)) {
+                return settings_in(engine_, cone_below(model_, {}, {leaf}));
+            }
+        }
         std::vector<std::uint32_t> nodes = cone_of(model_, target_).nodes;
         nodes.insert(nodes.end(), wrongs_.nodes.begin(), wrongs_.nodes.end());
-        return settings_in(engine_, cone_below(model_, nodes, leaves));
+        return settings_in(engine_, cone_below(model_, nodes, error_leaves(model_, above)));
+    }
+
+    // Whether changing them can mend all that is wrong. What that costs is counted too.
+    bool can_reach(const std::vector<std::uint32_t>& objects) {
+        const Cone above = cone_above(model_, objects);
+        return budget_.take(above.leaves.size() + above.nodes.size()) && wrongs_.are_in(above);
     }
 
     void try_settings(const std::vector<std::uint32_t>& objects, std::size_t searches) {
-        const Cone above = cone_above(model_, objects);
-        if (!wrongs_.are_in(above)) {
+        if (!can_reach(objects)) {
             return;
         }
+        const Cone above = cone_above(model_, objects);
         std::vector<Domain> domains;
         for (const std::uint32_t object : objects) {
             domains.push_back(domain_of(engine_, object, above));
@@ -140,7 +154,10 @@ private:
             }
         }
         goal.leaves.insert(goal.leaves.end(), goal.requests.begin(), goal.requests.end());
-        const std::vector<std::uint32_t> errors = error_leaves(model_, above);
+        // What fails now is the likeliest to fail still, and then the rest need not be looked at.
+        std::vector<std::uint32_t> errors = error_leaves(model_, above);
+        std::stable_partition(errors.begin(), errors.end(),
+                              [this](std::uint32_t leaf) { return is_told(engine_, leaf); });
         goal.leaves.insert(goal.leaves.end(), errors.begin(), errors.end());
         goal.faultless = valued_objects(model_, above);
         return goal;

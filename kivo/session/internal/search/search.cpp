@@ -48,7 +48,8 @@ Search::Search(const Engine& engine, const std::vector<Domain>& domains, const C
       evaluations_(trial.evaluations()) {}
 
 bool Search::take_step() {
-    const std::uint64_t now = spans_.evaluations() + trial_.evaluations();
+    // What is worked out for two ends at once counts twice.
+    const std::uint64_t now = 2 * spans_.evaluations() + trial_.evaluations();
     const std::uint64_t used = now - evaluations_;
     evaluations_ = now;
     return budget_.take(used);
