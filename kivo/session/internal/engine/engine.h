@@ -195,6 +195,8 @@ private:
     // What the element of a text asks for; nothing for a text that is not an object's own.
     void begin_own_text(std::uint32_t text);
     void end_own();
+    // Which macros the texts of an object do not take the value of.
+    void expand_macros(std::uint32_t object);
 
     struct Outcome {
         Value value;

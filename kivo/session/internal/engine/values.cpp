@@ -25,6 +25,11 @@ void Engine::begin_own(std::uint32_t object) {
     }
     (is_port_object ? scene_.own_port : scene_.own_parameter) = object;
     scene_.own_value = asked_[object];
+    expand_macros(object);
+}
+
+// While a cycle is worked out the values of its macros are those of the last round.
+void Engine::expand_macros(std::uint32_t object) {
     const std::uint32_t expansion = model_->expansion[object];
     scene_.expanded_macros = expansion == kNone ? nullptr : model_->macro_flags[expansion].data();
 }
@@ -262,8 +267,7 @@ bool Engine::evaluate_macro(std::uint32_t object) {
     if (model_->texts[text].spoiled != kNone) {
         return replace(values_[object], spoiled_value(text));
     }
-    const std::uint32_t expansion = model_->expansion[object];
-    scene_.expanded_macros = expansion == kNone ? nullptr : model_->macro_flags[expansion].data();
+    expand_macros(object);
     const Value value = evaluator_.anything(model_->macros[object], scene_);
     scene_.expanded_macros = nullptr;
     // A port that the macro stands for may have changed although it is the same port.
@@ -322,7 +326,13 @@ Value Engine::asked_constant(std::uint32_t port, Value state) {
         return *asked->constant;
     }
     const std::uint32_t text = model_->description->objects[port].default_text;
-    return text == kNone ? Value::integer(0) : typed(port, text);
+    if (text == kNone) {
+        return Value::integer(0);
+    }
+    expand_macros(port);
+    const Value value = typed(port, text);
+    scene_.expanded_macros = nullptr;
+    return value;
 }
 
 Value Engine::unforced_constant(std::uint32_t port) {
