@@ -119,26 +119,35 @@ struct KIVO_SESSION::Inside {
 Value KIVO_SESSION::Inside::evaluate(std::string_view text, bool as_condition,
                                      std::vector<Fault>& found) {
     engine.collect_garbage();
+    const Model& model = engine.model();
+    std::vector<Reason> reasons;
     Expression expression;
     parse(text, expression);
     if (expression.fault) {
         found.push_back(*expression.fault);
     } else {
         Resolution resolution;
-        resolve(text, expression.nodes, engine.model(), {}, resolution);
+        resolve(text, expression.nodes, model, {}, resolution);
         found = resolution.faults;
-        if (found.empty()) {
+        for (const Binding& binding : resolution.bindings) {
+            const bool is_macro = binding.kind == BindingKind::kMacro;
+            const std::uint32_t used =
+                is_macro ? description().objects[binding.index].default_text : kivo_session::kNone;
+            if (model.is_spoiled(used)) {
+                const std::vector<Reason>& spoiled = model.spoiled[model.texts[used].spoiled];
+                reasons.insert(reasons.end(), spoiled.begin(), spoiled.end());
+            }
+        }
+        if (found.empty() && reasons.empty()) {
             Code code;
             std::vector<Use> uses;
             const Program program = compile(text, expression.nodes,
                                             static_cast<std::uint32_t>(expression.nodes.size()) - 1,
                                             resolution, Position::kCondition, kivo_session::kNone,
                                             engine.mutable_words(), code, uses);
-            return engine.evaluate(program, code, uses, as_condition);
+            return engine.evaluate(program, code, as_condition);
         }
     }
-    std::vector<Reason> reasons;
-    reasons.reserve(found.size());
     for (const Fault& fault : found) {
         reasons.push_back(Reason::fault(fault.id, kivo_session::kNone, fault.offset));
     }

@@ -298,7 +298,8 @@ def parse(text):
 
 class Names:
     """Replaces the names of a tree by what they stand for: the nodes "argument", "object", "port",
-    "truth", "text", "macro" (with its arguments) and "function". What is wrong is collected."""
+    "truth", "text", "macro" (with its arguments), "function" and "refused". What is wrong is
+    collected."""
 
     def __init__(self, scope, arguments=()):
         self.scope = scope
@@ -348,18 +349,23 @@ class Names:
         if name not in self.arguments and self.scope.kind_of(name) == "macro":
             return self.macro(name, given, place)
         if name in self.arguments:
-            return self.fault("macro-arguments", place)
+            return self.refused("macro-arguments", name, given, place)
         if name not in FUNCTIONS:
             is_known = self.scope.kind_of(name) is not None
-            return self.fault("macro-arguments" if is_known else "unknown-name", place)
+            return self.refused("macro-arguments" if is_known else "unknown-name", name, given, place)
         fewest, most = FUNCTIONS[name]
         if len(given) < fewest or (most is not None and len(given) > most):
-            return self.fault("macro-arguments", place)
+            return self.refused("macro-arguments", name, given, place)
         return "function", name, given, place
+
+    def refused(self, fault_id, name, given, place):
+        """A call that is none; what is given to it is named all the same."""
+        self.fault(fault_id, place)
+        return "refused", name, given, place
 
     def macro(self, name, given, place):
         if len(given) != len(self.scope.arguments_of(name)):
-            return self.fault("macro-arguments", place)
+            return self.refused("macro-arguments", name, given, place)
         return "macro", name, given, place
 
     def comparison(self, node):
@@ -384,7 +390,7 @@ def names_in(node, found):
     kind = node[0]
     if kind in ("object", "port"):
         found.setdefault((kind, node[1]), node[2][0])
-    elif kind in ("macro", "function"):
+    elif kind in ("macro", "function", "refused"):
         if kind == "macro":
             found.setdefault((kind, node[1]), node[3][0])
         for each in node[2]:
@@ -404,9 +410,9 @@ def nodes_in(node, place, found):
     elif kind == "port":
         found |= {("state", node[1])} if place != "number" else set()
         found |= {("constant", node[1])} if place != "condition" else set()
-    elif kind in ("macro", "function"):
+    elif kind in ("macro", "function", "refused"):
         for each in node[2]:
-            nodes_in(each, "anything" if kind == "macro" else "number", found)
+            nodes_in(each, "number" if kind == "function" else "anything", found)
     elif kind in ("==", "!="):
         for side, other in ((node[1], node[2]), (node[2], node[1])):
             is_state = other[0] == "text" and other[1] in STATES

@@ -110,9 +110,8 @@ public:
     Forcing forcing(std::uint32_t object, ElementKind kind);
     // The whole number that a width text gives, or unknown.
     Value width(std::uint32_t port);
-    // Evaluates a program that is not of the model's code.
-    Value evaluate(const Program& program, const Code& code, const std::vector<Use>& uses,
-                   bool as_condition);
+    // Evaluates a program that is not of the model's code; none of the macros it uses is spoiled.
+    Value evaluate(const Program& program, const Code& code, bool as_condition);
     Value unknown(std::vector<Reason> reasons);
     // Gives back what evaluations and changes left behind. Values that were given out are void.
     void collect_garbage();
@@ -180,6 +179,7 @@ private:
     Value typed(std::uint32_t object, std::uint32_t text);
     Value condition(std::uint32_t text);
     Value evaluate_role(std::uint32_t text);
+    bool reads_own(std::uint32_t text) const;
     Value spoiled_value(std::uint32_t text);
     Value untied(std::uint32_t port);
     // The constant that a port in a state has when no rule gives it one: unknown when not CONSTANT.

@@ -363,15 +363,30 @@ Engine::Outcome Engine::force_of(std::uint32_t port, Value base) {
     return outcome;
 }
 
-void Engine::begin_own_text(std::uint32_t text) {
+// Whether a text belongs to those in which the name of its object means what was asked for: its
+// rules that force something, and what is asked for itself. The items of its list do not.
+bool Engine::reads_own(std::uint32_t text) const {
     const SourceText& source = model_->description->texts[text];
     const std::string_view element = source.element;
-    const bool is_force = element == "FORCE_VALUE";
-    if (source.object == kNone || !(is_force || element == "STATE")) {
+    if (source.object == kNone || element == "STATE" || element == "FORCE_VALUE") {
+        return source.object != kNone;
+    }
+    const Object& object = model_->description->objects[source.object];
+    const auto items = model_->description->items.begin();
+    return is_parameter(object.kind) && element == "PARAMETER" &&
+           (text == object.default_text ||
+            std::find(items + object.items.begin, items + object.items.end, text) ==
+                items + object.items.end);
+}
+
+void Engine::begin_own_text(std::uint32_t text) {
+    if (!reads_own(text)) {
         return;
     }
-    const bool is_port_object = is_port(model_->description->objects[source.object].kind);
-    is_force&& is_port_object ? begin_own_force(source.object) : begin_own(source.object);
+    const SourceText& source = model_->description->texts[text];
+    const bool is_port_force = std::string_view(source.element) == "FORCE_VALUE" &&
+                               is_port(model_->description->objects[source.object].kind);
+    is_port_force ? begin_own_force(source.object) : begin_own(source.object);
 }
 
 Value Engine::evaluate_text(std::uint32_t text) {
@@ -442,22 +457,7 @@ Value Engine::width(std::uint32_t port) {
                                      : evaluator_.whole(compiled.program, scene_);
 }
 
-Value Engine::evaluate(const Program& program, const Code& code, const std::vector<Use>& uses,
-                       bool as_condition) {
-    std::vector<Reason> reasons;
-    for (const Use& use : uses) {
-        if (use.kind != UseKind::kMacro) {
-            continue;
-        }
-        const std::uint32_t text = model_->description->objects[use.index].default_text;
-        if (const std::uint32_t spoiled = model_->texts[text].spoiled; spoiled != kNone) {
-            reasons.insert(reasons.end(), model_->spoiled[spoiled].begin(),
-                           model_->spoiled[spoiled].end());
-        }
-    }
-    if (!reasons.empty()) {
-        return unknown(std::move(reasons));
-    }
+Value Engine::evaluate(const Program& program, const Code& code, bool as_condition) {
     scene_.local_code = &code;
     const Value value =
         as_condition ? evaluator_.condition(program, scene_) : evaluator_.value(program, scene_);
