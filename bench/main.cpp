@@ -23,6 +23,7 @@ Settings smoke_settings() {
     settings.translation_bytes = 1000;
     settings.pattern_digits = 100;
     settings.decimal_digits = 100;
+    settings.session_rules = 600;
     return settings;
 }
 
@@ -67,6 +68,7 @@ void run(int argc, char** argv) {
     register_stimulus(settings, results);
     register_translation(settings, results);
     register_radix(settings, results);
+    register_session(settings, results);
     register_start_up(settings, results);
     benchmark::Initialize(&argc, arguments);
     require(!benchmark::ReportUnrecognizedArguments(argc, arguments), "unknown argument");

@@ -17,6 +17,7 @@ struct Settings {
     std::size_t translation_bytes = 20000000;
     std::size_t pattern_digits = 1000000;
     std::size_t decimal_digits = 100000;
+    std::size_t session_rules = 10000;
     std::filesystem::path folder;  // for the files that are measured
 };
 
@@ -25,6 +26,7 @@ void register_loading(const Settings& settings, Results& results);
 void register_stimulus(const Settings& settings, Results& results);
 void register_translation(const Settings& settings, Results& results);
 void register_radix(const Settings& settings, Results& results);
+void register_session(const Settings& settings, Results& results);
 void register_start_up(const Settings& settings, Results& results);
 
 // Registers one benchmark of so many rounds.

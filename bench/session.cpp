@@ -1,0 +1,117 @@
+#include "kivo/session/session.h"
+
+#include <malloc.h>
+
+#include <fstream>
+#include <memory>
+
+#include "kivo/kivo.h"
+#include "settings.h"
+
+namespace {
+
+// As many INTEGER parameters as rules of 16 operations. P0 stands in every rule, each other
+// parameter in eight.
+std::string rules_description(std::size_t rules) {
+    std::string text = "<ROOT><PARAMETERS>";
+    const auto parameter = [rules](std::size_t number) {
+        return "P" + std::to_string(number % rules);
+    };
+    for (std::size_t i = 0; i < rules; ++i) {
+        text += "<PARAMETER NAME=\"" + parameter(i) + "\" TYPE=\"INTEGER\" VALUE=\"8\"/>\n";
+    }
+    text += "</PARAMETERS><RULES>";
+    for (std::size_t i = 0; i < rules; ++i) {
+        const auto near = [&](std::size_t distance) { return parameter(i + distance); };
+        text += "<RULE>( ( P0 + " + near(1) + " ) * " + near(2) + " - " + near(3) + " / 2 + " +
+                near(4) + " % 3 ) gt 0 and ( " + near(5) + " * 4 lt 1000 or " + near(6) +
+                " == 8 ) and " + near(7) + " + " + near(8) + " * 2 gte " + std::to_string(i % 7) +
+                "</RULE>\n";
+    }
+    return text + "</RULES></ROOT>\n";
+}
+
+// A loaded description and a session of it.
+struct Subject {
+    Subject(const Settings& settings, std::size_t rules) {
+        const auto path = settings.folder / ("rules_" + std::to_string(rules) + ".xml");
+        std::ofstream file(path, std::ios::binary);
+        file << rules_description(rules);
+        require(static_cast<bool>(file.flush()), "a file cannot be written");
+        const std::size_t before = used_memory();
+        info = std::make_unique<KIVO_INFO>();
+        require(info->process_xml_file(path.string()), "a description has errors");
+        store_bytes = used_memory() - before;
+        session = std::make_unique<KIVO_SESSION>(*info);
+        session_bytes = used_memory() - before - store_bytes;
+        require(session->is_legal(), "a description is not legal");
+    }
+    Subject(const Subject&) = delete;
+    Subject& operator=(const Subject&) = delete;
+    ~Subject() { info->delete_detached_objects(); }
+
+    static std::size_t used_memory() {
+        const auto memory = mallinfo2();
+        return memory.uordblks + memory.hblkhd;
+    }
+
+    std::unique_ptr<KIVO_INFO> info;
+    std::unique_ptr<KIVO_SESSION> session;
+    std::size_t store_bytes = 0;
+    std::size_t session_bytes = 0;
+};
+
+using SharedSubject = std::shared_ptr<Subject>;
+
+Work compile(const SharedSubject& subject) {
+    return timed([subject] { const KIVO_SESSION session(*subject->info); });
+}
+
+// Sets a parameter to another value each time and asks what came of it.
+Work set(const SharedSubject& subject, const std::string& name) {
+    return timed([subject, name, is_odd = false]() mutable {
+        is_odd = !is_odd;
+        require(subject->session->set(name, is_odd ? "9" : "10") == KIVO_SET_RESULT::kDone,
+                "a parameter cannot be set");
+        require(subject->session->is_legal(), "a setting is not legal");
+    });
+}
+
+}  // namespace
+
+void register_session(const Settings& settings, Results& results) {
+    const std::size_t rules = settings.session_rules;
+    const auto large = std::make_shared<Subject>(settings, rules);
+    const auto small = std::make_shared<Subject>(settings, rules / 10);
+    const std::string of = ", " + std::to_string(rules) + " rules";
+    const double batch = settings.batch_seconds;
+    const auto add_single = [&results, &settings, batch](const std::string& what, const Work& work,
+                                                         const std::string& goal) {
+        register_rounds(what.c_str(), settings.rounds, [=, &results](benchmark::State& state) {
+            results.add_single(what, format_time(measure(state, work, batch)), goal);
+        });
+    };
+    const auto add_cost = [&results, &settings, batch](
+                              const std::string& what, const std::string& against, const Work& ours,
+                              const Work& theirs, const std::string& goal) {
+        register_rounds((what + ", " + against).c_str(), settings.rounds,
+                        [=, &results](benchmark::State& state) {
+                            results.add_cost(what, against, compare(state, ours, theirs, batch),
+                                             goal);
+                        });
+    };
+    const std::string all = "set what every rule reads" + of;
+    const std::string few = "set what eight rules read" + of;
+    add_single("compile a session" + of, compile(large), "<= 30 ms");
+    add_cost("compile a session" + of, "a tenth of it", compile(large), compile(small), "<= 13 x");
+    add_single(all, set(large, "P0"), "<= 1 ms");
+    add_single(few, set(large, "P50"), "<= 2 us");
+    add_cost(few, "all rules", set(large, "P50"), set(large, "P0"), "<= 1/1000 x");
+    add_cost(few, "a tenth of the rules", set(large, "P50"), set(small, "P50"), "<= 1.2 x");
+    results.add({"memory of a session" + of, format_size(large->session_bytes), "its store",
+                 format_size(large->store_bytes),
+                 format_ratio(static_cast<double>(large->session_bytes) /
+                              static_cast<double>(large->store_bytes)) +
+                     " x",
+                 "<= 3 x"});
+}
