@@ -570,6 +570,9 @@ info.post_error_message("The wizard cannot write into the project folder");
         value for the character itself, but other programs refuse the file. Write "&lt;" for the
         character, or "lt" in a condition.)",
      R"(<ROOT>
+  <PARAMETERS>
+    <PARAMETER NAME="WIDTH" TYPE="INTEGER" VALUE="8"/>
+  </PARAMETERS>
   <MACROS>
     <MACRO NAME="IS_NARROW" DEFINITION="WIDTH < 9"/>
   </MACROS>
@@ -604,9 +607,9 @@ info.post_error_message("The wizard cannot write into the project folder");
         them as they are, but other programs refuse the file. They are mostly invisible and come
         from copying: remove what stands at the place, and write the text again.)",
      "<ROOT>\n"
-     "  <RULES>\n"
-     "    <RULE>WIDTH gt\b 0</RULE>\n"
-     "  </RULES>\n"
+     "  <MESSAGES>\n"
+     "    <MESSAGE TYPE=\"INFO\">The output is\b registered.</MESSAGE>\n"
+     "  </MESSAGES>\n"
      "</ROOT>\n"},
 
     {"xml-bad-character-reference", Severity::kWarning,
@@ -614,9 +617,9 @@ info.post_error_message("The wizard cannot write into the project folder");
         no number, or that of a character that XML does not allow, and other programs refuse the
         file. Correct the number, or remove the reference.)",
      R"(<ROOT>
-  <RULES>
-    <RULE>WIDTH gt&#8; 0</RULE>
-  </RULES>
+  <MESSAGES>
+    <MESSAGE TYPE="INFO">The output is&#8; registered.</MESSAGE>
+  </MESSAGES>
 </ROOT>
 )"},
 
@@ -667,8 +670,8 @@ info.post_error_message("The wizard cannot write into the project folder");
 
 std::vector<MessageDescription> all_messages() {
     std::vector<MessageDescription> all = kOfLibraryAndXml;
-    for (const auto part :
-         {structure_warnings, word_warnings, repetition_warnings, stimulus_warnings}) {
+    for (const auto part : {structure_warnings, word_warnings, expression_warnings, value_warnings,
+                            repetition_warnings, stimulus_warnings}) {
         const std::vector<MessageDescription> rows = part();
         all.insert(all.end(), rows.begin(), rows.end());
     }

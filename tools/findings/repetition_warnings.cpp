@@ -23,7 +23,7 @@ std::vector<MessageDescription> repetition_warnings() {
      R"(<ROOT>
   <PARAMETERS>
     <PARAMETER NAME="WIDTH" TYPE="INTEGER" VALUE="8">
-      <FORCE_VALUE V="16" IF="MODE == 2" WHEN="MODE == 3"/>
+      <FORCE_VALUE V="16" IF="WIDTH == 2" WHEN="WIDTH == 3"/>
     </PARAMETER>
   </PARAMETERS>
 </ROOT>

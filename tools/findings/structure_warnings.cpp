@@ -56,6 +56,9 @@ std::vector<MessageDescription> structure_warnings() {
         an element FILE; texts of INTRO, END and DESCRIPTION stand in elements T. Write the
         text there.)",
      R"(<ROOT>
+  <PARAMETERS>
+    <PARAMETER NAME="HAS_ENABLE" TYPE="INTEGER" VALUE="1"/>
+  </PARAMETERS>
   <PORTS>
     <PORT NAME="enable" TYPE="INPUT">
       <STATE V="UNUSED" IF="HAS_ENABLE == 0">USED</STATE>

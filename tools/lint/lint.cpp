@@ -28,6 +28,8 @@ constexpr void (*kRooms[])(Lint&) = {
     find_repetitions,
     find_synonyms,
     find_wrong_stimulus,
+    find_wrong_expressions,
+    find_wrong_values,
 };
 // clang-format on
 
@@ -48,7 +50,7 @@ bool is_blank(std::string_view text) {
 }
 
 Lint::Lint(const Description& description, const std::deque<Document>& documents)
-    : description_(description), documents_(documents) {
+    : description_(description), documents_(documents), session_(description.info()) {
     for (const Document& document : documents) {
         contexts_.push_back(contexts_of(document));
     }

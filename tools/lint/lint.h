@@ -12,6 +12,7 @@
 #include <utility>
 #include <vector>
 
+#include "kivo/session/session.h"
 #include "tools/description/description.h"
 #include "tools/description/document.h"
 #include "tools/description/source_text.h"
@@ -38,6 +39,8 @@ public:
 
     const Description& description() const { return description_; }
     const KIVO_INFO& info() const { return description_.info(); }
+    // What the description says to hosts that configure it, everything at its default.
+    const KIVO_SESSION& session() const { return session_; }
     // The files that the library has read, in its order.
     const std::deque<Document>& documents() const { return documents_; }
 
@@ -71,6 +74,7 @@ private:
 
     const Description& description_;
     const std::deque<Document>& documents_;
+    KIVO_SESSION session_;
     std::vector<std::vector<Context>> contexts_;  // of the elements of each document
     std::deque<Finding> findings_;
 };

@@ -32,3 +32,9 @@ void find_synonyms(Lint& lint);
 // Commands of stimulus and display formats that are not read as they are meant, and vectors
 // without stimulus.
 void find_wrong_stimulus(Lint& lint);
+
+// Names and expressions: what cannot be judged, and what may be read otherwise than it was meant.
+void find_wrong_expressions(Lint& lint);
+
+// Values that the description itself rules out, and those that do not count.
+void find_wrong_values(Lint& lint);

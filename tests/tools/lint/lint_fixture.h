@@ -72,13 +72,18 @@ void expect_silence(const std::string (&cases)[kCount]) {
     }
 }
 
+// Names that rules speak of in passing.
+inline const std::string kPassing =
+    "<HIDDEN_PARAMETERS><PARAMETER NAME='A' VALUE='1'/><PARAMETER NAME='B' VALUE='1'/>"
+    "<PARAMETER NAME='C' VALUE='1'/><PARAMETER NAME='a' VALUE='1'/><PARAMETER NAME='MODE' VALUE='1'/></HIDDEN_PARAMETERS>";
+
 inline std::string parameter_with(const std::string& rules) {
     return R"(<PARAMETERS><PARAMETER NAME="W" TYPE="INTEGER">)" + rules +
-           "</PARAMETER></PARAMETERS>";
+           "</PARAMETER></PARAMETERS>" + kPassing;
 }
 
 inline std::string port_with(const std::string& rules) {
-    return R"(<PORTS><PORT NAME="q" TYPE="OUTPUT">)" + rules + "</PORT></PORTS>";
+    return R"(<PORTS><PORT NAME="q" TYPE="OUTPUT">)" + rules + "</PORT></PORTS>" + kPassing;
 }
 
 inline std::string wave_with(const std::string& parts) {
@@ -99,5 +104,5 @@ inline std::string wizard_with(const std::string& parts) {
 
 inline std::string hidden_with(const std::string& parts) {
     return R"(<HIDDEN_PARAMETERS><PARAMETER NAME="H" VALUE="1">)" + parts +
-           "</PARAMETER></HIDDEN_PARAMETERS>";
+           "</PARAMETER></HIDDEN_PARAMETERS>" + kPassing;
 }

@@ -13,7 +13,9 @@ std::string stimulus(const std::string& command) {
     return "<PORTS><PORT NAME='clock' TYPE='INPUT'/><PORT NAME='data' TYPE='INPUT' WIDTH='8'/>"
            "<PORT NAME='bus' TYPE='BIDIR' WIDTH='W'/></PORTS><WAVE_DATA><WAVE NAME='w' "
            "MAX_TIME='100'>\n<STIM>" +
-           command + "</STIM></WAVE></WAVE_DATA>";
+           command +
+           "</STIM></WAVE></WAVE_DATA><PARAMETERS><PARAMETER NAME='W' "
+           "TYPE='INTEGER'/></PARAMETERS>";
 }
 
 // The format begins in column 38 of line 3.

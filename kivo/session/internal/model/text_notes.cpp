@@ -114,22 +114,29 @@ private:
             for (const Fault& fault : resolution_.faults) {
                 add_fault(fault);
             }
-            add_recursion();
         }
-        add_author_notes();
+        if (!add_recursion(is_told)) {
+            add_author_notes();
+        }
     }
 
-    void add_recursion() {
+    // Whether there is any.
+    bool add_recursion(bool is_told) {
         const std::uint32_t spoiled = model_.texts[text_].spoiled;
         if (spoiled == kNone) {
-            return;
+            return false;
         }
+        bool has_found = false;
         for (const Reason reason : model_.spoiled[spoiled]) {
             if (reason.text() == text_ && reason.fault_id() == FaultId::kMacroRecursion) {
-                add_fault({FaultId::kMacroRecursion, reason.offset(), 0,
-                           fault_text(FaultId::kMacroRecursion)});
+                has_found = true;
+                if (!is_told) {
+                    add_fault({FaultId::kMacroRecursion, reason.offset(), 0,
+                               fault_text(FaultId::kMacroRecursion)});
+                }
             }
         }
+        return has_found;
     }
 
     void add_fault(const Fault& fault) {
