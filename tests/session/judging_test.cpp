@@ -245,3 +245,21 @@ TEST(Judging, counters_of_legality_say_what_the_verdicts_say) {
     d.session.unset("A");
     expect_same();
 }
+
+// In a circle too what a member passes on is seen to change: a number in place of a state while the
+// state stays, and a macro that stands for a port while it stays that port.
+TEST(Judging, what_depends_on_a_cycle_follows_it) {
+    Described d(in("PARAMETERS", integer("A", "VALUE='1'", "<FORCE_VALUE V='A' IF='p'/>")) +
+                in("PORTS", port("p", "TYPE='INPUT'", "<STATE V='1' IF='A == 1' ELSE='2'/>")) +
+                in("PARAMETERS", integer("B", "VALUE='1'")) +
+                in("PORTS",
+                   port("c", "TYPE='INPUT' USAGE='CONSTANT'", "<FORCE_VALUE V='B' IF='C == 1'/>")) +
+                in("PARAMETERS", integer("C", "VALUE='1'", "<FORCE_VALUE V='M' IF='M gt 5'/>") +
+                                     integer("AFTER", "VALUE='0'", "<FORCE_VALUE V='M'/>")) +
+                in("MACROS", "<MACRO NAME='M' DEFINITION='c'/>"));
+    EXPECT_EQ(state_of(d.session, "p"), "CONSTANT:1");
+    EXPECT_EQ(value_of(d.session, "AFTER"), "1");
+    d.session.set_all({{"A", "5"}, {"B", "3"}});
+    EXPECT_EQ(state_of(d.session, "p"), "CONSTANT:2");
+    EXPECT_EQ(value_of(d.session, "AFTER"), "3");
+}

@@ -431,9 +431,11 @@ void Engine::run_cycle(std::uint32_t component) {
         const std::uint32_t second = right % objects;
         return first != second ? first < second : left < right;
     });
-    std::vector<Value> before;
+    // A port may stay CONSTANT while the number that stands in place of its state is another one.
+    const auto number = [&](std::uint32_t node) { return numbers_[node % objects]; };
+    std::vector<std::pair<Value, Value>> before;
     for (const std::uint32_t node : order) {
-        before.push_back(slot(node));
+        before.emplace_back(slot(node), number(node));
     }
     std::vector<std::uint8_t> is_circle;
     const Components circles = circles_of(component, order, is_circle);
@@ -449,7 +451,9 @@ void Engine::run_cycle(std::uint32_t component) {
         }
     }
     for (std::size_t i = 0; i < order.size(); ++i) {
-        if (is_relay(order[i]) || before[i] != slot(order[i])) {
+        // The port that a macro stands for may have changed although it is the same port.
+        const std::pair<Value, Value> now(slot(order[i]), number(order[i]));
+        if (is_relay(order[i]) || before[i] != now || now.first.kind == ValueKind::kPort) {
             note_change(order[i]);
         }
         // Sources may differ where values do not.
