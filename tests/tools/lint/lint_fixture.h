@@ -75,7 +75,8 @@ void expect_silence(const std::string (&cases)[kCount]) {
 // Names that rules speak of in passing.
 inline const std::string kPassing =
     "<HIDDEN_PARAMETERS><PARAMETER NAME='A' VALUE='1'/><PARAMETER NAME='B' VALUE='1'/>"
-    "<PARAMETER NAME='C' VALUE='1'/><PARAMETER NAME='a' VALUE='1'/><PARAMETER NAME='MODE' VALUE='1'/></HIDDEN_PARAMETERS>";
+    "<PARAMETER NAME='C' VALUE='1'/><PARAMETER NAME='a' VALUE='1'/><PARAMETER NAME='MODE' "
+    "VALUE='1'/></HIDDEN_PARAMETERS>";
 
 inline std::string parameter_with(const std::string& rules) {
     return R"(<PARAMETERS><PARAMETER NAME="W" TYPE="INTEGER">)" + rules +
