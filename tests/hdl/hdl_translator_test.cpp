@@ -53,7 +53,7 @@ std::string in_upper_case(std::string text) {
     return text;
 }
 
-TEST(HdlTranslatorMap, HoldsTheOperatorsOfItsLanguage) {
+TEST(HdlTranslatorMap, holds_the_operators_of_its_language) {
     EXPECT_EQ(init_nhdl_translator_map(), nhdl_rows());
     EXPECT_EQ(init_vhdl_translator_map(), KIVO_HDL_TRANSLATOR_MAP());
     EXPECT_EQ(init_verilog_translator_map(), verilog_rows());
@@ -61,14 +61,14 @@ TEST(HdlTranslatorMap, HoldsTheOperatorsOfItsLanguage) {
     EXPECT_EQ(init_verilog_translator_map().size(), 7U);
 }
 
-TEST(HdlTranslatorMap, IsLookedUpInAnyLetterCase) {
+TEST(HdlTranslatorMap, is_looked_up_in_any_letter_case) {
     for (const char* word : {"and", "And", "AND", "aNd"}) {
         EXPECT_EQ(init_nhdl_translator_map().at(word), "&") << word;
         EXPECT_EQ(init_verilog_translator_map().at(word), "&&") << word;
     }
 }
 
-TEST(HdlTranslatorMap, BelongsToItsCaller) {
+TEST(HdlTranslatorMap, belongs_to_its_caller) {
     KIVO_HDL_TRANSLATOR_MAP map = init_nhdl_translator_map();
     map["and"] = "changed";
     map["or"] = "added";
@@ -76,7 +76,7 @@ TEST(HdlTranslatorMap, BelongsToItsCaller) {
     EXPECT_EQ(nhdl("a and b or c"), "a & b or c");
 }
 
-TEST(HdlTranslator, EveryOperatorIsTranslatedInAnyPlaceAndCase) {
+TEST(HdlTranslator, every_operator_is_translated_in_any_place_and_case) {
     for (const auto& [word, target] : nhdl_rows()) {
         for (const std::string& written : {word, in_upper_case(word)}) {
             EXPECT_EQ(nhdl(written), target) << written;
@@ -93,20 +93,20 @@ TEST(HdlTranslator, EveryOperatorIsTranslatedInAnyPlaceAndCase) {
     }
 }
 
-TEST(HdlTranslator, EmptyTextStaysEmpty) {
+TEST(HdlTranslator, empty_text_stays_empty) {
     for (const KIVO_HDL_LANGUAGE language : kAnyLanguage) {
         EXPECT_EQ(kivo_translate_text_to_hdl("", language), "") << language;
     }
 }
 
-TEST(HdlTranslator, ComparisonsAndConjunctions) {
+TEST(HdlTranslator, comparisons_and_conjunctions) {
     const std::string text = "x gte 4 and y lt 2";
     EXPECT_EQ(nhdl(text), "x >= 4 & y < 2");
     EXPECT_EQ(verilog(text), "x >= 4 && y < 2");
     EXPECT_EQ(vhdl(text), text);
 }
 
-TEST(HdlTranslator, DivisionsDifferByLanguage) {
+TEST(HdlTranslator, divisions_differ_by_language) {
     EXPECT_EQ(nhdl("a / b"), "a div b");
     EXPECT_EQ(nhdl("a div b"), "a div b");
     EXPECT_EQ(nhdl("a quot b"), "a div b");
@@ -115,21 +115,21 @@ TEST(HdlTranslator, DivisionsDifferByLanguage) {
     EXPECT_EQ(verilog("a quot b"), "a / b");
 }
 
-TEST(HdlTranslator, RemainderAndDisjunctionAreTranslatedForNhdlOnly) {
+TEST(HdlTranslator, remainder_and_disjunction_are_translated_for_nhdl_only) {
     EXPECT_EQ(nhdl("a % b"), "a mod b");
     EXPECT_EQ(verilog("a % b"), "a % b");
     EXPECT_EQ(nhdl("a || b"), "a # b");
     EXPECT_EQ(verilog("a || b"), "a || b");
 }
 
-TEST(HdlTranslator, OtherTokensKeepTheirCase) {
+TEST(HdlTranslator, other_tokens_keep_their_case) {
     EXPECT_EQ(nhdl("A LTE B"), "A <= B");
     EXPECT_EQ(verilog("A LTE B"), "A <= B");
     EXPECT_EQ(vhdl("A LTE b"), "A LTE b");
     EXPECT_EQ(nhdl("Alpha AnD Not or MOD"), "Alpha & Not or MOD");
 }
 
-TEST(HdlTranslator, OnlyWholeTokensAreTranslated) {
+TEST(HdlTranslator, only_whole_tokens_are_translated) {
     for (const char* text : {"a<=b",  "a<b",    "lt(b)", "(and", "and)",     "\"and\"", "and,",
                              "band",  "andy",   "an",    "ands", "quots",    "quo",     "|",
                              "|||",   "//",     "%%",    "a/b",  "or",       "not",     "mod",
@@ -140,7 +140,7 @@ TEST(HdlTranslator, OnlyWholeTokensAreTranslated) {
     }
 }
 
-TEST(HdlTranslator, PunctuationBelongsToItsToken) {
+TEST(HdlTranslator, punctuation_belongs_to_its_token) {
     EXPECT_EQ(nhdl("(a lt b)"), "(a < b)");
     EXPECT_EQ(verilog("(a lt b)"), "(a < b)");
     EXPECT_EQ(nhdl("a lt(b)"), "a lt(b)");
@@ -148,20 +148,20 @@ TEST(HdlTranslator, PunctuationBelongsToItsToken) {
 }
 
 // Letters alone have two cases: what differs from a word by that one bit elsewhere is another word.
-TEST(HdlTranslator, OnlyLettersAreFolded) {
+TEST(HdlTranslator, only_letters_are_folded) {
     EXPECT_EQ(nhdl("\\\\"), "\\\\");
     EXPECT_EQ(nhdl("\x0F"), "\x0F");
     EXPECT_EQ(nhdl("\x05"), "\x05");
     EXPECT_EQ(nhdl("O"), "O");
 }
 
-TEST(HdlTranslator, NulBytesAreOrdinaryCharacters) {
+TEST(HdlTranslator, nul_bytes_are_ordinary_characters) {
     using namespace std::string_literals;
     EXPECT_EQ(nhdl("a\0b and lt\0 lt"s), "a\0b & lt\0 <"s);
     EXPECT_EQ(verilog("\0"s), "\0"s);
 }
 
-TEST(HdlTranslator, BlanksAtTheFrontDisappear) {
+TEST(HdlTranslator, blanks_at_the_front_disappear) {
     for (const KIVO_HDL_LANGUAGE language : kAnyLanguage) {
         EXPECT_EQ(kivo_translate_text_to_hdl(" a", language), "a") << language;
         EXPECT_EQ(kivo_translate_text_to_hdl("    a b", language), "a b") << language;
@@ -169,7 +169,7 @@ TEST(HdlTranslator, BlanksAtTheFrontDisappear) {
     EXPECT_EQ(nhdl("  and"), "&");
 }
 
-TEST(HdlTranslator, OneBlankAtTheEndDisappears) {
+TEST(HdlTranslator, one_blank_at_the_end_disappears) {
     for (const KIVO_HDL_LANGUAGE language : kAnyLanguage) {
         EXPECT_EQ(kivo_translate_text_to_hdl("a ", language), "a") << language;
         EXPECT_EQ(kivo_translate_text_to_hdl(" a ", language), "a") << language;
@@ -180,7 +180,7 @@ TEST(HdlTranslator, OneBlankAtTheEndDisappears) {
     EXPECT_EQ(nhdl("a and  "), "a & ");
 }
 
-TEST(HdlTranslator, BlanksAloneGiveNothing) {
+TEST(HdlTranslator, blanks_alone_give_nothing) {
     for (const KIVO_HDL_LANGUAGE language : kAnyLanguage) {
         for (std::size_t blanks = 1; blanks < 5; ++blanks) {
             EXPECT_EQ(kivo_translate_text_to_hdl(std::string(blanks, ' '), language), "")
@@ -189,17 +189,17 @@ TEST(HdlTranslator, BlanksAloneGiveNothing) {
     }
 }
 
-TEST(HdlTranslator, RepeatedBlanksBetweenTokensStay) {
+TEST(HdlTranslator, repeated_blanks_between_tokens_stay) {
     EXPECT_EQ(nhdl("a  and   b"), "a  &   b");
     EXPECT_EQ(vhdl("a  and   b"), "a  and   b");
 }
 
-TEST(HdlTranslator, TabsAndLineBreaksAreNoBlanks) {
+TEST(HdlTranslator, tabs_and_line_breaks_are_no_blanks) {
     EXPECT_EQ(nhdl("\n and \t"), "\n & \t");
     EXPECT_EQ(nhdl("a\tand b"), "a\tand b");
 }
 
-TEST(HdlTranslator, UnknownLanguagesTranslateNothing) {
+TEST(HdlTranslator, unknown_languages_translate_nothing) {
     for (const std::int32_t number : {3, 4, -1, 2147483647, -2147483647 - 1}) {
         EXPECT_EQ(
             kivo_translate_text_to_hdl(" a and  b div c ", static_cast<KIVO_HDL_LANGUAGE>(number)),
@@ -208,14 +208,14 @@ TEST(HdlTranslator, UnknownLanguagesTranslateNothing) {
     }
 }
 
-TEST(HdlTranslator, LeavesItsArgumentAlone) {
+TEST(HdlTranslator, leaves_its_argument_alone) {
     const std::string text = " a and b ";
     nhdl(text);
     EXPECT_EQ(text, " a and b ");
 }
 
 // Would take hours if every token moved the text after it.
-TEST(HdlTranslator, TwentyMegabytesAreTranslated) {
+TEST(HdlTranslator, twenty_megabytes_are_translated) {
     std::string text;
     std::string expected;
     while (text.size() < (20U << 20)) {
@@ -231,7 +231,7 @@ TEST(HdlTranslator, TwentyMegabytesAreTranslated) {
     EXPECT_TRUE(nhdl(token) == token);
 }
 
-TEST(HdlTranslator, RandomTextsAreTranslatedAsByThePlainTranscription) {
+TEST(HdlTranslator, random_texts_are_translated_as_by_the_plain_transcription) {
     constexpr const char* kTokens[] = {
         "and",  "AND", "%",   "lte",    "lt",  "gte", "Gt",     "||", "/",
         "quot", "div", "Div", "",       "a",   "4",   "anda",   "or", "",

@@ -36,7 +36,7 @@ Messages invalid(const std::string& command) {
 
 }  // namespace
 
-TEST(DisplayCommand, Accepted) {
+TEST(DisplayCommand, accepted) {
     struct Row {
         const char* command;
         const char* formats;
@@ -66,7 +66,7 @@ TEST(DisplayCommand, Accepted) {
     }
 }
 
-TEST(DisplayCommand, MalformedIsInvalid) {
+TEST(DisplayCommand, malformed_is_invalid) {
     for (const char* command : {"",
                                 " ",
                                 "add",
@@ -95,7 +95,7 @@ TEST(DisplayCommand, MalformedIsInvalid) {
     }
 }
 
-TEST(DisplayCommand, UnknownRadixShowsWhatIsLeftOfTheOption) {
+TEST(DisplayCommand, unknown_radix_shows_what_is_left_of_the_option) {
     struct Row {
         const char* option;
         const char* rest;
@@ -128,7 +128,7 @@ TEST(DisplayCommand, UnknownRadixShowsWhatIsLeftOfTheOption) {
     }
 }
 
-TEST(DisplayCommand, LaterFormatOfAPortIsInForce) {
+TEST(DisplayCommand, later_format_of_a_port_is_in_force) {
     LoadedStore store;
     KIVO_VECTOR_OBJ* vector = store.info.add_vector_object("v");
     store.info.process_display_format_string(vector, "add wave -fixed_point(8.4) q");
@@ -141,7 +141,7 @@ TEST(DisplayCommand, LaterFormatOfAPortIsInForce) {
     EXPECT_EQ(store.messages(), Messages());
 }
 
-TEST(DisplayCommand, RefusedCommandLeavesTheFormatInForce) {
+TEST(DisplayCommand, refused_command_leaves_the_format_in_force) {
     LoadedStore store;
     KIVO_VECTOR_OBJ* vector = store.info.add_vector_object("v");
     store.info.process_display_format_string(vector, "add wave -bin q");
@@ -152,7 +152,7 @@ TEST(DisplayCommand, RefusedCommandLeavesTheFormatInForce) {
                         "Invalid display format specification string add wave -oct q"}));
 }
 
-TEST(DisplayCommand, FormatsOfDifferentVectorsAreSeparate) {
+TEST(DisplayCommand, formats_of_different_vectors_are_separate) {
     LoadedStore store;
     store.info.process_display_format_string(store.info.add_vector_object("v"), "add wave -bin q");
     EXPECT_EQ(store.info.add_vector_object("w")->get_vector_display_format("q"), DRO_RADIX_HEX);

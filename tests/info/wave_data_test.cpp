@@ -64,7 +64,7 @@ const char* const kSurplus =
 
 }  // namespace
 
-TEST(VectorSection, WithoutVectorsYieldsNothing) {
+TEST(VectorSection, without_vectors_yields_nothing) {
     for (const char* section :
          {"<WAVE_DATA/>", "<CUSTOM_VECTORS/>", "<WAVE_DATA>text</WAVE_DATA>",
           "<WAVE_DATA><wave NAME='w'/><VECTOR NAME='w'/><STIM>a</STIM></WAVE_DATA>",
@@ -76,7 +76,7 @@ TEST(VectorSection, WithoutVectorsYieldsNothing) {
     }
 }
 
-TEST(VectorSection, BothSectionsHoldBothKinds) {
+TEST(VectorSection, both_sections_hold_both_kinds) {
     for (const std::string section : {"WAVE_DATA", "CUSTOM_VECTORS"}) {
         SCOPED_TRACE(section);
         Loaded store("<" + section + "><WAVE NAME='a'><STIM>1</STIM></WAVE>" +
@@ -87,7 +87,7 @@ TEST(VectorSection, BothSectionsHoldBothKinds) {
     }
 }
 
-TEST(VectorSection, NameIsRequired) {
+TEST(VectorSection, name_is_required) {
     for (const std::string tag : {"WAVE", "CUSTOM_VECTOR"}) {
         for (const std::string attributes : {"", "NAME=''", "MAX_TIME='1' BAD='2'", "name='w'"}) {
             SCOPED_TRACE(tag + " " + attributes);
@@ -100,7 +100,7 @@ TEST(VectorSection, NameIsRequired) {
     }
 }
 
-TEST(VectorAttributes, SetTheFields) {
+TEST(VectorAttributes, set_the_fields) {
     struct AttributeRow {
         const char* attributes;
         const char* fields;
@@ -133,7 +133,7 @@ TEST(VectorAttributes, SetTheFields) {
     }
 }
 
-TEST(VectorAttributes, OtherTruncationsAreReportedAndChangeNothing) {
+TEST(VectorAttributes, other_truncations_are_reported_and_change_nothing) {
     for (const std::string value : {"low", "High", "", "LOW ", "ON"}) {
         for (const std::string tag : {"WAVE", "CUSTOM_VECTOR"}) {
             SCOPED_TRACE(tag + " " + value);
@@ -147,7 +147,7 @@ TEST(VectorAttributes, OtherTruncationsAreReportedAndChangeNothing) {
     }
 }
 
-TEST(VectorAttributes, UnknownOnesAreReportedInTheirOrder) {
+TEST(VectorAttributes, unknown_ones_are_reported_in_their_order) {
     Loaded store(
         "<CUSTOM_VECTORS><CUSTOM_VECTOR NAME='v' TYPE='1' max_time='2' CAPTION='3' "
         "DISPLAY_TRUNCATION='4'/></CUSTOM_VECTORS>");
@@ -163,7 +163,7 @@ TEST(VectorAttributes, UnknownOnesAreReportedInTheirOrder) {
     EXPECT_EQ(fields_of(store.info.get_vector_obj("v")), "-1|1|-1|0");
 }
 
-TEST(VectorStimulus, PlainCommandsAreUnconditional) {
+TEST(VectorStimulus, plain_commands_are_unconditional) {
     expect_rows({
         {"<STIM>a</STIM>", {{"a", "", ""}}},
         {"<VECTOR>a</VECTOR>", {{"a", "", ""}}},
@@ -175,7 +175,7 @@ TEST(VectorStimulus, PlainCommandsAreUnconditional) {
     });
 }
 
-TEST(VectorStimulus, ConditionGovernsTheCommandsOfItsThen) {
+TEST(VectorStimulus, condition_governs_the_commands_of_its_then) {
     expect_rows({
         {"<IF>c</IF><THEN><STIM>a</STIM></THEN>", {{"a", "", "c"}}},
         {"<IF>c</IF><THEN><STIM>a</STIM><VECTOR>b</VECTOR></THEN>",
@@ -193,7 +193,7 @@ TEST(VectorStimulus, ConditionGovernsTheCommandsOfItsThen) {
     });
 }
 
-TEST(VectorStimulus, AlternativesArePairedByPosition) {
+TEST(VectorStimulus, alternatives_are_paired_by_position) {
     expect_rows({
         {"<IF>c</IF><THEN><STIM>a</STIM></THEN><ELSE><STIM>x</STIM></ELSE>", {{"a", "x", "c"}}},
         {"<IF>c</IF><THEN><STIM>a</STIM><STIM>b</STIM></THEN><ELSE><STIM>x</STIM></ELSE>",
@@ -211,7 +211,7 @@ TEST(VectorStimulus, AlternativesArePairedByPosition) {
     });
 }
 
-TEST(VectorStimulus, SurplusAlternativesAreDroppedAndReportedOnce) {
+TEST(VectorStimulus, surplus_alternatives_are_dropped_and_reported_once) {
     expect_rows(
         {
             {"<IF>c</IF><THEN><STIM>a</STIM></THEN><ELSE><STIM>x</STIM><STIM>y</STIM></ELSE>",
@@ -223,7 +223,7 @@ TEST(VectorStimulus, SurplusAlternativesAreDroppedAndReportedOnce) {
         {kSurplus});
 }
 
-TEST(VectorStimulus, ElseOfAnEmptyGroupDropsItsCommandsSilently) {
+TEST(VectorStimulus, else_of_an_empty_group_drops_its_commands_silently) {
     expect_rows({
         {"<ELSE><STIM>x</STIM></ELSE>", {}},
         {"<IF>c</IF><ELSE><STIM>x</STIM></ELSE>", {}},
@@ -234,7 +234,7 @@ TEST(VectorStimulus, ElseOfAnEmptyGroupDropsItsCommandsSilently) {
     });
 }
 
-TEST(VectorStimulus, GroupEndsAtTheNextCommandOrCondition) {
+TEST(VectorStimulus, group_ends_at_the_next_command_or_condition) {
     expect_rows({
         {"<IF>c</IF><THEN><STIM>a</STIM></THEN><STIM>b</STIM>", {{"a", "", "c"}, {"b", "", ""}}},
         {"<IF>c</IF><THEN><STIM>a</STIM></THEN><VECTOR>b</VECTOR>",
@@ -250,7 +250,7 @@ TEST(VectorStimulus, GroupEndsAtTheNextCommandOrCondition) {
     });
 }
 
-TEST(VectorStimulus, FileOrderIsKept) {
+TEST(VectorStimulus, file_order_is_kept) {
     expect_rows(
         {{"<STIM>1</STIM><IF>c</IF><THEN><STIM>2</STIM><STIM>3</STIM></THEN>"
           "<ELSE><STIM>x</STIM></ELSE><STIM>4</STIM><VECTOR>5</VECTOR><IF>d</IF>"
@@ -263,7 +263,7 @@ TEST(VectorStimulus, FileOrderIsKept) {
            {"6", "", "d"}}}});
 }
 
-TEST(VectorStimulus, OtherElementsBelowThenAndElseAreReported) {
+TEST(VectorStimulus, other_elements_below_then_and_else_are_reported) {
     expect_rows({{"<IF>c</IF><THEN><BAD/><STIM>a</STIM><stim>b</stim></THEN>", {{"a", "", "c"}}}},
                 {kBadThen, kBadThen});
     expect_rows({{"<IF>c</IF><THEN><STIM>a</STIM></THEN><ELSE><BAD/><STIM>x</STIM><IF/></ELSE>",
@@ -275,13 +275,13 @@ TEST(VectorStimulus, OtherElementsBelowThenAndElseAreReported) {
                 {kBadElse, kSurplus});
 }
 
-TEST(VectorStimulus, GroupsDoNotReachIntoTheNextElement) {
+TEST(VectorStimulus, groups_do_not_reach_into_the_next_element) {
     Loaded store(wave("", "<IF>c</IF>") + wave("", "<THEN><STIM>a</STIM></THEN>"));
     EXPECT_TRUE(store.clean);
     EXPECT_EQ(entries_of(store.info.get_vector_obj("w")), entries({{"a", "", ""}}));
 }
 
-TEST(VectorSubElements, UnknownOnesAreReportedWithTheirParent) {
+TEST(VectorSubElements, unknown_ones_are_reported_with_their_parent) {
     for (const std::string parent : {"WAVE", "CUSTOM_VECTOR"}) {
         for (const std::string tag : {"BAD", "stim", "TEXT", "WAVE"}) {
             SCOPED_TRACE(parent + " " + tag);
@@ -294,7 +294,7 @@ TEST(VectorSubElements, UnknownOnesAreReportedWithTheirParent) {
     }
 }
 
-TEST(VectorSubElements, MessagesStandInDocumentOrder) {
+TEST(VectorSubElements, messages_stand_in_document_order) {
     Loaded store(wave("BAD='1'",
                       "<X/><THEN><X/></THEN><DISPLAY>bad</DISPLAY><Y/>"
                       "<DESCRIPTION><IF><T/></IF></DESCRIPTION><ELSE><X/></ELSE><Z/>"));
@@ -308,25 +308,25 @@ TEST(VectorSubElements, MessagesStandInDocumentOrder) {
                         "Unrecognized Sub tag Z for WAVE tag"}));
 }
 
-TEST(VectorSubElements, Caption) {
+TEST(VectorSubElements, caption) {
     Loaded store(wave("", "<CAPTION>a</CAPTION><CAPTION> b </CAPTION>"));
     EXPECT_TRUE(store.clean);
     EXPECT_EQ(store.info.get_vector_obj("w")->caption, " b ");
 }
 
-TEST(VectorSubElements, Description) {
+TEST(VectorSubElements, description) {
     Loaded store(wave("", "<DESCRIPTION><IF>p</IF><THEN>x</THEN></DESCRIPTION>"));
     EXPECT_TRUE(store.clean);
     EXPECT_EQ(written(store.info.get_vector_obj("w")->description), "[p?x]");
 }
 
-TEST(VectorSubElements, DescriptionWithoutElementsIsNone) {
+TEST(VectorSubElements, description_without_elements_is_none) {
     Loaded store(wave("", "<DESCRIPTION><T>x</T></DESCRIPTION><DESCRIPTION>text</DESCRIPTION>"));
     EXPECT_TRUE(store.clean);
     EXPECT_EQ(store.info.get_vector_obj("w")->description, nullptr);
 }
 
-TEST(VectorSubElements, ReplacedDescriptionCanStillBeLookedAt) {
+TEST(VectorSubElements, replaced_description_can_still_be_looked_at) {
     Loaded store(wave("", "<DESCRIPTION><T>x</T></DESCRIPTION>"));
     KIVO_CONDITIONAL_TEXT* first = store.info.get_vector_obj("w")->description;
     EXPECT_TRUE(store.load(wave("", "<DESCRIPTION><T>y</T></DESCRIPTION>")));
@@ -334,7 +334,7 @@ TEST(VectorSubElements, ReplacedDescriptionCanStillBeLookedAt) {
     EXPECT_EQ(written(first), "[?x]");
 }
 
-TEST(VectorSubElements, Condition) {
+TEST(VectorSubElements, condition) {
     Loaded store(wave("", "<WAVE_CONDITION>a == 1</WAVE_CONDITION>"));
     EXPECT_TRUE(store.clean);
     const KIVO_RULE_ELEMENT* condition = store.info.get_vector_obj("w")->wave_condition;
@@ -345,14 +345,14 @@ TEST(VectorSubElements, Condition) {
     EXPECT_EQ(condition->rule_kind, 2);
 }
 
-TEST(VectorSubElements, EmptyConditionIsAConditionToo) {
+TEST(VectorSubElements, empty_condition_is_a_condition_too) {
     Loaded store(wave("", "<WAVE_CONDITION/>"));
     const KIVO_RULE_ELEMENT* condition = store.info.get_vector_obj("w")->wave_condition;
     ASSERT_NE(condition, nullptr);
     EXPECT_EQ(condition->text3, "");
 }
 
-TEST(VectorSubElements, ReplacedConditionCanStillBeLookedAt) {
+TEST(VectorSubElements, replaced_condition_can_still_be_looked_at) {
     Loaded store(wave("", "<WAVE_CONDITION>a</WAVE_CONDITION>"));
     const KIVO_RULE_ELEMENT* first = store.info.get_vector_obj("w")->wave_condition;
     EXPECT_TRUE(store.load(wave("", "<WAVE_CONDITION>b</WAVE_CONDITION>")));
@@ -360,7 +360,7 @@ TEST(VectorSubElements, ReplacedConditionCanStillBeLookedAt) {
     EXPECT_EQ(first->text3, "a");
 }
 
-TEST(VectorSubElements, Display) {
+TEST(VectorSubElements, display) {
     Loaded store(wave("",
                       "<DISPLAY>add wave -bin data </DISPLAY>"
                       "<DISPLAY>add wave -fixed_point(8.4) q</DISPLAY>"));
@@ -371,12 +371,12 @@ TEST(VectorSubElements, Display) {
     EXPECT_EQ(vector->get_vector_display_format_description("q"), "8.4");
 }
 
-TEST(VectorSubElements, EmptyDisplayIsInvalid) {
+TEST(VectorSubElements, empty_display_is_invalid) {
     Loaded store(wave("", "<DISPLAY/>"));
     EXPECT_EQ(store.messages(), Messages{"Invalid display format specification string "});
 }
 
-TEST(VectorSubElements, SameNameReopensTheVector) {
+TEST(VectorSubElements, same_name_reopens_the_vector) {
     Loaded store(wave("MAX_TIME='1' TIME_STEP='2'", "<CAPTION>a</CAPTION><STIM>1</STIM>") +
                  "<CUSTOM_VECTORS><CUSTOM_VECTOR NAME='w' MAX_TIME='3' INDEX='4'>"
                  "<STIM>2</STIM></CUSTOM_VECTOR><WAVE NAME='W'/></CUSTOM_VECTORS>");
@@ -389,7 +389,7 @@ TEST(VectorSubElements, SameNameReopensTheVector) {
     EXPECT_EQ(store.info.get_next_vector_obj(), nullptr);
 }
 
-TEST(VectorSubElements, NameUnderWhichSomethingElseIsStoredIsPassedOver) {
+TEST(VectorSubElements, name_under_which_something_else_is_stored_is_passed_over) {
     KIVO_RULE_ELEMENT stranger;
     Loaded store("");
     store.info.vector_map.set_at("w", &stranger);

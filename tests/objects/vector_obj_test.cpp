@@ -40,7 +40,7 @@ const KIVO_VECTOR_DISPLAY_OBJ* format_of(const KIVO_VECTOR_OBJ& vector, const st
     return dynamic_cast<const KIVO_VECTOR_DISPLAY_OBJ*>(vector.display_format_map.look_up(port));
 }
 
-TEST(VectorObj, BeginsWithItsNameAndTheDefaults) {
+TEST(VectorObj, begins_with_its_name_and_the_defaults) {
     KIVO_VECTOR_OBJ vector("w");
     EXPECT_EQ(vector.name, "w");
     EXPECT_EQ(vector.max_time, -1);
@@ -55,12 +55,12 @@ TEST(VectorObj, BeginsWithItsNameAndTheDefaults) {
     EXPECT_EQ(vector.display_format_map.get_next_entry(port), nullptr);
 }
 
-TEST(VectorObj, CannotBeCopied) {
+TEST(VectorObj, cannot_be_copied) {
     EXPECT_FALSE(std::is_copy_constructible_v<KIVO_VECTOR_OBJ>);
     EXPECT_FALSE(std::is_copy_assignable_v<KIVO_VECTOR_OBJ>);
 }
 
-TEST(VectorObj, DeletesConditionAndDescription) {
+TEST(VectorObj, deletes_condition_and_description) {
     int deleted = 0;
     {
         KIVO_VECTOR_OBJ vector("w");
@@ -70,7 +70,7 @@ TEST(VectorObj, DeletesConditionAndDescription) {
     EXPECT_EQ(deleted, 2);
 }
 
-TEST(VectorObj, DeletesNeitherStimulusNorDisplayFormats) {
+TEST(VectorObj, deletes_neither_stimulus_nor_display_formats) {
     int deleted = 0;
     const auto entry = std::make_unique<Counted<KIVO_RULE_ELEMENT>>(deleted);
     const auto format = std::make_unique<Counted<KIVO_VECTOR_DISPLAY_OBJ>>(deleted);
@@ -82,7 +82,7 @@ TEST(VectorObj, DeletesNeitherStimulusNorDisplayFormats) {
     EXPECT_EQ(deleted, 0);
 }
 
-TEST(VectorObj, StimulusEntriesComeInTheOrderAdded) {
+TEST(VectorObj, stimulus_entries_come_in_the_order_added) {
     KIVO_RULE_ELEMENT first("force a 0 0", "", "", 2);
     KIVO_RULE_ELEMENT second("force b 0 0", "", "", 2);
     KIVO_VECTOR_OBJ vector("w");
@@ -96,7 +96,7 @@ TEST(VectorObj, StimulusEntriesComeInTheOrderAdded) {
     EXPECT_EQ(vector.get_next_vector_stimulus(), &first);
 }
 
-TEST(VectorObj, AStimulusEntryOfAnotherClassIsNull) {
+TEST(VectorObj, a_stimulus_entry_of_another_class_is_null) {
     KIVO_OBJ other;
     KIVO_RULE_ELEMENT entry;
     KIVO_VECTOR_OBJ vector("w");
@@ -106,7 +106,7 @@ TEST(VectorObj, AStimulusEntryOfAnotherClassIsNull) {
     EXPECT_EQ(vector.get_next_vector_stimulus(), &entry);
 }
 
-TEST(VectorDisplayFormat, IsStoredUnderItsPort) {
+TEST(VectorDisplayFormat, is_stored_under_its_port) {
     OwningVector vector;
     vector.add_vector_display_format("q", DRO_RADIX_FIXED_POINT, "8.4");
     const KIVO_VECTOR_DISPLAY_OBJ* format = format_of(vector, "q");
@@ -117,7 +117,7 @@ TEST(VectorDisplayFormat, IsStoredUnderItsPort) {
     EXPECT_EQ(format_of(vector, "Q"), nullptr);
 }
 
-TEST(VectorDisplayFormat, QueriesAnswerWhatIsStored) {
+TEST(VectorDisplayFormat, queries_answer_what_is_stored) {
     OwningVector vector;
     vector.add_vector_display_format("b", DRO_RADIX_BINARY, "");
     vector.add_vector_display_format("q", DRO_RADIX_FIXED_POINT, "8.4");
@@ -127,13 +127,13 @@ TEST(VectorDisplayFormat, QueriesAnswerWhatIsStored) {
     EXPECT_EQ(vector.get_vector_display_format_description("q"), "8.4");
 }
 
-TEST(VectorDisplayFormat, APortWithoutOneIsHexadecimal) {
+TEST(VectorDisplayFormat, a_port_without_one_is_hexadecimal) {
     const KIVO_VECTOR_OBJ vector("w");
     EXPECT_EQ(vector.get_vector_display_format("none"), DRO_RADIX_HEX);
     EXPECT_EQ(vector.get_vector_display_format_description("none"), "");
 }
 
-TEST(VectorDisplayFormat, AnObjectOfAnotherClassIsNone) {
+TEST(VectorDisplayFormat, an_object_of_another_class_is_none) {
     KIVO_RULE_ELEMENT other;
     KIVO_VECTOR_OBJ vector("w");
     vector.display_format_map.set_at("p", &other);
@@ -143,7 +143,7 @@ TEST(VectorDisplayFormat, AnObjectOfAnotherClassIsNone) {
     EXPECT_EQ(vector.get_vector_display_format_description("p"), "");
 }
 
-TEST(VectorDisplayFormat, ALaterOneOfThePortIsInForce) {
+TEST(VectorDisplayFormat, a_later_one_of_the_port_is_in_force) {
     OwningVector vector;
     vector.add_vector_display_format("q", DRO_RADIX_FIXED_POINT, "8.4");
     vector.add_vector_display_format("q", DRO_RADIX_BINARY, "");
@@ -154,7 +154,7 @@ TEST(VectorDisplayFormat, ALaterOneOfThePortIsInForce) {
     EXPECT_EQ(vector.display_format_map.get_next_entry(port), nullptr);
 }
 
-TEST(VectorDisplayFormat, AReplacedOneThatAnEarlierCallMadeIsDeleted) {
+TEST(VectorDisplayFormat, a_replaced_one_that_an_earlier_call_made_is_deleted) {
     OwningVector vector;
     vector.add_vector_display_format("q", DRO_RADIX_FIXED_POINT, "8.4");
     vector.add_vector_display_format("p", DRO_RADIX_BINARY, "");
@@ -163,7 +163,7 @@ TEST(VectorDisplayFormat, AReplacedOneThatAnEarlierCallMadeIsDeleted) {
     EXPECT_EQ(living_pieces(), before);
 }
 
-TEST(VectorDisplayFormat, AReplacedOneThatAHostPutThereIsTheHostsAgain) {
+TEST(VectorDisplayFormat, a_replaced_one_that_a_host_put_there_is_the_hosts_again) {
     int deleted = 0;
     {
         auto hosts = std::make_unique<Counted<KIVO_VECTOR_DISPLAY_OBJ>>(deleted);
@@ -183,7 +183,7 @@ TEST(VectorDisplayFormat, AReplacedOneThatAHostPutThereIsTheHostsAgain) {
     EXPECT_EQ(deleted, 1);
 }
 
-TEST(VectorDisplayFormat, AReplacedOneStaysThatAHostGaveToAnotherPortToo) {
+TEST(VectorDisplayFormat, a_replaced_one_stays_that_a_host_gave_to_another_port_too) {
     OwningVector vector;
     vector.add_vector_display_format("q", DRO_RADIX_FIXED_POINT, "8.4");
     vector.display_format_map.set_at("p", vector.display_format_map.look_up("q"));
@@ -192,7 +192,7 @@ TEST(VectorDisplayFormat, AReplacedOneStaysThatAHostGaveToAnotherPortToo) {
     EXPECT_EQ(vector.get_vector_display_format("q"), DRO_RADIX_BINARY);
 }
 
-TEST(VectorDisplayFormat, MayBeReplacedByItsOwnStrings) {
+TEST(VectorDisplayFormat, may_be_replaced_by_its_own_strings) {
     OwningVector vector;
     vector.add_vector_display_format("q", DRO_RADIX_FIXED_POINT, "8.4");
     const KIVO_VECTOR_DISPLAY_OBJ* format = format_of(vector, "q");
@@ -201,7 +201,7 @@ TEST(VectorDisplayFormat, MayBeReplacedByItsOwnStrings) {
     EXPECT_EQ(vector.get_vector_display_format_description("q"), "8.4");
 }
 
-TEST(VectorDisplayFormat, TheDescriptionCanBeSet) {
+TEST(VectorDisplayFormat, the_description_can_be_set) {
     OwningVector vector;
     vector.add_vector_display_format("q", DRO_RADIX_FIXED_POINT, "8.4");
     vector.set_vector_display_format_description("q", "4.8");
@@ -211,20 +211,20 @@ TEST(VectorDisplayFormat, TheDescriptionCanBeSet) {
     EXPECT_EQ(vector.get_vector_display_format_description("q"), "");
 }
 
-TEST(VectorDisplayFormat, SettingADescriptionAddsNoFormat) {
+TEST(VectorDisplayFormat, setting_a_description_adds_no_format) {
     KIVO_VECTOR_OBJ vector("w");
     vector.set_vector_display_format_description("q", "4.8");
     EXPECT_EQ(format_of(vector, "q"), nullptr);
     EXPECT_EQ(vector.get_vector_display_format_description("q"), "");
 }
 
-TEST(FormatDisplayString, ConvertsToHexadecimalWithoutAFormat) {
+TEST(FormatDisplayString, converts_to_hexadecimal_without_a_format) {
     const KIVO_VECTOR_OBJ vector("w");
     EXPECT_EQ(vector.format_display_string("p", "1010", DRO_RADIX_BINARY), "A");
     EXPECT_EQ(vector.format_display_string("p", "10", DRO_RADIX_UNSIGNED), "A");
 }
 
-TEST(FormatDisplayString, LeavesAValueOfThePortsRadixUntouched) {
+TEST(FormatDisplayString, leaves_a_value_of_the_ports_radix_untouched) {
     OwningVector vector;
     vector.add_vector_display_format("q", DRO_RADIX_FIXED_POINT, "8.4");
     vector.add_vector_display_format("b", DRO_RADIX_BINARY, "");
@@ -234,7 +234,7 @@ TEST(FormatDisplayString, LeavesAValueOfThePortsRadixUntouched) {
     EXPECT_EQ(vector.format_display_string("q", "01.50", DRO_RADIX_FIXED_POINT), "01.50");
 }
 
-TEST(FormatDisplayString, ConvertsToThePortsRadix) {
+TEST(FormatDisplayString, converts_to_the_ports_radix) {
     OwningVector vector;
     vector.add_vector_display_format("b", DRO_RADIX_BINARY, "");
     vector.add_vector_display_format("s", DRO_RADIX_SIGNED, "");
@@ -246,7 +246,7 @@ TEST(FormatDisplayString, ConvertsToThePortsRadix) {
     EXPECT_EQ(vector.format_display_string("o", "101010", DRO_RADIX_BINARY), "52");
 }
 
-TEST(FormatDisplayString, ConvertsToFixedPoint) {
+TEST(FormatDisplayString, converts_to_fixed_point) {
     OwningVector vector;
     vector.add_vector_display_format("q", DRO_RADIX_FIXED_POINT, "4.4");
     vector.add_vector_display_format("s", DRO_RADIX_FIXED_POINT, "s4.4");
@@ -254,20 +254,20 @@ TEST(FormatDisplayString, ConvertsToFixedPoint) {
     EXPECT_EQ(vector.format_display_string("s", "11111100", DRO_RADIX_BINARY), "-0.25");
 }
 
-TEST(FormatDisplayString, FixedPointWithoutDescriptionLeavesTheValue) {
+TEST(FormatDisplayString, fixed_point_without_description_leaves_the_value) {
     OwningVector vector;
     vector.add_vector_display_format("q", DRO_RADIX_FIXED_POINT, "4.4");
     vector.set_vector_display_format_description("q", "");
     EXPECT_EQ(vector.format_display_string("q", "18", DRO_RADIX_HEX), "18");
 }
 
-TEST(FormatDisplayString, RadixNoneLeavesTheValue) {
+TEST(FormatDisplayString, radix_none_leaves_the_value) {
     OwningVector vector;
     vector.add_vector_display_format("p", DRO_RADIX_NONE, "");
     EXPECT_EQ(vector.format_display_string("p", "1010", DRO_RADIX_BINARY), "1010");
 }
 
-TEST(FormatDisplayString, LeavesAValueThatDoesNotConvert) {
+TEST(FormatDisplayString, leaves_a_value_that_does_not_convert) {
     OwningVector vector;
     vector.add_vector_display_format("q", DRO_RADIX_FIXED_POINT, "4.4");
     vector.add_vector_display_format("n", DRO_RADIX_FIXED_POINT, "nonsense");

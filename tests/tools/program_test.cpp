@@ -31,14 +31,14 @@ void expect_usage_error(const std::vector<std::string>& arguments, const std::st
     EXPECT_TRUE(contains(run.err, "usage: kivo ")) << run.err;
 }
 
-TEST(ProgramTest, VersionIsOneLineOnStandardOutput) {
+TEST(Program, version_is_one_line_on_standard_output) {
     const RunResult run = run_kivo({"--version"});
     EXPECT_EQ(run.status, 0);
     EXPECT_EQ(run.out, "kivo " KIVO_VERSION "\n");
     EXPECT_EQ(run.err, "");
 }
 
-TEST(ProgramTest, HelpNamesEverySubCommand) {
+TEST(Program, help_names_every_sub_command) {
     const RunResult run = run_kivo({"--help"});
     EXPECT_EQ(run.status, 0);
     EXPECT_EQ(run.err, "");
@@ -47,7 +47,7 @@ TEST(ProgramTest, HelpNamesEverySubCommand) {
     }
 }
 
-TEST(ProgramTest, HelpOfEachSubCommandHasUsageExitStatusAndAnExample) {
+TEST(Program, help_of_each_sub_command_has_usage_exit_status_and_an_example) {
     for (const std::string command : kCommands) {
         const RunResult run = run_kivo({command, "--help"});
         EXPECT_EQ(run.status, 0) << command;
@@ -59,7 +59,7 @@ TEST(ProgramTest, HelpOfEachSubCommandHasUsageExitStatusAndAnExample) {
     }
 }
 
-TEST(ProgramTest, NoLineOfHelpIsWiderThanATerminal) {
+TEST(Program, no_line_of_help_is_wider_than_a_terminal) {
     for (const std::string command : kCommands) {
         for (const std::string& line : lines_of(run_kivo({command, "--help"}).out)) {
             EXPECT_LE(line.size(), 100U) << line;
@@ -67,7 +67,7 @@ TEST(ProgramTest, NoLineOfHelpIsWiderThanATerminal) {
     }
 }
 
-TEST(ProgramTest, WrongUsageIsAnsweredInOneLineThatSaysWhatIsRight) {
+TEST(Program, wrong_usage_is_answered_in_one_line_that_says_what_is_right) {
     expect_usage_error({}, "a sub-command is missing");
     expect_usage_error({"chekc"}, "unknown sub-command 'chekc', perhaps 'check'; usage: kivo");
     expect_usage_error({"fifo_info.xml"}, "unknown sub-command 'fifo_info.xml'; usage: kivo");
@@ -94,14 +94,14 @@ TEST(ProgramTest, WrongUsageIsAnsweredInOneLineThatSaysWhatIsRight) {
     expect_usage_error({"value", "f", "v", "s", "2147483648"}, "not '2147483648'");
 }
 
-TEST(ProgramTest, ControlCharactersOfArgumentsAreEscapedInErrors) {
+TEST(Program, control_characters_of_arguments_are_escaped_in_errors) {
     const RunResult run = run_kivo({std::string("a\nb\033[31m")});
     EXPECT_EQ(run.status, 2);
     EXPECT_EQ(lines_of(run.err).size(), 1U) << run.err;
     EXPECT_TRUE(contains(run.err, "'a\\nb\\x1B[31m'")) << run.err;
 }
 
-TEST(ProgramTest, AFullDeviceIsAnError) {
+TEST(Program, a_full_device_is_an_error) {
     const std::vector<std::vector<std::string>> runs = {
         {"--version"},
         {"--help"},
@@ -118,36 +118,36 @@ TEST(ProgramTest, AFullDeviceIsAnError) {
     }
 }
 
-TEST(ProgramTest, NothingIsColouredWhenNoTerminalReadsIt) {
+TEST(Program, nothing_is_coloured_when_no_terminal_reads_it) {
     const RunResult run =
         run_kivo({"show", example("faulty_info.xml")}, {.environment = {{"TERM", "xterm"}}});
     EXPECT_FALSE(has_color(run.out));
     EXPECT_FALSE(has_color(run.err));
 }
 
-TEST(ProgramTest, TheOptionColoursBothStreams) {
+TEST(Program, the_option_colours_both_streams) {
     const RunResult run = run_kivo({"show", "--color", "always", example("faulty_info.xml")});
     EXPECT_TRUE(has_color(run.out));
     EXPECT_TRUE(has_color(run.err));
 }
 
-TEST(ProgramTest, TheOptionMayStandBeforeTheSubCommand) {
+TEST(Program, the_option_may_stand_before_the_sub_command) {
     EXPECT_TRUE(has_color(run_kivo({"--color=always", "show", example("faulty_info.xml")}).out));
 }
 
-TEST(ProgramTest, ForceColorColours) {
+TEST(Program, force_color_colours) {
     const RunOptions options = {.environment = {{"FORCE_COLOR", "1"}}};
     EXPECT_TRUE(has_color(run_kivo({"show", example("fifo_info.xml")}, options).out));
 }
 
-TEST(ProgramTest, ForceColorZeroOrEmptyDoesNot) {
+TEST(Program, force_color_zero_or_empty_does_not) {
     for (const std::string value : {"", "0"}) {
         const RunOptions options = {.environment = {{"FORCE_COLOR", value}}};
         EXPECT_FALSE(has_color(run_kivo({"show", example("fifo_info.xml")}, options).out)) << value;
     }
 }
 
-TEST(ProgramTest, NoColorWinsOverForceColorAndTheOptionOverBoth) {
+TEST(Program, no_color_wins_over_force_color_and_the_option_over_both) {
     const RunOptions options = {.environment = {{"FORCE_COLOR", "1"}, {"NO_COLOR", "1"}}};
     const std::string file = example("fifo_info.xml");
     EXPECT_FALSE(has_color(run_kivo({"show", file}, options).out));
@@ -156,7 +156,7 @@ TEST(ProgramTest, NoColorWinsOverForceColorAndTheOptionOverBoth) {
     EXPECT_FALSE(has_color(run_kivo({"show", "--color", "never", file}, forced).out));
 }
 
-TEST(ProgramTest, ColoursChangeNothingElse) {
+TEST(Program, colours_change_nothing_else) {
     const std::string file = example("fifo_info.xml");
     const std::string plain = run_kivo({"show", file}).out;
     std::string colored = run_kivo({"show", "--color", "always", file}).out;

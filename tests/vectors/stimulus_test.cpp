@@ -104,7 +104,7 @@ std::string repeated(const std::string& text, std::size_t times) {
 
 // Plain items
 
-TEST(StimulusTransition, AnItemMakesATransitionAtExactlyItsTime) {
+TEST(StimulusTransition, an_item_makes_a_transition_at_exactly_its_time) {
     const std::string command = "force a 0 0,1 10";
     EXPECT_EQ(ask(command, 0), yes("a", "0"));
     EXPECT_EQ(ask(command, 10), yes("a", "1"));
@@ -114,29 +114,29 @@ TEST(StimulusTransition, AnItemMakesATransitionAtExactlyItsTime) {
     EXPECT_EQ(ask(command, -1), no("a"));
 }
 
-TEST(StimulusTransition, TheFirstOfTwoItemsAtOneTimeCounts) {
+TEST(StimulusTransition, the_first_of_two_items_at_one_time_counts) {
     EXPECT_EQ(ask("force a 0 5,1 5", 5), yes("a", "0"));
 }
 
-TEST(StimulusTransition, AnAtSignMayStandBeforeATime) {
+TEST(StimulusTransition, an_at_sign_may_stand_before_a_time) {
     EXPECT_EQ(ask("force a 1 @7", 7), yes("a", "1"));
     EXPECT_EQ(ask("force a 1 @7", 0), no("a"));
     EXPECT_EQ(ask("force a 0 0,1 @7,0 9", 7), yes("a", "1"));
 }
 
-TEST(StimulusTransition, OnlyOneAtSignAndOnlyAtTheFrontIsDropped) {
+TEST(StimulusTransition, only_one_at_sign_and_only_at_the_front_is_dropped) {
     EXPECT_EQ(ask("force a 1 @@7", 7), no("a"));
     EXPECT_EQ(ask("force a 1 @@7", 0), yes("a", "1"));
     EXPECT_EQ(ask("force a 1  @7", 7), no("a"));
     EXPECT_EQ(ask("force a 1  @7", 0), yes("a", "1"));
 }
 
-TEST(StimulusTransition, ALoneAtSignIsTimeZero) {
+TEST(StimulusTransition, a_lone_at_sign_is_time_zero) {
     EXPECT_EQ(ask("force a 1 @", 0), yes("a", "1"));
     EXPECT_EQ(ask("force a @ @", 0), yes("a", "@"));
 }
 
-TEST(StimulusTransition, TimesReadTheirLeadingNumber) {
+TEST(StimulusTransition, times_read_their_leading_number) {
     EXPECT_EQ(ask("force a 1 12ns", 12), yes("a", "1"));
     EXPECT_EQ(ask("force a 1 12 13", 12), yes("a", "1"));
     EXPECT_EQ(ask("force a 1   12", 12), yes("a", "1"));
@@ -149,7 +149,7 @@ TEST(StimulusTransition, TimesReadTheirLeadingNumber) {
     EXPECT_EQ(ask("force a 1 - 5", 0), yes("a", "1"));
 }
 
-TEST(StimulusTransition, TimesOfEveryLengthAreReadAlike) {
+TEST(StimulusTransition, times_of_every_length_are_read_alike) {
     for (std::int64_t time = 1; time <= kHighest; time *= 10) {
         for (const std::int64_t near : {time - 1, time, time + 1}) {
             const std::string command = "force a 1 " + std::to_string(near);
@@ -158,7 +158,7 @@ TEST(StimulusTransition, TimesOfEveryLengthAreReadAlike) {
     }
 }
 
-TEST(StimulusTransition, TimesKeepTheirLow32Bits) {
+TEST(StimulusTransition, times_keep_their_low_32_bits) {
     EXPECT_EQ(ask("force a 1 2147483647", kHighest), yes("a", "1"));
     EXPECT_EQ(ask("force a 1 -2147483648", kLowest), yes("a", "1"));
     EXPECT_EQ(ask("force a 1 2147483648", kLowest), yes("a", "1"));
@@ -167,7 +167,7 @@ TEST(StimulusTransition, TimesKeepTheirLow32Bits) {
     EXPECT_EQ(ask("force a 1 -99999999999999999999", 0), yes("a", "1"));
 }
 
-TEST(StimulusTransition, BlanksBeforeItemsAreSkipped) {
+TEST(StimulusTransition, blanks_before_items_are_skipped) {
     EXPECT_EQ(ask("force a   0 0, 1 10", 0), yes("a", "0"));
     EXPECT_EQ(ask("force a 0 0, 1 10", 10), yes("a", "1"));
     EXPECT_EQ(ask("force a 0 0,\t\n\v\f\r 1 10", 10), yes("a", "1"));
@@ -175,12 +175,12 @@ TEST(StimulusTransition, BlanksBeforeItemsAreSkipped) {
     EXPECT_EQ(ask("force a \t0 0", 0), yes("a", "0"));
 }
 
-TEST(StimulusTransition, OnlyABlankEndsAValue) {
+TEST(StimulusTransition, only_a_blank_ends_a_value) {
     EXPECT_EQ(ask("force a 1\t2 5", 5), yes("a", "1\t2"));
     EXPECT_EQ(ask("force a 1\t5", 5), no("a"));
 }
 
-TEST(StimulusTransition, AnItemWithoutValueOrTimeIsIgnored) {
+TEST(StimulusTransition, an_item_without_value_or_time_is_ignored) {
     EXPECT_EQ(ask("force a 1,0 5", 5), yes("a", "0"));
     EXPECT_EQ(ask("force a 1,0 5", 0), no("a"));
     EXPECT_EQ(ask("force a 1 ,0 5", 0), no("a"));
@@ -189,7 +189,7 @@ TEST(StimulusTransition, AnItemWithoutValueOrTimeIsIgnored) {
     EXPECT_EQ(ask("force a 0 0,1 10,-r", 20), no("a"));
 }
 
-TEST(StimulusTransition, BehindAnEmptyItemTheRestIsOneItem) {
+TEST(StimulusTransition, behind_an_empty_item_the_rest_is_one_item) {
     EXPECT_EQ(ask("force a ,1 10,0 20", 10), yes("a", "1"));
     EXPECT_EQ(ask("force a ,1 10,0 20", 20), no("a"));
     EXPECT_EQ(ask("force a 0 0,,1 10,0 20", 10), yes("a", "1"));
@@ -205,7 +205,7 @@ TEST(StimulusTransition, BehindAnEmptyItemTheRestIsOneItem) {
     EXPECT_EQ(ask("force a ,   ", 0), no("a"));
 }
 
-TEST(StimulusTransition, UnknownKeywordsArePlainValues) {
+TEST(StimulusTransition, unknown_keywords_are_plain_values) {
     EXPECT_EQ(ask("force a -x 5", 5), yes("a", "-x"));
     EXPECT_EQ(ask("force a - 5", 5), yes("a", "-"));
     EXPECT_EQ(ask("force a -R 5", 5), yes("a", "-R"));
@@ -215,7 +215,7 @@ TEST(StimulusTransition, UnknownKeywordsArePlainValues) {
     EXPECT_EQ(ask("force a r 5", 5), yes("a", "r"));
 }
 
-TEST(StimulusTransition, NulBytesAreOrdinaryCharacters) {
+TEST(StimulusTransition, nul_bytes_are_ordinary_characters) {
     using namespace std::string_literals;
     EXPECT_EQ(ask("force a\0b \0 5"s, 5), yes("a\0b"s, "\0"s));
     EXPECT_EQ(ask("force a 1 5\0"s, 5), yes("a", "1"));
@@ -225,14 +225,14 @@ TEST(StimulusTransition, NulBytesAreOrdinaryCharacters) {
     EXPECT_EQ(ask("force a -r\0 5"s, 5), yes("a", "-r\0"s));
 }
 
-TEST(StimulusTransition, BytesAbove127AreOrdinaryCharacters) {
+TEST(StimulusTransition, bytes_above_127_are_ordinary_characters) {
     EXPECT_EQ(ask("force \xE4 \xFF 5", 5), yes("\xE4", "\xFF"));
     EXPECT_EQ(ask("force a \xA0 5,\xA0 1 6", 6), no("a"));
 }
 
 // The head of a command
 
-TEST(StimulusTransition, OnlyForceIsACommand) {
+TEST(StimulusTransition, only_force_is_a_command) {
     for (const char* command :
          {"", " ", "set a 1 0", "Force a 1 0", "FORCE a 1 0", "forc a 1 0", "forced a 1 0",
           " force a 1 0", "force\ta 1 0", "\tforce a 1 0", "force,a 1 0", "-hex force a 1 0"}) {
@@ -242,7 +242,7 @@ TEST(StimulusTransition, OnlyForceIsACommand) {
     }
 }
 
-TEST(StimulusTransition, ACommandWithoutItemsNamesItsSignalOnly) {
+TEST(StimulusTransition, a_command_without_items_names_its_signal_only) {
     EXPECT_EQ(ask("force", 0), no(""));
     EXPECT_EQ(ask("force ", 0), no(""));
     EXPECT_EQ(ask("force a", 0), no("a"));
@@ -252,23 +252,23 @@ TEST(StimulusTransition, ACommandWithoutItemsNamesItsSignalOnly) {
     EXPECT_EQ(ask("force -hex a", 0), no("a"));
 }
 
-TEST(StimulusTransition, TwoBlanksBeforeTheSignalLeaveItEmpty) {
+TEST(StimulusTransition, two_blanks_before_the_signal_leave_it_empty) {
     EXPECT_EQ(ask("force  a 1 0", 1), yes("", "a"));
     EXPECT_EQ(ask("force -hex  1 0", 0), yes("", "0b0001"));
 }
 
-TEST(StimulusTransition, OnlyOneOptionIsRead) {
+TEST(StimulusTransition, only_one_option_is_read) {
     EXPECT_EQ(ask("force -hex -bin F 0", 0), yes("-bin", "0b1111"));
 }
 
-TEST(StimulusTransition, DecimalValuesStayAsWritten) {
+TEST(StimulusTransition, decimal_values_stay_as_written) {
     EXPECT_EQ(ask("force a 12 0", 0), yes("a", "12"));
     EXPECT_EQ(ask("force -signed a -1 0", 0), yes("a", "-1"));
     EXPECT_EQ(ask("force -unsigned a 255 0", 0), yes("a", "255"));
     EXPECT_EQ(ask("force a what 0", 0), yes("a", "what"));
 }
 
-TEST(StimulusTransition, UnknownOptionsLeaveValuesDecimal) {
+TEST(StimulusTransition, unknown_options_leave_values_decimal) {
     for (const char* option : {"-", "-x", "-HEX", "-hexx", "-bin(2)", "-oct", "-fixed_point",
                                "-fixed_point(", "-fixed_point()", "-fixed_point()8.4",
                                "-fixed_points(8.4)", "-Fixed_point(8.4)", "--hex", "-signed(4)"}) {
@@ -276,24 +276,24 @@ TEST(StimulusTransition, UnknownOptionsLeaveValuesDecimal) {
     }
 }
 
-TEST(StimulusTransition, BinaryValuesGetThePrefix) {
+TEST(StimulusTransition, binary_values_get_the_prefix) {
     EXPECT_EQ(ask("force -bin a 0101 0", 0), yes("a", "0b0101"));
 }
 
-TEST(StimulusTransition, HexadecimalValuesBecomeBinary) {
+TEST(StimulusTransition, hexadecimal_values_become_binary) {
     EXPECT_EQ(ask("force -hex a F 0", 0), yes("a", "0b1111"));
     EXPECT_EQ(ask("force -hex data 0 0,F 10,-repeat 20", 30), yes("data", "0b1111"));
     EXPECT_EQ(ask("force -hex data 0 0,F 10,-repeat 20", 31), no("data"));
 }
 
-TEST(StimulusTransition, FixedPointValuesBecomeBinary) {
+TEST(StimulusTransition, fixed_point_values_become_binary) {
     EXPECT_EQ(ask("force -fixed_point(4.4) a 1.5 0", 0), yes("a", "0b00011000"));
     EXPECT_EQ(ask("force -fixed_point(s4.4) a -0.25 0", 0), yes("a", "0b11111100"));
     EXPECT_EQ(ask("force -fixed_point(4.4 a 1.5 0", 0), yes("a", "0b00011000"));
     EXPECT_EQ(ask("force -fixed_point(4.4)(1.1) a 1.5 0", 0), yes("a", "0b00011000"));
 }
 
-TEST(StimulusTransition, AValueThatDoesNotConvertIsKeptBehindThePrefix) {
+TEST(StimulusTransition, a_value_that_does_not_convert_is_kept_behind_the_prefix) {
     EXPECT_EQ(ask("force -hex a G 0", 0), yes("a", "0bG"));
     EXPECT_EQ(ask("force -fixed_point(4.4) a one 0", 0), yes("a", "0bone"));
     EXPECT_EQ(ask("force -fixed_point(nonsense) a 1.5 0", 0), yes("a", "0b1.5"));
@@ -301,7 +301,7 @@ TEST(StimulusTransition, AValueThatDoesNotConvertIsKeptBehindThePrefix) {
 
 // Repeats
 
-TEST(StimulusRepeat, TheFirstTwoItemsComeUpInEveryPeriod) {
+TEST(StimulusRepeat, the_first_two_items_come_up_in_every_period) {
     for (const char* keyword : {"-r", "-repeat"}) {
         const std::string command = "force a 0 0,1 10," + std::string(keyword) + " 20";
         EXPECT_EQ(ask(command, 30), yes("a", "1")) << command;
@@ -314,91 +314,91 @@ TEST(StimulusRepeat, TheFirstTwoItemsComeUpInEveryPeriod) {
     }
 }
 
-TEST(StimulusRepeat, TimesOfRepeatsMayHaveAnAtSign) {
+TEST(StimulusRepeat, times_of_repeats_may_have_an_at_sign) {
     EXPECT_EQ(ask("force a 0 @0,1 @10,-r @20", 30), yes("a", "1"));
     EXPECT_EQ(ask("force a 0 @0,1 @10,-r @20", 40), yes("a", "0"));
 }
 
-TEST(StimulusRepeat, APeriodAboveTheTimeDoesNothing) {
+TEST(StimulusRepeat, a_period_above_the_time_does_nothing) {
     EXPECT_EQ(ask("force a 0 3,1 4,-r 5", 4), yes("a", "1"));
     EXPECT_EQ(ask("force a 0 4,1 2,-r 9,x 99", 8), no("a"));
     EXPECT_EQ(ask("force a 0 8,1 0,-r 8", 16), yes("a", "1"));
     EXPECT_EQ(ask("force a x 5,1 0,-r 5", 5), yes("a", "x"));
 }
 
-TEST(StimulusRepeat, ItemsBeyondTheSecondDoNotRepeat) {
+TEST(StimulusRepeat, items_beyond_the_second_do_not_repeat) {
     EXPECT_EQ(ask("force a 0 0,1 10,2 15,-r 20", 15), yes("a", "2"));
     EXPECT_EQ(ask("force a 0 0,1 10,2 15,-r 20", 35), no("a"));
 }
 
-TEST(StimulusRepeat, TwoItemsAreNeeded) {
+TEST(StimulusRepeat, two_items_are_needed) {
     EXPECT_EQ(ask("force a -r 20", 40), no("a"));
     EXPECT_EQ(ask("force a -r 20,0 0,1 10", 40), no("a"));
     EXPECT_EQ(ask("force a 0 0,-r 20", 30), no("a"));
 }
 
-TEST(StimulusRepeat, TheRepeatItselfMayBeTheSecondItem) {
+TEST(StimulusRepeat, the_repeat_itself_may_be_the_second_item) {
     EXPECT_EQ(ask("force a 0 0,-r 20", 40), yes("a", "0"));
     // Its own time never comes up in its own period, but does in that of a later one.
     EXPECT_EQ(ask("force a 0 0,-r 20,-r 30", 50), yes("a", "-r"));
 }
 
-TEST(StimulusRepeat, KeywordsMayBeTheItemsThatRepeat) {
+TEST(StimulusRepeat, keywords_may_be_the_items_that_repeat) {
     EXPECT_EQ(ask("force a -r 7,0 1,-r 20", 27), yes("a", "-r"));
     EXPECT_EQ(ask("force a -cancel 30,0 1,-r 20", 21), yes("a", "0"));
     EXPECT_EQ(ask("force a -cancel 30,0 1,-r 35", 65), yes("", "-cancel"));
 }
 
-TEST(StimulusRepeat, AnItemBehindABlankSuppliesNoValueAsTheSecond) {
+TEST(StimulusRepeat, an_item_behind_a_blank_supplies_no_value_as_the_second) {
     EXPECT_EQ(ask("force a 0 0, 1 10,-r 20", 10), yes("a", "1"));
     EXPECT_EQ(ask("force a 0 0, 1 10,-r 20", 30), no("a"));
     EXPECT_EQ(ask("force a 0 0, 1 10,-r 20", 40), yes("a", "0"));
     EXPECT_EQ(ask("force a 0 0,1 10, -r 20", 30), yes("a", "1"));
 }
 
-TEST(StimulusRepeat, OtherWhiteSpaceIsAValueOfTheSecond) {
+TEST(StimulusRepeat, other_white_space_is_a_value_of_the_second) {
     EXPECT_EQ(ask("force a 0 0,\t1 10,-r 20", 30), yes("a", "\t1"));
     EXPECT_EQ(ask("force a 0 0,\t1 10,-r 20", 10), yes("a", "1"));
     EXPECT_EQ(ask("force a 0 0,\t 10 5,-r 20", 30), yes("a", "\t"));
 }
 
-TEST(StimulusRepeat, BlanksBeforeTheFirstItemAreNoPartOfIt) {
+TEST(StimulusRepeat, blanks_before_the_first_item_are_no_part_of_it) {
     EXPECT_EQ(ask("force a  0 0,1 10,-r 20", 40), yes("a", "0"));
 }
 
-TEST(StimulusRepeat, AnUnreadableItemStillRepeats) {
+TEST(StimulusRepeat, an_unreadable_item_still_repeats) {
     EXPECT_EQ(ask("force a 1,0 5,-r 20", 40), yes("a", "1"));
     EXPECT_EQ(ask("force a 1 5,0,-r 20", 40), yes("a", "0"));
     EXPECT_EQ(ask("force a 1,0 5,-r 20", 0), no("a"));
 }
 
-TEST(StimulusRepeat, AnItemTakenAsTheWholeRestIsNotSaved) {
+TEST(StimulusRepeat, an_item_taken_as_the_whole_rest_is_not_saved) {
     EXPECT_EQ(ask("force a 0 0,,-r 20", 40), no("a"));
     EXPECT_EQ(ask("force a 0 0,1 10,,-r 20", 30), yes("a", "1"));
 }
 
-TEST(StimulusRepeat, TheFirstItemGoesBeforeTheSecond) {
+TEST(StimulusRepeat, the_first_item_goes_before_the_second) {
     EXPECT_EQ(ask("force a 0 5,1 5,-r 20", 25), yes("a", "0"));
 }
 
-TEST(StimulusRepeat, ALaterExactMatchReplacesARepeat) {
+TEST(StimulusRepeat, a_later_exact_match_replaces_a_repeat) {
     EXPECT_EQ(ask("force a 0 0,1 10,-r 20,x 30", 30), yes("a", "x"));
     EXPECT_EQ(ask("force a 0 0,1 10,-r 20,x 30", 50), yes("a", "1"));
 }
 
-TEST(StimulusRepeat, ALaterRepeatReplacesAnEarlierOneByTheFirstItemOnly) {
+TEST(StimulusRepeat, a_later_repeat_replaces_an_earlier_one_by_the_first_item_only) {
     EXPECT_EQ(ask("force a 0 0,1 10,-r 20,-r 15", 30), yes("a", "0"));
     EXPECT_EQ(ask("force a 0 0,1 10,-r 15,-r 20", 30), yes("a", "0"));
     EXPECT_EQ(ask("force a 0 3,1 7,-r 10,-r 6", 13), yes("a", "0"));
 }
 
-TEST(StimulusRepeat, ACancelBehindARepeatUndoesIt) {
+TEST(StimulusRepeat, a_cancel_behind_a_repeat_undoes_it) {
     EXPECT_EQ(ask("force a 0 0,1 10,-r 20,-c 30", 30), no(""));
     EXPECT_EQ(ask("force a 0 0,1 10,-r 20,-c 31", 30), yes("a", "1"));
     EXPECT_EQ(ask("force a 0 0,1 10,-c 30,-r 20", 30), yes("", "1"));
 }
 
-TEST(StimulusRepeat, PeriodZeroMatchesAllTimesBeforeTheItemsOwn) {
+TEST(StimulusRepeat, period_zero_matches_all_times_before_the_items_own) {
     const std::string command = "force a 0 20,1 40,-r 0";
     EXPECT_EQ(ask(command, 0), yes("a", "0"));
     EXPECT_EQ(ask(command, 19), yes("a", "0"));
@@ -409,13 +409,13 @@ TEST(StimulusRepeat, PeriodZeroMatchesAllTimesBeforeTheItemsOwn) {
     EXPECT_EQ(ask(command, -1), no("a"));
 }
 
-TEST(StimulusRepeat, PeriodZeroLooksAtTheSizeOfATimeOnly) {
+TEST(StimulusRepeat, period_zero_looks_at_the_size_of_a_time_only) {
     EXPECT_EQ(ask("force a 0 -20,1 -40,-r 0", 19), yes("a", "0"));
     EXPECT_EQ(ask("force a 0 -20,1 -40,-r 0", 20), yes("a", "1"));
     EXPECT_EQ(ask("force a 0 -20,1 -40,-r 0", 40), no("a"));
 }
 
-TEST(StimulusRepeat, PeriodZeroWithItemsAtZeroMatchesNothing) {
+TEST(StimulusRepeat, period_zero_with_items_at_zero_matches_nothing) {
     EXPECT_EQ(ask("force a 0 0,1 10,-r 0", 5), yes("a", "1"));
     EXPECT_EQ(ask("force a 0 0,1 0,-r 0", 5), no("a"));
     EXPECT_EQ(ask("force a 0 10,1 0,-r 0", 5), yes("a", "0"));
@@ -423,7 +423,7 @@ TEST(StimulusRepeat, PeriodZeroWithItemsAtZeroMatchesNothing) {
     EXPECT_EQ(ask("force a 0 0,1 never,-r never", 5), no("a"));
 }
 
-TEST(StimulusRepeat, NegativePeriodsAndTimesDivideTowardsZero) {
+TEST(StimulusRepeat, negative_periods_and_times_divide_towards_zero) {
     EXPECT_EQ(ask("force a 0 0,1 10,-r -20", 30), yes("a", "1"));
     EXPECT_EQ(ask("force a 0 0,1 -10,-r -20", -10), yes("a", "1"));
     EXPECT_EQ(ask("force a 0 0,1 -5,-r -20", -15), no("a"));
@@ -431,7 +431,7 @@ TEST(StimulusRepeat, NegativePeriodsAndTimesDivideTowardsZero) {
     EXPECT_EQ(ask("force a 0 3,1 -5,-r -20,x 9", -5), yes("a", "1"));
 }
 
-TEST(StimulusRepeat, ExtremeNumbersAreNoTrap) {
+TEST(StimulusRepeat, extreme_numbers_are_no_trap) {
     EXPECT_EQ(ask("force a 0 0,1 10,-r -2147483648", kLowest), yes("a", "0"));
     EXPECT_EQ(ask("force a 0 3,1 10,-r -2147483648", kLowest), no("a"));
     EXPECT_EQ(ask("force a 0 5,1 -1,-r 0", kLowest), no("a"));
@@ -443,7 +443,7 @@ TEST(StimulusRepeat, ExtremeNumbersAreNoTrap) {
 }
 
 // -1 as a period is above the lowest time; as a remainder it is reached from above.
-TEST(StimulusRepeat, PeriodMinusOneLeavesNoRemainder) {
+TEST(StimulusRepeat, period_minus_one_leaves_no_remainder) {
     EXPECT_EQ(ask("force a 0 0,1 10,-r -1", kLowest), no("a"));
     EXPECT_EQ(ask("force a 0 0,1 10,-r -1", -1), yes("a", "0"));
     EXPECT_EQ(ask("force a 0 0,1 10,-r -1", kHighest), yes("a", "0"));
@@ -451,7 +451,7 @@ TEST(StimulusRepeat, PeriodMinusOneLeavesNoRemainder) {
 
 // Cancels
 
-TEST(StimulusCancel, ReleasesTheSignalFromItsTimeOn) {
+TEST(StimulusCancel, releases_the_signal_from_its_time_on) {
     for (const char* keyword : {"-c", "-cancel"}) {
         const std::string command = "force a 1 5," + std::string(keyword) + " 8";
         EXPECT_EQ(ask(command, 5), yes("a", "1")) << command;
@@ -462,17 +462,17 @@ TEST(StimulusCancel, ReleasesTheSignalFromItsTimeOn) {
     }
 }
 
-TEST(StimulusCancel, DoesNotUndoAnEarlierExactMatch) {
+TEST(StimulusCancel, does_not_undo_an_earlier_exact_match) {
     EXPECT_EQ(ask("force a 1 10,-c 8", 10), yes("a", "1"));
 }
 
-TEST(StimulusCancel, LeavesALaterItemItsValueButNoSignal) {
+TEST(StimulusCancel, leaves_a_later_item_its_value_but_no_signal) {
     EXPECT_EQ(ask("force a -c 8,1 10", 10), yes("", "1"));
     EXPECT_EQ(ask("force a -c 8,1 7", 7), yes("a", "1"));
     EXPECT_EQ(ask("force -hex a -c 8,F 10", 10), yes("", "0b1111"));
 }
 
-TEST(StimulusCancel, WithoutANumberCancelsFromZeroOn) {
+TEST(StimulusCancel, without_a_number_cancels_from_zero_on) {
     EXPECT_EQ(ask("force a -c never", 0), no(""));
     EXPECT_EQ(ask("force a -c never", -1), no("a"));
     EXPECT_EQ(ask("force a -c @8", 8), no(""));
@@ -480,7 +480,7 @@ TEST(StimulusCancel, WithoutANumberCancelsFromZeroOn) {
 
 // Sizes
 
-TEST(StimulusTransition, MegabyteTokensAreRead) {
+TEST(StimulusTransition, megabyte_tokens_are_read) {
     const std::string large(1 << 20, 'x');
     EXPECT_TRUE(ask("force " + large + " 1 5", 5) == yes(large, "1"));
     EXPECT_TRUE(ask("force a " + large + " 5", 5) == yes("a", large));
@@ -493,7 +493,7 @@ TEST(StimulusTransition, MegabyteTokensAreRead) {
                 yes("a", std::string((1 << 20) - 1, ',') + "1"));
 }
 
-TEST(StimulusTransition, TheLastOf200000ItemsIsReached) {
+TEST(StimulusTransition, the_last_of_200000_items_is_reached) {
     const std::string command = "force a " + repeated("0 1, ", 200000) + "1 5";
     EXPECT_EQ(ask(command, 5), yes("a", "1"));
     EXPECT_EQ(ask(command, 1), yes("a", "0"));
@@ -501,7 +501,7 @@ TEST(StimulusTransition, TheLastOf200000ItemsIsReached) {
 }
 
 // Would take hours if every repeat read the saved items again.
-TEST(StimulusRepeat, ManyRepeatsOfAMegabyteItemEnd) {
+TEST(StimulusRepeat, many_repeats_of_a_megabyte_item_end) {
     const std::string value(1 << 20, '1');
     const std::string zeros(1 << 20, '0');
     const std::string command =
@@ -512,7 +512,7 @@ TEST(StimulusRepeat, ManyRepeatsOfAMegabyteItemEnd) {
     EXPECT_TRUE(ask("force a " + value + " 1, 0 2" + repeated(", -r 3", 200000), 302) == no("a"));
 }
 
-TEST(StimulusTransition, EveryPrefixOfACommandIsAnswered) {
+TEST(StimulusTransition, every_prefix_of_a_command_is_answered) {
     const std::string command = "force -fixed_point(8.4) q 1.5 @0, 2.25 10,-repeat 20,,-cancel 100";
     for (std::size_t length = 0; length <= command.size(); ++length) {
         const std::string prefix = command.substr(0, length);
@@ -525,14 +525,14 @@ TEST(StimulusTransition, EveryPrefixOfACommandIsAnswered) {
 
 // Lists of commands
 
-TEST(VectorTransition, GoesOnBehindTheCommandThatMadeATransition) {
+TEST(VectorTransition, goes_on_behind_the_command_that_made_a_transition) {
     Stimulus stimulus = {"force a 1 5", "force b 0 6", "force c 1 5"};
     EXPECT_EQ(stimulus.next_at(5), yes("a", "1"));
     EXPECT_EQ(stimulus.next_at(5), yes("c", "1"));
     EXPECT_EQ(stimulus.next_at(5).made, false);
 }
 
-TEST(VectorTransition, StartsAgainAfterTheEnd) {
+TEST(VectorTransition, starts_again_after_the_end) {
     Stimulus stimulus = {"force a 1 5", "force b 0 6"};
     EXPECT_EQ(stimulus.next_at(7), no("b"));
     EXPECT_EQ(stimulus.next_command(), "force a 1 5");
@@ -540,23 +540,23 @@ TEST(VectorTransition, StartsAgainAfterTheEnd) {
     EXPECT_EQ(stimulus.next_at(5), yes("a", "1"));
 }
 
-TEST(VectorTransition, StartsWhereTheCursorStands) {
+TEST(VectorTransition, starts_where_the_cursor_stands) {
     Stimulus stimulus = {"force a 1 5", "force b 1 5"};
     stimulus.next_command();
     EXPECT_EQ(stimulus.next_at(5), yes("b", "1"));
 }
 
-TEST(VectorTransition, LeavesWhatTheLastCommandLeft) {
+TEST(VectorTransition, leaves_what_the_last_command_left) {
     EXPECT_EQ(Stimulus({"force a 1 5", "force b 1 5"}).next_at(9), no("b"));
     EXPECT_EQ(Stimulus({"force a 1 5", "set b 1 5"}).next_at(9), no(""));
     EXPECT_EQ(Stimulus({"force a 1 5", "force b -c 3"}).next_at(9), no(""));
 }
 
-TEST(VectorTransition, AnEmptyListWritesNothing) {
+TEST(VectorTransition, an_empty_list_writes_nothing) {
     EXPECT_EQ(Stimulus({}).next_at(5), (Answer{false, "left", "over"}));
 }
 
-TEST(VectorTransition, PassesOverWhatIsNoRuleElement) {
+TEST(VectorTransition, passes_over_what_is_no_rule_element) {
     KIVO_OBJ other;
     KIVO_RULE_ELEMENT entry("force a 1 5", "", "", 2);
     KIVO_OBJ_LIST list;
@@ -571,14 +571,14 @@ TEST(VectorTransition, PassesOverWhatIsNoRuleElement) {
     EXPECT_EQ(list.get_next_value(), &other);
 }
 
-TEST(VectorTransition, LeavesTheCommandsAsTheyAre) {
+TEST(VectorTransition, leaves_the_commands_as_they_are) {
     Stimulus stimulus = {"force -hex a F 5"};
     EXPECT_EQ(stimulus.next_at(5), yes("a", "0b1111"));
     stimulus.list.reset();
     EXPECT_EQ(stimulus.next_command(), "force -hex a F 5");
 }
 
-TEST(VectorTransition, ElseCommandsAreNotEvaluated) {
+TEST(VectorTransition, else_commands_are_not_evaluated) {
     KIVO_RULE_ELEMENT entry("force a 1 5", "force b 1 6", "cond", 2);
     KIVO_OBJ_LIST list;
     list.add_at_tail(&entry);
@@ -587,7 +587,7 @@ TEST(VectorTransition, ElseCommandsAreNotEvaluated) {
     EXPECT_FALSE(kivo_get_vector_transition(&list, 6, signal, value));
 }
 
-TEST(VectorTransition, UsesTheListsOwnIteration) {
+TEST(VectorTransition, uses_the_lists_own_iteration) {
     class Endless : public KIVO_OBJ_LIST {
     public:
         void reset() override { ++resets; }
@@ -607,7 +607,7 @@ TEST(VectorTransition, UsesTheListsOwnIteration) {
     EXPECT_EQ(list.resets, 1);
 }
 
-TEST(StimulusExists, FindsTheSignalOfForceCommands) {
+TEST(StimulusExists, finds_the_signal_of_force_commands) {
     for (const char* command :
          {"force a 0 0", "force -bin a 0 0", "force -hex a", "force a", "force -what a 0 0",
           "force -fixed_point(8.4) a 0 0", "force a ,,"}) {
@@ -615,7 +615,7 @@ TEST(StimulusExists, FindsTheSignalOfForceCommands) {
     }
 }
 
-TEST(StimulusExists, DoesNotFindOtherSignals) {
+TEST(StimulusExists, does_not_find_other_signals) {
     for (const char* command :
          {"", "force", "force ab 0 0", "force A 0 0", "force  a 0 0", "set a 0 0", "Force a 0 0",
           "force -bin -hex a 0 0", "force b a 0", "force a\t0 0", "force -bin", "-a", "force -a"}) {
@@ -624,13 +624,13 @@ TEST(StimulusExists, DoesNotFindOtherSignals) {
     EXPECT_FALSE(Stimulus({}).drives("a"));
 }
 
-TEST(StimulusExists, ACommandWithoutSignalDrivesTheEmptyName) {
+TEST(StimulusExists, a_command_without_signal_drives_the_empty_name) {
     EXPECT_TRUE(Stimulus({"force"}).drives(""));
     EXPECT_TRUE(Stimulus({"force -hex"}).drives(""));
     EXPECT_FALSE(Stimulus({"set"}).drives(""));
 }
 
-TEST(StimulusExists, StartsAtTheFirstCommandAndStopsBehindTheOneFound) {
+TEST(StimulusExists, starts_at_the_first_command_and_stops_behind_the_one_found) {
     Stimulus stimulus = {"force a 0 0", "force b 0 0", "force c 0 0"};
     stimulus.next_command();
     stimulus.next_command();
@@ -640,13 +640,13 @@ TEST(StimulusExists, StartsAtTheFirstCommandAndStopsBehindTheOneFound) {
     EXPECT_EQ(stimulus.next_command(), "force c 0 0");
 }
 
-TEST(StimulusExists, LeavesTheCursorAtTheEndWithoutOne) {
+TEST(StimulusExists, leaves_the_cursor_at_the_end_without_one) {
     Stimulus stimulus = {"force a 0 0"};
     EXPECT_FALSE(stimulus.drives("b"));
     EXPECT_EQ(stimulus.next_command(), "end");
 }
 
-TEST(StimulusExists, PassesOverWhatIsNoRuleElement) {
+TEST(StimulusExists, passes_over_what_is_no_rule_element) {
     KIVO_OBJ other;
     KIVO_RULE_ELEMENT entry("force a 1 5", "", "", 2);
     KIVO_OBJ_LIST list;
@@ -772,7 +772,7 @@ private:
     std::mt19937 random_{20240229};
 };
 
-TEST(StimulusTransition, RandomCommandsAnswerAsThePlainTranscription) {
+TEST(StimulusTransition, random_commands_answer_as_the_plain_transcription) {
     CommandMaker maker;
     int transitions = 0;
     for (int i = 0; i < 120000; ++i) {
@@ -790,7 +790,7 @@ TEST(StimulusTransition, RandomCommandsAnswerAsThePlainTranscription) {
     EXPECT_LT(transitions, 340000);
 }
 
-TEST(VectorTransition, RandomListsAnswerAsThePlainTranscription) {
+TEST(VectorTransition, random_lists_answer_as_the_plain_transcription) {
     CommandMaker maker;
     for (int i = 0; i < 2000; ++i) {
         std::vector<std::string> commands(static_cast<std::size_t>(maker.below(6)));

@@ -102,46 +102,46 @@ std::string timeline_of(const std::string& command, std::int32_t from, std::int3
     return described(kivo_get_timeline(command, from, to, kNoLimit));
 }
 
-TEST(Timeline, PlainValuesInAnyOrder) {
+TEST(Timeline, plain_values_in_any_order) {
     EXPECT_EQ(timeline_of("force a 1 10,0 0", 0, 50), "0=0 10=1");
 }
 
-TEST(Timeline, OfTwoValuesAtOneTimeTheFirstCounts) {
+TEST(Timeline, of_two_values_at_one_time_the_first_counts) {
     EXPECT_EQ(timeline_of("force a 1 10,0 10", 0, 50), "10=1");
 }
 
-TEST(Timeline, TimesOutsideTheRangeAreLeftOut) {
+TEST(Timeline, times_outside_the_range_are_left_out) {
     EXPECT_EQ(timeline_of("force a 1 9,2 10,3 20,4 21", 10, 20), "10=2 20=3");
 }
 
-TEST(Timeline, RepeatComesUpFromItsPeriodOn) {
+TEST(Timeline, repeat_comes_up_from_its_period_on) {
     EXPECT_EQ(timeline_of("force a 0 0,1 10,-r 20", 0, 60), "0=0 10=1 20=0 30=1 40=0 50=1 60=0");
 }
 
-TEST(Timeline, RepeatWithPeriodZeroIsOneRun) {
+TEST(Timeline, repeat_with_period_zero_is_one_run) {
     EXPECT_EQ(timeline_of("force a 0 5,1 9,-r 0", 0, kHighest), "0..5=0 6..9=1");
 }
 
-TEST(Timeline, ReleaseLastsToTheEnd) {
+TEST(Timeline, release_lasts_to_the_end) {
     EXPECT_EQ(timeline_of("force a 1 5,-c 8", 0, 20), "5=1 8..20=released");
 }
 
-TEST(Timeline, ReleaseIsBrokenByAnEarlierItem) {
+TEST(Timeline, release_is_broken_by_an_earlier_item) {
     EXPECT_EQ(timeline_of("force a 1 12,-c 8", 0, 20), "8..11=released 12=1 13..20=released");
 }
 
-TEST(Timeline, ValueBehindACancelHasNoSignal) {
+TEST(Timeline, value_behind_a_cancel_has_no_signal) {
     EXPECT_EQ(timeline_of("force a -c 8,1 10", 0, 12), "8..9=released 10?1 11..12=released");
 }
 
-TEST(Timeline, ValuesOfHexadecimalCommandsAreBinary) {
+TEST(Timeline, values_of_hexadecimal_commands_are_binary) {
     const KIVO_TIMELINE timeline = kivo_get_timeline("force -hex a F 0,0F 5,f 9", 0, 9, kNoLimit);
     EXPECT_TRUE(timeline.has_binary_values);
     EXPECT_EQ(timeline.values, (std::vector<std::string>{"0b1111", "0b00001111"}));
     EXPECT_EQ(described(timeline), "0=0b1111 5=0b00001111 9=0b1111");
 }
 
-TEST(Timeline, MalformedCommandTellsNothing) {
+TEST(Timeline, malformed_command_tells_nothing) {
     const KIVO_TIMELINE timeline = kivo_get_timeline("set a 1 0", 0, 100, kNoLimit);
     EXPECT_EQ(timeline.signal, "");
     EXPECT_TRUE(timeline.runs.empty());
@@ -149,32 +149,32 @@ TEST(Timeline, MalformedCommandTellsNothing) {
     EXPECT_EQ(timeline.end, 101);
 }
 
-TEST(Timeline, EmptyRangeTellsNothing) {
+TEST(Timeline, empty_range_tells_nothing) {
     const KIVO_TIMELINE timeline = kivo_get_timeline("force a 1 0", 5, 4, kNoLimit);
     EXPECT_TRUE(timeline.runs.empty());
     EXPECT_TRUE(timeline.is_complete);
 }
 
-TEST(Timeline, StopsBeforeTheTransitionBeyondTheLimit) {
+TEST(Timeline, stops_before_the_transition_beyond_the_limit) {
     const KIVO_TIMELINE timeline = kivo_get_timeline("force a 0 0,1 1,-r 2", 0, 1000, 4);
     EXPECT_EQ(described(timeline), "0=0 1=1 2=0 3=1");
     EXPECT_FALSE(timeline.is_complete);
     EXPECT_EQ(timeline.end, 4);
 }
 
-TEST(Timeline, AsManyTransitionsAsTheLimitAreComplete) {
+TEST(Timeline, as_many_transitions_as_the_limit_are_complete) {
     const KIVO_TIMELINE timeline = kivo_get_timeline("force a 0 0,1 100", 0, 1000, 2);
     EXPECT_TRUE(timeline.is_complete);
     EXPECT_EQ(timeline.end, 1001);
 }
 
-TEST(Timeline, LimitZeroStopsAtTheFirstTransition) {
+TEST(Timeline, limit_zero_stops_at_the_first_transition) {
     const KIVO_TIMELINE timeline = kivo_get_timeline("force a 0 7", 0, 1000, 0);
     EXPECT_FALSE(timeline.is_complete);
     EXPECT_EQ(timeline.end, 7);
 }
 
-TEST(Timeline, ReachesBothEndsOfTime) {
+TEST(Timeline, reaches_both_ends_of_time) {
     EXPECT_EQ(timeline_of("force a 1 -2147483648,0 2147483647", kLowest, kHighest),
               "-2147483648=1 2147483647=0");
     EXPECT_EQ(timeline_of("force a 1 0,0 1073741824,-r 2147483647", kLowest, kHighest),
@@ -185,7 +185,7 @@ TEST(Timeline, ReachesBothEndsOfTime) {
     EXPECT_TRUE(agrees("force a 0 0,1 -1,-r -1,-r 7", kLowest, kLowest + 50));
 }
 
-TEST(Timeline, AgreesWithTheAnswersAtSingleTimes) {
+TEST(Timeline, agrees_with_the_answers_at_single_times) {
     const std::vector<std::string> commands = {
         "",
         "force",
@@ -249,7 +249,7 @@ private:
     std::mt19937 random_;
 };
 
-TEST(Timeline, AgreesOnRandomCommands) {
+TEST(Timeline, agrees_on_random_commands) {
     RandomCommand random(20240611);
     for (int i = 0; i < 20000; ++i) {
         const std::string command = random.next();
@@ -258,7 +258,7 @@ TEST(Timeline, AgreesOnRandomCommands) {
     }
 }
 
-TEST(Timeline, AgreesOnRandomCommandsUpToALimit) {
+TEST(Timeline, agrees_on_random_commands_up_to_a_limit) {
     RandomCommand random(7);
     for (int i = 0; i < 5000; ++i) {
         const std::string command = random.next();
@@ -267,7 +267,7 @@ TEST(Timeline, AgreesOnRandomCommandsUpToALimit) {
     }
 }
 
-TEST(Timeline, LastItemTimeDoesNotDependOnTheRange) {
+TEST(Timeline, last_item_time_does_not_depend_on_the_range) {
     const auto last = [](const std::string& command) {
         return kivo_get_timeline(command, 0, 0, 0).last_item_time;
     };
@@ -285,14 +285,14 @@ std::size_t runs_of(const std::string& command, std::int32_t to) {
     return kivo_get_timeline(command, 0, to, 2'000'000).runs.size();
 }
 
-TEST(Timeline, LongRangesCostTheirTransitions) {
+TEST(Timeline, long_ranges_cost_their_transitions) {
     EXPECT_EQ(runs_of("force a 0 0,1 10,-r 20", 1'000'000), 100001u);
     EXPECT_EQ(runs_of("force a 0 0,1 1000000000", kHighest), 2u);
     EXPECT_EQ(runs_of("force a 0 1,1 2,-r 0,-c 5", kHighest), 3u);
     EXPECT_EQ(runs_of("force a 0 0,1 1,-r 2", kHighest), 2'000'000u);
 }
 
-TEST(Timeline, RepeatsWithoutAPeriodCountTowardsTheLimitAtEachTime) {
+TEST(Timeline, repeats_without_a_period_count_towards_the_limit_at_each_time) {
     // The first item's value comes up at all times before 100, the second one's at the rest of
     // those before 200.
     const std::string command = "force a 1 100,0 200,-r 0";
@@ -308,7 +308,7 @@ TEST(Timeline, RepeatsWithoutAPeriodCountTowardsTheLimitAtEachTime) {
     EXPECT_FALSE(kivo_get_timeline(command, 0, 1000, 200).is_complete);
 }
 
-TEST(Timeline, LongCommandsCostTheirLength) {
+TEST(Timeline, long_commands_cost_their_length) {
     std::string values = "force a 0 0";
     std::string repeats = "force a 0 0,1 1";
     std::string ended = "force a 0 0,1 1";

@@ -15,6 +15,7 @@ struct Options {
     ConfigurationRequest request;
     std::string format = "text";
     std::string output;
+    ReportDepth depth;
 };
 
 std::string check_output(const Options& options) {
@@ -32,7 +33,7 @@ std::string report_of(const Stream& stream, const KIVO_SESSION& session,
         return configuration_json(session, description);
     }
     return configuration_text(options.output.empty() ? stream : Stream(nullptr), session,
-                              description);
+                              description, options.depth);
 }
 
 int configure(Terminal& terminal, const Options& options) {
@@ -68,6 +69,7 @@ constexpr const char* kFooter =
     "usage, or no such name or value, 3 a file cannot be read or written.\n\n"
     "Examples:\n"
     "  kivo configure fifo_info.xml DEPTH=1024\n"
+    "  kivo configure ram_info.xml BUS_STYLE=SHARED ADDRESS_WIDTH=13 --why all --repairs\n"
     "  kivo configure counter_info.xml load=USED offset=CONSTANT:5 --format json";
 
 }  // namespace
@@ -85,6 +87,10 @@ Command make_configure() {
             from_row(options->request),
             {.name = "--allow-hidden", .target = &options->request.allows_hidden,
              .help = "Let hidden parameters be set"},
+            {.name = "--why", .value_name = "NAME", .target = &options->depth.why,
+             .help = "Explain the value and the findings of NAME; 'all' explains every finding"},
+            {.name = "--repairs", .target = &options->depth.shows_all_repairs,
+             .help = "Show every change that makes a finding go, not the best alone"},
             {.name = "--format", .value_name = "FORMAT", .target = &options->format,
              .help = "What to write: text (the default) or json", .choices = {"text", "json"}},
             {.name = "--output", .short_name = "-o", .value_name = "OUT",

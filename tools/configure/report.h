@@ -8,10 +8,16 @@
 #include "tools/description/description.h"
 #include "tools/terminal/terminal.h"
 
+// How much is told for people.
+struct ReportDepth {
+    std::vector<std::string> why;  // names whose values and verdicts are explained; "all" for all
+    bool shows_all_repairs = false;
+};
+
 // A configuration with all that follows from it, for people: tables, and findings as "kivo check"
-// writes them. Painted as the stream is.
+// writes them, each with what is in conflict and the best repair. Painted as the stream is.
 std::string configuration_text(const Stream& stream, const KIVO_SESSION& session,
-                               const Description& description);
+                               const Description& description, const ReportDepth& depth);
 
 // The same for programs; docs/configure.schema.json says what stands where.
 std::string configuration_json(const KIVO_SESSION& session, const Description& description);

@@ -57,8 +57,12 @@ Json place_json(const Place& place) {
 
 Json verdict_json(const VerdictForm& form) {
     Json repairs = Json::array();
-    for (const RepairForm& repair : form.repairs) {
+    for (const KIVO_REPAIR& repair : form.repairs) {
         repairs.push_back({{"set", settings_json(repair.set)}, {"text", repair.text}});
+    }
+    Json conflict = Json::array();
+    for (const KIVO_ASSIGNMENT& setting : form.conflict.settings) {
+        conflict.push_back(setting.name);
     }
     return {{"id", form.finding.id},
             {"severity", severity_word(form.finding.severity)},
@@ -67,7 +71,7 @@ Json verdict_json(const VerdictForm& form) {
             {"text", form.finding.text},
             {"place", place_json(form.finding.place)},
             {"repairs", std::move(repairs)},
-            {"conflict", form.conflict}};
+            {"conflict", std::move(conflict)}};
 }
 
 Json message_json(const KIVO_SHOWN_MESSAGE& message) {

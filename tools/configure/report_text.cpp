@@ -1,5 +1,7 @@
 #include <fmt/format.h>
 
+#include <algorithm>
+
 #include "tools/configure/report.h"
 #include "tools/findings/text_report.h"
 #include "tools/terminal/page.h"
@@ -67,19 +69,78 @@ void add_applications(Page& page, const char* title, const std::vector<KIVO_APPL
     add_table(page, title, table);
 }
 
-std::string findings_text(const Stream& stream, const KIVO_SESSION& session,
-                          const Description& description) {
-    std::string text;
-    for (const VerdictForm& form : verdict_forms(session, description)) {
-        text += finding_text(stream, description.name(), form.finding);
+// What values and rules hold, which may be anything, is escaped line by line.
+std::string escape_lines(std::string_view text) {
+    std::string lines;
+    while (!text.empty()) {
+        const std::size_t end = text.find('\n');
+        lines += escape_text(text.substr(0, end)) + "\n";
+        text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
     }
-    return text.empty() ? text : "\n" + stream.paint(Style::kBold, "Findings") + "\n" + text;
+    return lines;
+}
+
+std::string heading(const Stream& stream, const char* title) {
+    return "\n" + stream.paint(Style::kBold, title) + "\n";
+}
+
+// "  conflict of: A=1 B=2" and "  would be legal with: A=2, or B=1".
+std::string ways_out(const VerdictForm& form, bool shows_all_repairs) {
+    std::string text;
+    for (const KIVO_ASSIGNMENT& setting : form.conflict.settings) {
+        text += (text.empty() ? "  conflict of: " : " ") + setting.name + "=" + setting.value;
+    }
+    text += form.conflict.may_be_smaller ? " (perhaps not all of them)" : "";
+    text += text.empty() ? "" : "\n";
+    const char* lead = "  would be legal with: ";
+    for (const KIVO_REPAIR& repair : form.repairs) {
+        text += lead + repair.text;
+        lead = ", or ";
+        if (!shows_all_repairs) {
+            break;
+        }
+    }
+    return escape_lines(text + (form.repairs.empty() ? "" : "\n"));
+}
+
+std::string findings_text(const Stream& stream, const Description& description,
+                          const std::vector<VerdictForm>& forms, const ReportDepth& depth) {
+    std::string text;
+    for (const VerdictForm& form : forms) {
+        text += finding_text(stream, description.name(), form.finding);
+        text += ways_out(form, depth.shows_all_repairs);
+    }
+    return text.empty() ? text : heading(stream, "Findings") + text;
+}
+
+bool is_asked_for(const ReportDepth& depth, const std::string& name) {
+    return std::any_of(depth.why.begin(), depth.why.end(),
+                       [&](const std::string& asked) { return asked == "all" || asked == name; });
+}
+
+// The verdicts that are asked about, then the values.
+std::string why_text(const Stream& stream, const KIVO_SESSION& session,
+                     const Description& description, const std::vector<VerdictForm>& forms,
+                     const ReportDepth& depth) {
+    std::string text;
+    for (const VerdictForm& form : forms) {
+        if (is_asked_for(depth, form.subject.name)) {
+            text += kivo_why_text(session.why(form.subject), form.conflict, form.repairs,
+                                  description.info());
+        }
+    }
+    for (const std::string& name : depth.why) {
+        const KIVO_WHY why = session.why({name});
+        text += why.is_known ? kivo_why_text(why, {}, {}, description.info()) : std::string();
+    }
+    return text.empty() ? text : heading(stream, "Why") + escape_lines(text);
 }
 
 }  // namespace
 
 std::string configuration_text(const Stream& stream, const KIVO_SESSION& session,
-                               const Description& description) {
+                               const Description& description, const ReportDepth& depth) {
+    const std::vector<VerdictForm> forms = verdict_forms(session, description);
     const std::string& function = description.info().function_name;
     Page page(stream);
     page.heading((function.empty() ? description.name() : function) + ": " + standing_of(session));
@@ -93,5 +154,6 @@ std::string configuration_text(const Stream& stream, const KIVO_SESSION& session
     add_messages(page, session);
     add_applications(page, "Waves", session.vectors());
     add_applications(page, "Wizard maps", session.maps());
-    return page.text() + findings_text(stream, session, description);
+    return page.text() + findings_text(stream, description, forms, depth) +
+           why_text(stream, session, description, forms, depth);
 }

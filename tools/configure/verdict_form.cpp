@@ -94,7 +94,12 @@ std::vector<VerdictForm> verdict_forms(const KIVO_SESSION& session,
     for (const KIVO_VERDICT& verdict : session.verdicts()) {
         VerdictForm& form = forms.emplace_back();
         form.finding = finding_of(session, description, verdict, faults.told_by(verdict), sources);
+        form.subject = verdict.subject;
         form.is_undecided = verdict.is_undecided;
+        if (verdict.severity != KIVO_SEVERITY::kWarning) {
+            form.conflict = session.conflict(verdict.subject);
+            form.repairs = session.repairs(verdict.subject);
+        }
     }
     return forms;
 }

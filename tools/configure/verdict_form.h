@@ -10,17 +10,13 @@
 
 // The verdicts of a configuration as the program tells them.
 
-// A change that makes a verdict hold.
-struct RepairForm {
-    std::vector<KIVO_ASSIGNMENT> set;
-    std::string text;
-};
-
 struct VerdictForm {
     Finding finding;
+    KIVO_SUBJECT subject;
     bool is_undecided = false;
-    std::vector<RepairForm> repairs;
-    std::vector<std::string> conflict;  // names of settings
+    // Of errors and advice; what only warns needs neither.
+    KIVO_CONFLICT conflict;
+    std::vector<KIVO_REPAIR> repairs;
 };
 
 // All verdicts, in the order of the session.

@@ -97,7 +97,7 @@ std::string long_digits(std::size_t size, unsigned base) {
 }
 
 // clang-format off
-TEST(RadixPattern, ReadsEitherLetterCaseAndWritesUpperCase) {
+TEST(RadixPattern, reads_either_letter_case_and_writes_upper_case) {
     expect_rows(std::vector<Row>{
         { "aBcDeF", kHex,    kHex,    0, "ABCDEF" },
         { "f",      kHex,    kBinary, 0, "1111" },
@@ -108,7 +108,7 @@ TEST(RadixPattern, ReadsEitherLetterCaseAndWritesUpperCase) {
     });
 }
 
-TEST(RadixPattern, AllowsUnderscoresBetweenDigits) {
+TEST(RadixPattern, allows_underscores_between_digits) {
     expect_rows(std::vector<Row>{
         { "10_10",  kBinary, kBinary,   0, "1010" },
         { "1_0_1",  kBinary, kBinary,   0, "101" },
@@ -125,7 +125,7 @@ TEST(RadixPattern, AllowsUnderscoresBetweenDigits) {
     });
 }
 
-TEST(RadixPattern, BinaryMayBeginWith0b) {
+TEST(RadixPattern, binary_may_begin_with_0_b) {
     expect_rows(std::vector<Row>{
         { "0b1010", kBinary, kHex,    0, "A" },
         { "0b1010", kBinary, kBinary, 0, "1010" },
@@ -140,7 +140,7 @@ TEST(RadixPattern, BinaryMayBeginWith0b) {
     });
 }
 
-TEST(RadixPattern, ExtendsToWholeDigitsWithZeros) {
+TEST(RadixPattern, extends_to_whole_digits_with_zeros) {
     expect_rows(std::vector<Row>{
         { "1",         kBinary, kHex,    0, "1" },
         { "11111",     kBinary, kHex,    0, "1F" },
@@ -155,7 +155,7 @@ TEST(RadixPattern, ExtendsToWholeDigitsWithZeros) {
     });
 }
 
-TEST(RadixPattern, KeepsTheWidthAsWritten) {
+TEST(RadixPattern, keeps_the_width_as_written) {
     expect_rows(std::vector<Row>{
         { "F",        kHex,    kBinary,   0, "1111" },
         { "F",        kHex,    kSigned,   0, "-1" },
@@ -175,7 +175,7 @@ TEST(RadixPattern, KeepsTheWidthAsWritten) {
     });
 }
 
-TEST(RadixMultiValued, DigitStandsForOneWholeDigit) {
+TEST(RadixMultiValued, digit_stands_for_one_whole_digit) {
     expect_rows(std::vector<Row>{
         { "X",        kHex,    kBinary, 0, "XXXX" },
         { "X",        kOctal,  kBinary, 0, "XXX" },
@@ -191,7 +191,7 @@ TEST(RadixMultiValued, DigitStandsForOneWholeDigit) {
     });
 }
 
-TEST(RadixMultiValued, PartlyMultiValuedDigitFails) {
+TEST(RadixMultiValued, partly_multi_valued_digit_fails) {
     expect_rows(std::vector<Row>{
         { "XXX1",  kBinary, kHex,   0, kFails },
         { "1XXX",  kBinary, kHex,   0, kFails },
@@ -204,7 +204,7 @@ TEST(RadixMultiValued, PartlyMultiValuedDigitFails) {
     });
 }
 
-TEST(RadixMultiValued, ShortPatternIsExtendedWithItsOwnFirstDigit) {
+TEST(RadixMultiValued, short_pattern_is_extended_with_its_own_first_digit) {
     expect_rows(std::vector<Row>{
         { "X",       kBinary, kHex,    0, "X" },
         { "ZZ",      kBinary, kOctal,  0, "Z" },
@@ -223,7 +223,7 @@ TEST(RadixMultiValued, ShortPatternIsExtendedWithItsOwnFirstDigit) {
     });
 }
 
-TEST(RadixMultiValued, HasNoDecimalOrFixedPointForm) {
+TEST(RadixMultiValued, has_no_decimal_or_fixed_point_form) {
     for (const char* const digit : { "X", "Z", "U", "W", "L", "H", "-", "1X", "X1", "x" }) {
         for (const DRO_MEMORY_RADIXES radix : { kBinary, kOctal, kHex }) {
             EXPECT_EQ(kFails, convert(digit, radix, kSigned)) << digit;
@@ -237,7 +237,7 @@ TEST(RadixMultiValued, HasNoDecimalOrFixedPointForm) {
     }
 }
 
-TEST(RadixDecimal, WithoutWidthGivesAsFewDigitsAsHoldIt) {
+TEST(RadixDecimal, without_width_gives_as_few_digits_as_hold_it) {
     expect_rows(std::vector<Row>{
         { "10",  kUnsigned, kHex,    0, "A" },
         { "10",  kSigned,   kHex,    0, "A" },
@@ -254,7 +254,7 @@ TEST(RadixDecimal, WithoutWidthGivesAsFewDigitsAsHoldIt) {
     });
 }
 
-TEST(RadixDecimal, NegativeGivesTheShortestTwosComplementInWholeDigits) {
+TEST(RadixDecimal, negative_gives_the_shortest_twos_complement_in_whole_digits) {
     expect_rows(std::vector<Row>{
         { "-1",   kSigned, kBinary, 0, "1" },
         { "-1",   kSigned, kHex,    0, "F" },
@@ -271,7 +271,7 @@ TEST(RadixDecimal, NegativeGivesTheShortestTwosComplementInWholeDigits) {
     });
 }
 
-TEST(RadixDecimal, DecimalToDecimalKeepsTheNumber) {
+TEST(RadixDecimal, decimal_to_decimal_keeps_the_number) {
     expect_rows(std::vector<Row>{
         { "255",  kUnsigned, kSigned,   0, "255" },
         { "255",  kSigned,   kUnsigned, 0, "255" },
@@ -287,7 +287,7 @@ TEST(RadixDecimal, DecimalToDecimalKeepsTheNumber) {
     });
 }
 
-TEST(RadixDecimal, NegativeHasNoUnsignedFormWithoutWidth) {
+TEST(RadixDecimal, negative_has_no_unsigned_form_without_width) {
     expect_rows(std::vector<Row>{
         { "-1",   kSigned, kUnsigned, 0, kFails },
         { "-255", kSigned, kUnsigned, 0, kFails },
@@ -297,7 +297,7 @@ TEST(RadixDecimal, NegativeHasNoUnsignedFormWithoutWidth) {
     });
 }
 
-TEST(RadixDecimal, SignIsForSignedNumbersOnly) {
+TEST(RadixDecimal, sign_is_for_signed_numbers_only) {
     expect_rows(std::vector<Row>{
         { "-1",  kUnsigned, kUnsigned, 0, kFails },
         { "-0",  kUnsigned, kUnsigned, 0, kFails },
@@ -312,7 +312,7 @@ TEST(RadixDecimal, SignIsForSignedNumbersOnly) {
     });
 }
 
-TEST(RadixWidth, PadsPatterns) {
+TEST(RadixWidth, pads_patterns) {
     expect_rows(std::vector<Row>{
         { "F",   kHex,      kBinary, 8,  "00001111" },
         { "F",   kHex,      kHex,    12, "00F" },
@@ -332,7 +332,7 @@ TEST(RadixWidth, PadsPatterns) {
     });
 }
 
-TEST(RadixWidth, FailsWhenTheValueDoesNotFit) {
+TEST(RadixWidth, fails_when_the_value_does_not_fit) {
     expect_rows(std::vector<Row>{
         { "8",   kSigned,   kBinary,   4, kFails },
         { "8",   kSigned,   kBinary,   5, "01000" },
@@ -356,7 +356,7 @@ TEST(RadixWidth, FailsWhenTheValueDoesNotFit) {
     });
 }
 
-TEST(RadixReject, AnythingElse) {
+TEST(RadixReject, anything_else) {
     expect_rows(std::vector<Row>{
         { "",      kBinary,   kHex,      0, kFails },
         { "",      kOctal,    kHex,      0, kFails },
@@ -384,7 +384,7 @@ TEST(RadixReject, AnythingElse) {
 }
 // clang-format on
 
-TEST(RadixReject, NulByteAnywhere) {
+TEST(RadixReject, nul_byte_anywhere) {
     for (const DRO_MEMORY_RADIXES radix : {kBinary, kOctal, kHex, kSigned, kUnsigned}) {
         for (std::size_t at = 0; at < 3; ++at) {
             std::string text = "111";
@@ -398,7 +398,7 @@ TEST(RadixReject, NulByteAnywhere) {
     EXPECT_EQ(kFails, convert_fixed("1", kFixed, kHex, std::string("8.8\0", 4)));
 }
 
-TEST(RadixReject, RadixThatIsNoNumber) {
+TEST(RadixReject, radix_that_is_no_number) {
     const auto unknown = static_cast<DRO_MEMORY_RADIXES>(7);
     const auto negative = static_cast<DRO_MEMORY_RADIXES>(-1);
     for (const DRO_MEMORY_RADIXES radix : {DRO_RADIX_NONE, unknown, negative}) {
@@ -411,13 +411,13 @@ TEST(RadixReject, RadixThatIsNoNumber) {
     }
 }
 
-TEST(RadixReject, FixedPointWithoutDescription) {
+TEST(RadixReject, fixed_point_without_description) {
     EXPECT_EQ(kFails, convert("1", kFixed, kBinary));
     EXPECT_EQ(kFails, convert("1", kBinary, kFixed));
     EXPECT_EQ(kFails, convert("1", kFixed, kFixed, 8));
 }
 
-TEST(RadixAliasing, InputAndResultMayBeTheSameString) {
+TEST(RadixAliasing, input_and_result_may_be_the_same_string) {
     std::string text = "f_f";
     EXPECT_TRUE(dro_radix_conversion(text, &text, kHex, kBinary, 0));
     EXPECT_EQ("11111111", text);
@@ -431,7 +431,7 @@ TEST(RadixAliasing, InputAndResultMayBeTheSameString) {
     EXPECT_EQ(std::string(25, 'F'), text);
 }
 
-TEST(RadixAliasing, FixedPointInputAndResultMayBeTheSameString) {
+TEST(RadixAliasing, fixed_point_input_and_result_may_be_the_same_string) {
     std::string text = "-1.250";
     EXPECT_TRUE(dro_radix_conversion_fixed_point(text, &text, kFixed, kHex, "s4.4"));
     EXPECT_EQ("EC", text);
@@ -441,7 +441,7 @@ TEST(RadixAliasing, FixedPointInputAndResultMayBeTheSameString) {
     EXPECT_EQ("-1.25", text);
 }
 
-TEST(RadixNumbers, PowersOfTwoAndTheirNeighboursAgreeWithMachineArithmetic) {
+TEST(RadixNumbers, powers_of_two_and_their_neighbours_agree_with_machine_arithmetic) {
     for (const std::int64_t number : edge_numbers()) {
         const std::string positive = std::to_string(number);
         const std::string negative = std::to_string(-number);
@@ -458,7 +458,7 @@ TEST(RadixNumbers, PowersOfTwoAndTheirNeighboursAgreeWithMachineArithmetic) {
     }
 }
 
-TEST(RadixNumbers, PowersOfTwoBeyondMachineArithmetic) {
+TEST(RadixNumbers, powers_of_two_beyond_machine_arithmetic) {
     // clang-format off
     expect_rows(std::vector<Row>{
         { "18446744073709551615",  kUnsigned, kHex, 0, "FFFFFFFFFFFFFFFF" },
@@ -481,7 +481,7 @@ TEST(RadixNumbers, PowersOfTwoBeyondMachineArithmetic) {
     // clang-format on
 }
 
-TEST(RadixNumbers, DecimalsComeBackFromEveryRadix) {
+TEST(RadixNumbers, decimals_come_back_from_every_radix) {
     for (const std::int64_t number : edge_numbers()) {
         for (const std::string& text : {std::to_string(number), std::to_string(-number)}) {
             for (const DRO_MEMORY_RADIXES radix : {kBinary, kOctal, kHex}) {
@@ -492,7 +492,7 @@ TEST(RadixNumbers, DecimalsComeBackFromEveryRadix) {
     }
 }
 
-TEST(RadixNumbers, NegativeDecimalsComeBackWithoutWidth) {
+TEST(RadixNumbers, negative_decimals_come_back_without_width) {
     for (const std::int64_t number : edge_numbers()) {
         if (number == 0) {
             continue;
@@ -504,7 +504,7 @@ TEST(RadixNumbers, NegativeDecimalsComeBackWithoutWidth) {
     }
 }
 
-TEST(RadixNumbers, LongNumbersComeBack) {
+TEST(RadixNumbers, long_numbers_come_back) {
     for (const std::size_t size : {18, 19, 20, 37, 38, 39, 57, 1000, 9999, 100000}) {
         const std::string number = long_digits(size, 10);
         const std::string hex = convert(number, kUnsigned, kHex);
@@ -525,7 +525,7 @@ std::uint64_t rest_of(const std::string& digits, unsigned radix, std::uint64_t p
     return rest;
 }
 
-TEST(RadixNumbers, LongNumbersAreTheSameNumberInEachRadix) {
+TEST(RadixNumbers, long_numbers_are_the_same_number_in_each_radix) {
     for (const std::string& number :
          {long_digits(77'000, 10), long_digits(80'000, 10), long_digits(200'003, 10),
           std::string(100'000, '9'), "1" + std::string(100'000, '0')}) {
@@ -537,7 +537,7 @@ TEST(RadixNumbers, LongNumbersAreTheSameNumberInEachRadix) {
     }
 }
 
-TEST(RadixNumbers, LongPatternsComeBack) {
+TEST(RadixNumbers, long_patterns_come_back) {
     for (const std::size_t size : {63, 64, 65, 1000, 1000000}) {
         const std::string bits = long_digits(size * 12, 2);
         EXPECT_TRUE(bits == convert(convert(bits, kBinary, kHex), kHex, kBinary)) << size;
@@ -547,7 +547,7 @@ TEST(RadixNumbers, LongPatternsComeBack) {
     }
 }
 
-TEST(RadixNumbers, NumberFarTooLongForItsWidthFailsAtOnce) {
+TEST(RadixNumbers, number_far_too_long_for_its_width_fails_at_once) {
     const std::string number(10'000'000, '9');
     EXPECT_EQ(kFails, convert(number, kUnsigned, kHex, 64));
     EXPECT_EQ(kFails, convert("-" + number, kSigned, kUnsigned, 64));
@@ -556,7 +556,7 @@ TEST(RadixNumbers, NumberFarTooLongForItsWidthFailsAtOnce) {
 }
 
 // clang-format off
-TEST(RadixFixedPoint, IsWrittenAsTheShortestExactDecimal) {
+TEST(RadixFixedPoint, is_written_as_the_shortest_exact_decimal) {
     expect_rows(std::vector<FixedRow>{
         { "00011000", kBinary, kFixed, "4.4",  "1.5" },
         { "00100000", kBinary, kFixed, "4.4",  "2" },
@@ -581,7 +581,7 @@ TEST(RadixFixedPoint, IsWrittenAsTheShortestExactDecimal) {
     });
 }
 
-TEST(RadixFixedPoint, GivesExactlyAllBits) {
+TEST(RadixFixedPoint, gives_exactly_all_bits) {
     expect_rows(std::vector<FixedRow>{
         { "1.5",    kFixed, kBinary, "4.4",  "00011000" },
         { "2",      kFixed, kBinary, "4.4",  "00100000" },
@@ -603,7 +603,7 @@ TEST(RadixFixedPoint, GivesExactlyAllBits) {
     });
 }
 
-TEST(RadixFixedPoint, RoundsToTheNearestStepAndTiesAwayFromZero) {
+TEST(RadixFixedPoint, rounds_to_the_nearest_step_and_ties_away_from_zero) {
     expect_rows(std::vector<FixedRow>{
         { "0.03",     kFixed, kBinary, "4.4",  "00000000" },
         { "0.03125",  kFixed, kBinary, "4.4",  "00000001" },
@@ -624,7 +624,7 @@ TEST(RadixFixedPoint, RoundsToTheNearestStepAndTiesAwayFromZero) {
     });
 }
 
-TEST(RadixFixedPoint, FailsWhenOutOfRangeAfterRounding) {
+TEST(RadixFixedPoint, fails_when_out_of_range_after_rounding) {
     expect_rows(std::vector<FixedRow>{
         { "15.9375",   kFixed, kBinary, "4.4",  "11111111" },
         { "15.96",     kFixed, kBinary, "4.4",  "11111111" },
@@ -644,7 +644,7 @@ TEST(RadixFixedPoint, FailsWhenOutOfRangeAfterRounding) {
     });
 }
 
-TEST(RadixFixedPoint, EqualRadixesWriteTheNormalForm) {
+TEST(RadixFixedPoint, equal_radixes_write_the_normal_form) {
     expect_rows(std::vector<FixedRow>{
         { "01.50", kFixed, kFixed, "4.4",  "1.5" },
         { "2.0",   kFixed, kFixed, "4.4",  "2" },
@@ -655,7 +655,7 @@ TEST(RadixFixedPoint, EqualRadixesWriteTheNormalForm) {
     });
 }
 
-TEST(RadixFixedPoint, ShorterSourceIsPaddedInFront) {
+TEST(RadixFixedPoint, shorter_source_is_padded_in_front) {
     expect_rows(std::vector<FixedRow>{
         { "11000", kBinary,   kFixed, "4.4",  "1.5" },
         { "11000", kBinary,   kFixed, "s4.4", "1.5" },
@@ -669,7 +669,7 @@ TEST(RadixFixedPoint, ShorterSourceIsPaddedInFront) {
     });
 }
 
-TEST(RadixFixedPoint, LongerSourceFails) {
+TEST(RadixFixedPoint, longer_source_fails) {
     expect_rows(std::vector<FixedRow>{
         { "111111111", kBinary,   kFixed, "4.4",  kFails },
         { "000001111", kBinary,   kFixed, "4.4",  kFails },
@@ -683,7 +683,7 @@ TEST(RadixFixedPoint, LongerSourceFails) {
     });
 }
 
-TEST(RadixFixedPoint, PatternOfWholeDigitsComesBack) {
+TEST(RadixFixedPoint, pattern_of_whole_digits_comes_back) {
     expect_rows(std::vector<FixedRow>{
         { "0F",  kHex,   kFixed, "3.3",  "1.875" },
         { "38",  kHex,   kFixed, "s3.3", "-1" },
@@ -694,7 +694,7 @@ TEST(RadixFixedPoint, PatternOfWholeDigitsComesBack) {
     });
 }
 
-TEST(RadixFixedPoint, RejectsMalformedDescriptions) {
+TEST(RadixFixedPoint, rejects_malformed_descriptions) {
     for (const char* const description :
          { "", ".", "s", "s.", "4", "4.", ".4", "s4", "s.4", "4.4.4", "4,4", "-4.4", "+4.4", "4.-4",
            " 4.4", "4.4 ", "4 .4", "u4.4", "S4.4", "ss4.4", "4.4s", "0x4.4", "0.0", "s0.4", "s0.0",
@@ -705,7 +705,7 @@ TEST(RadixFixedPoint, RejectsMalformedDescriptions) {
     }
 }
 
-TEST(RadixFixedPoint, DescriptionsUpTo65536BitsAreRead) {
+TEST(RadixFixedPoint, descriptions_up_to_65536_bits_are_read) {
     for (const char* const description : {"65535.0", "65536.0", "s65536.0", "32768.32768", "0.65536"}) {
         EXPECT_EQ("0", convert_fixed("0", kBinary, kFixed, description)) << description;
     }
@@ -714,7 +714,7 @@ TEST(RadixFixedPoint, DescriptionsUpTo65536BitsAreRead) {
     }
 }
 
-TEST(RadixFixedPoint, RejectsMalformedNumbers) {
+TEST(RadixFixedPoint, rejects_malformed_numbers) {
     for (const char* const number : { "", ".", "-", "-.", "1.", ".5", "-.5", "1.5.", "1..5", "1.5.5", "1,5",
                                       "+1", "--1", "1-", "1.-5", " 1", "1 ", "1e1", "0x1", "1_0", "1.5f",
                                       "0b1", "X", "1.X", "inf", "nan", "\xff" }) {
@@ -722,7 +722,7 @@ TEST(RadixFixedPoint, RejectsMalformedNumbers) {
     }
 }
 
-TEST(RadixFixedPoint, RejectsASignWithoutASignedDescription) {
+TEST(RadixFixedPoint, rejects_a_sign_without_a_signed_description) {
     expect_rows(std::vector<FixedRow>{
         { "-1",    kFixed,    kBinary, "4.4",  kFails },
         { "-0",    kFixed,    kBinary, "4.4",  kFails },
@@ -731,7 +731,7 @@ TEST(RadixFixedPoint, RejectsASignWithoutASignedDescription) {
     });
 }
 
-TEST(RadixFixedPoint, NeedsFixedPointOnOneSide) {
+TEST(RadixFixedPoint, needs_fixed_point_on_one_side) {
     expect_rows(std::vector<FixedRow>{
         { "1", kBinary,   kHex,      "4.4", kFails },
         { "1", kUnsigned, kUnsigned, "4.4", kFails },
@@ -742,7 +742,7 @@ TEST(RadixFixedPoint, NeedsFixedPointOnOneSide) {
 }
 // clang-format on
 
-TEST(RadixFixedPoint, EveryPatternComesBack) {
+TEST(RadixFixedPoint, every_pattern_comes_back) {
     for (const char* const description : {"8.0", "s8.0", "4.4", "s4.4", "0.8", "s1.7"}) {
         for (std::uint64_t pattern = 0; pattern < 256; ++pattern) {
             const std::string bits = binary_text(pattern, 8);
@@ -754,7 +754,7 @@ TEST(RadixFixedPoint, EveryPatternComesBack) {
     }
 }
 
-TEST(RadixFixedPoint, LongNumbersComeBack) {
+TEST(RadixFixedPoint, long_numbers_come_back) {
     const std::string bits = long_digits(20000, 2);
     const std::string number = convert_fixed(bits, kBinary, kFixed, "s5000.15000");
     EXPECT_EQ('-', number.front());

@@ -24,7 +24,7 @@ std::string problem_of(const Words& words) {
     return request.problem;
 }
 
-TEST(ReaderTest, PutsEveryWordWhereItsRowSays) {
+TEST(Reader, puts_every_word_where_its_row_says) {
     SampleProgram sample;
     const Request request = read(
         sample, {"draw", "-o", "out", "--index=i", "-I", "a", "-Ib", "a_file", "--width", "40",
@@ -43,7 +43,7 @@ TEST(ReaderTest, PutsEveryWordWhereItsRowSays) {
     EXPECT_EQ(sample.color, "always");
 }
 
-TEST(ReaderTest, LeavesAloneWhatIsNotGiven) {
+TEST(Reader, leaves_alone_what_is_not_given) {
     SampleProgram sample;
     EXPECT_EQ(read(sample, {"draw", "f"}).problem, "");
     EXPECT_EQ(sample.thing, "");
@@ -53,7 +53,7 @@ TEST(ReaderTest, LeavesAloneWhatIsNotGiven) {
     EXPECT_FALSE(sample.is_plain);
 }
 
-TEST(ReaderTest, AnArgumentTakesOnlyWordsThatItAccepts) {
+TEST(Reader, an_argument_takes_only_words_that_it_accepts) {
     SampleProgram sample;
     EXPECT_EQ(read(sample, {"draw", "x=y.xml", "A=1", "thing"}).problem, "");
     // The one that is required takes any word.
@@ -63,27 +63,27 @@ TEST(ReaderTest, AnArgumentTakesOnlyWordsThatItAccepts) {
     EXPECT_EQ(problem_of({"draw", "f", "thing", "A=1", "other"}), "unexpected argument 'other'");
 }
 
-TEST(ReaderTest, ARepeatedOptionTakesOneWordEachTime) {
+TEST(Reader, a_repeated_option_takes_one_word_each_time) {
     SampleProgram sample;
     EXPECT_EQ(read(sample, {"draw", "-I", "a", "f"}).problem, "");
     EXPECT_EQ(sample.folders, (Words{".", "a"}));
     EXPECT_EQ(sample.file, "f");
 }
 
-TEST(ReaderTest, CommonOptionsStandBeforeTheCommandToo) {
+TEST(Reader, common_options_stand_before_the_command_too) {
     SampleProgram sample;
     EXPECT_EQ(read(sample, {"--color", "never", "list", "w", "-"}).problem, "");
     EXPECT_EQ(sample.color, "never");
     EXPECT_EQ(sample.words, (Words{"w", "-"}));
 }
 
-TEST(ReaderTest, AWordAfterTwoHyphensIsNoOption) {
+TEST(Reader, a_word_after_two_hyphens_is_no_option) {
     SampleProgram sample;
     EXPECT_EQ(read(sample, {"list", "--", "--plain", "-x"}).problem, "");
     EXPECT_EQ(sample.words, (Words{"--plain", "-x"}));
 }
 
-TEST(ReaderTest, SaysWhatIsWrong) {
+TEST(Reader, says_what_is_wrong) {
     struct Row {
         Words words;
         const char* problem;
@@ -117,13 +117,13 @@ TEST(ReaderTest, SaysWhatIsWrong) {
     }
 }
 
-TEST(ReaderTest, TellsTheCommandOfWhichTheArgumentsAreWrong) {
+TEST(Reader, tells_the_command_of_which_the_arguments_are_wrong) {
     const SampleProgram sample;
     EXPECT_EQ(read(sample, {"draw"}).command, &sample.program.commands[0]);
     EXPECT_EQ(read(sample, {"drow"}).command, nullptr);
 }
 
-TEST(ReaderTest, AnswersHelpAndVersion) {
+TEST(Reader, answers_help_and_version) {
     const SampleProgram sample;
     EXPECT_EQ(read(sample, {"--version"}).answer, "tool 1.2\n");
     const std::string help = read(sample, {"--help"}).answer;

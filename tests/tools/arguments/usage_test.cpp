@@ -6,13 +6,13 @@
 
 namespace {
 
-TEST(UsageTest, OfTheProgramNamesTheCommandsThatAreShown) {
+TEST(Usage, of_the_program_names_the_commands_that_are_shown) {
     const SampleProgram sample;
     EXPECT_EQ(usage_of(sample.program),
               "tool draw|list ...; 'tool --help' says what each of them does");
 }
 
-TEST(UsageTest, ShowsEveryRowAsItMayBeWritten) {
+TEST(Usage, shows_every_row_as_it_may_be_written) {
     const SampleProgram sample;
     EXPECT_EQ(usage_of(sample.program, sample.program.commands[0]),
               "tool draw [-o FILE [--index FILE]] [-I DIR]... [--width COLUMNS] "
@@ -21,7 +21,7 @@ TEST(UsageTest, ShowsEveryRowAsItMayBeWritten) {
               "tool list [--color WHEN] WORD...");
 }
 
-TEST(UsageTest, ShowsRequiredOptionsAndChoicesAsTheyAre) {
+TEST(Usage, shows_required_options_and_choices_as_they_are) {
     SampleProgram sample;
     Command& list = sample.program.commands[1];
     std::string to;

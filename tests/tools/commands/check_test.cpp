@@ -12,7 +12,7 @@ bool contains(const std::string& text, const std::string& part) {
     return text.find(part) != std::string::npos;
 }
 
-TEST(CheckTest, TheExamplesAreClean) {
+TEST(Check, the_examples_are_clean) {
     const RunResult run = run_kivo(
         {"check", example("fifo_info.xml"), example("counter_info.xml"), example("ram_info.xml")});
     EXPECT_EQ(run.status, 0);
@@ -20,14 +20,14 @@ TEST(CheckTest, TheExamplesAreClean) {
     EXPECT_EQ(run.err, "3 files checked: no messages\n");
 }
 
-TEST(CheckTest, TheExamplesAreCleanWhereverTheProgramRuns) {
+TEST(Check, the_examples_are_clean_wherever_the_program_runs) {
     const TemporaryFolder elsewhere;
     const RunResult run =
         run_kivo({"check", example("fifo_info.xml")}, {.directory = elsewhere.path("")});
     EXPECT_EQ(run.status, 0) << run.err;
 }
 
-TEST(CheckTest, TheFaultyExampleGivesExactlyItsMessagesAndNotes) {
+TEST(Check, the_faulty_example_gives_exactly_its_messages_and_notes) {
     const std::string path = example("faulty_info.xml");
     const RunResult run = run_kivo({"check", path});
     EXPECT_EQ(run.status, 1);
@@ -95,7 +95,7 @@ TEST(CheckTest, TheFaultyExampleGivesExactlyItsMessagesAndNotes) {
     EXPECT_EQ(lines_of(run.err).back(), "1 file checked: 23 errors and 1 warning in 1 file");
 }
 
-TEST(CheckTest, TheSourceLineStandsBelowItsMessageWithAPointer) {
+TEST(Check, the_source_line_stands_below_its_message_with_a_pointer) {
     const TemporaryFolder folder;
     const std::string path = folder.write(
         "a_info.xml", with_sections("  <PORTS>\n\t<PORT TYPE=\"INPUT\"/>\n  </PORTS>"));
@@ -114,7 +114,7 @@ std::string excerpt_of(const std::string& sections) {
     return lines.size() < 3 ? "" : lines[1].substr(9) + '\n' + lines[2].substr(9);
 }
 
-TEST(CheckTest, TheAttributeOfAMessageIsUnderlined) {
+TEST(Check, the_attribute_of_a_message_is_underlined) {
     EXPECT_EQ(excerpt_of("<PORTS><PORT NAME='a' TYPE='IN' WIDTH='1'/></PORTS>"),
               "<PORTS><PORT NAME='a' TYPE='IN' WIDTH='1'/></PORTS>\n"
               "       ^              ~~~~~~~~~");
@@ -128,14 +128,14 @@ TEST(CheckTest, TheAttributeOfAMessageIsUnderlined) {
               "            ^     ~~~~~~~~");
 }
 
-TEST(CheckTest, ThePointerStandsBelowItsPlaceAfterTabsWideAndCombiningCharacters) {
+TEST(Check, the_pointer_stands_below_its_place_after_tabs_wide_and_combining_characters) {
     EXPECT_EQ(
         excerpt_of("<PORTS><!--\u5E45e\u0301\t--><PORT NAME='\u5E45' TYPE='IN\u5E45'/></PORTS>"),
         "<PORTS><!--\u5E45e\u0301 --><PORT NAME='\u5E45' TYPE='IN\u5E45'/></PORTS>\n" +
             std::string(18, ' ') + '^' + std::string(15, ' ') + std::string(11, '~'));
 }
 
-TEST(CheckTest, AnAttributeThatIsNotShownIsNotUnderlined) {
+TEST(Check, an_attribute_that_is_not_shown_is_not_underlined) {
     EXPECT_EQ(excerpt_of("<PORTS><PORT NAME='a'\n TYPE='IN'/></PORTS>"),
               "<PORTS><PORT NAME='a'\n       ^");
     const std::string line =
@@ -143,7 +143,7 @@ TEST(CheckTest, AnAttributeThatIsNotShownIsNotUnderlined) {
     EXPECT_FALSE(contains(line, "~")) << line;
 }
 
-TEST(CheckTest, ALongSourceLineIsCutAroundItsPlace) {
+TEST(Check, a_long_source_line_is_cut_around_its_place) {
     const TemporaryFolder folder;
     const std::string filler = "<!--" + std::string(5000, 'x') + "-->";
     const std::string path =
@@ -157,7 +157,7 @@ TEST(CheckTest, ALongSourceLineIsCutAroundItsPlace) {
     EXPECT_EQ(lines[2].find('^'), lines[1].find("<ODD/>")) << run.err;
 }
 
-TEST(CheckTest, ThePointerCountsCharactersAndEscapes) {
+TEST(Check, the_pointer_counts_characters_and_escapes) {
     const TemporaryFolder folder;
     const std::string path =
         folder.write("a_info.xml", "<ROOT><!-- \xC3\xA4\xC3\xB6 \xE9 \x7F --><ODD/></ROOT>");
@@ -167,7 +167,7 @@ TEST(CheckTest, ThePointerCountsCharactersAndEscapes) {
     EXPECT_EQ(lines[2].find('^'), lines[1].find("<ODD/>") - 2);
 }
 
-TEST(CheckTest, AMessageInAnIncludedFileNamesThatFile) {
+TEST(Check, a_message_in_an_included_file_names_that_file) {
     const TemporaryFolder folder;
     const std::string inner = folder.write("common.xml", with_sections("<INNER/>"));
     const std::string outer =
@@ -177,7 +177,7 @@ TEST(CheckTest, AMessageInAnIncludedFileNamesThatFile) {
     EXPECT_EQ(messages_in(run.err, inner).size(), 1U) << run.err;
 }
 
-TEST(CheckTest, BrokenXmlIsAMessageAndNoFailure) {
+TEST(Check, broken_xml_is_a_message_and_no_failure) {
     const TemporaryFolder folder;
     const std::string path = folder.write("a_info.xml", "<ROOT><PORTS></ROOT>");
     const RunResult run = run_kivo({"check", path});
@@ -185,7 +185,7 @@ TEST(CheckTest, BrokenXmlIsAMessageAndNoFailure) {
     EXPECT_TRUE(contains(run.err, "Invalid XML source file")) << run.err;
 }
 
-TEST(CheckTest, ControlCharactersOfADescriptionNeverReachTheTerminal) {
+TEST(Check, control_characters_of_a_description_never_reach_the_terminal) {
     const TemporaryFolder folder;
     const std::string path = folder.write(
         "a_info.xml", with_sections("<PORTS><PORT NAME=\"p&#27;[31m&#10;q&#x202E;r\xE9\" "
@@ -196,7 +196,7 @@ TEST(CheckTest, ControlCharactersOfADescriptionNeverReachTheTerminal) {
     EXPECT_EQ(run.err.find('\033'), std::string::npos);
 }
 
-TEST(CheckTest, FilesAreCheckedEachByItself) {
+TEST(Check, files_are_checked_each_by_itself) {
     const TemporaryFolder folder;
     const std::string first = folder.write("a_info.xml", with_sections("<ODD/>"));
     const std::string second = folder.write("b_info.xml", with_sections("<ODD/><ODDER/>"));
@@ -207,7 +207,7 @@ TEST(CheckTest, FilesAreCheckedEachByItself) {
     EXPECT_EQ(lines_of(run.err).back(), "3 files checked: 3 errors in 2 files");
 }
 
-TEST(CheckTest, AMissingFileIsNamedWithTheReason) {
+TEST(Check, a_missing_file_is_named_with_the_reason) {
     const TemporaryFolder folder;
     const std::string path = folder.path("none_info.xml");
     const RunResult run = run_kivo({"check", path});
@@ -217,7 +217,7 @@ TEST(CheckTest, AMissingFileIsNamedWithTheReason) {
               "kivo: error: cannot read '" + path + "': No such file or directory");
 }
 
-TEST(CheckTest, ADirectoryStandsForTheDescriptionsBelowIt) {
+TEST(Check, a_directory_stands_for_the_descriptions_below_it) {
     const TemporaryFolder folder;
     std::filesystem::create_directories(folder.path("b/deeper"));
     folder.write("c_info.xml", with_sections("<C/>"));
@@ -231,7 +231,7 @@ TEST(CheckTest, ADirectoryStandsForTheDescriptionsBelowIt) {
     EXPECT_EQ(lines_of(run.err).back(), "2 files checked: 2 errors in 2 files");
 }
 
-TEST(CheckTest, ADirectoryWithoutDescriptionsIsSaidSo) {
+TEST(Check, a_directory_without_descriptions_is_said_so) {
     const TemporaryFolder folder;
     folder.write("other.xml", with_sections("<OTHER/>"));
     const RunResult run = run_kivo({"check", folder.path("")});
@@ -240,7 +240,7 @@ TEST(CheckTest, ADirectoryWithoutDescriptionsIsSaidSo) {
                                              "': no file *_info.xml is below this directory");
 }
 
-TEST(CheckTest, StandardInputHasANameOfItsOwn) {
+TEST(Check, standard_input_has_a_name_of_its_own) {
     const RunResult run = run_kivo({"check", "-"}, {.input = "<ROOT><ODD/></ROOT>"});
     EXPECT_EQ(run.status, 1);
     EXPECT_EQ(run.err,
@@ -251,7 +251,7 @@ TEST(CheckTest, StandardInputHasANameOfItsOwn) {
               "1 file checked: 1 error in 1 file\n");
 }
 
-TEST(CheckTest, NoMessageTellsWhereStandardInputIsKept) {
+TEST(Check, no_message_tells_where_standard_input_is_kept) {
     const std::string broken = run_kivo({"check", "-"}, {.input = "<ROOT><A></ROOT>"}).err;
     EXPECT_TRUE(contains(broken, "Invalid XML source file <stdin> [invalid-file]")) << broken;
     EXPECT_TRUE(contains(broken, "<stdin>:1:12: error: line 1, column 12 of <stdin>: ")) << broken;
@@ -262,13 +262,13 @@ TEST(CheckTest, NoMessageTellsWhereStandardInputIsKept) {
     }
 }
 
-TEST(CheckTest, AWarningInStandardInputHasItsNameToo) {
+TEST(Check, a_warning_in_standard_input_has_its_name_too) {
     const RunResult run =
         run_kivo({"check", "-"}, {.input = with_sections("<RULES><RULE>a && b</RULE></RULES>")});
     EXPECT_EQ(messages_in(run.err, "<stdin>").size(), 1U) << run.err;
 }
 
-TEST(CheckTest, StandardInputIncludesFilesOfTheWorkingDirectory) {
+TEST(Check, standard_input_includes_files_of_the_working_directory) {
     const TemporaryFolder folder;
     folder.write("part.xml", with_sections("<INNER/>"));
     const RunResult run = run_kivo(
@@ -277,42 +277,42 @@ TEST(CheckTest, StandardInputIncludesFilesOfTheWorkingDirectory) {
     EXPECT_EQ(messages_in(run.err, "part.xml").size(), 1U) << run.err;
 }
 
-TEST(CheckTest, StandardInputStandsAmongFiles) {
+TEST(Check, standard_input_stands_among_files) {
     const RunResult run = run_kivo(
         {"check", example("ram_info.xml"), "-", example("fifo_info.xml")}, {.input = "<ROOT/>"});
     EXPECT_EQ(run.status, 0) << run.err;
     EXPECT_EQ(run.err, "3 files checked: no messages\n");
 }
 
-TEST(CheckTest, StandardInputIsReadOnce) {
+TEST(Check, standard_input_is_read_once) {
     const RunResult run = run_kivo({"check", "-", "-"}, {.input = "<ROOT/>"});
     EXPECT_EQ(run.status, 2);
     EXPECT_EQ(lines_of(run.err).size(), 1U) << run.err;
     EXPECT_TRUE(contains(run.err, "'-' is given more than once")) << run.err;
 }
 
-TEST(CheckTest, StandardInputThatCannotBeReadIsNamedWithTheReason) {
+TEST(Check, standard_input_that_cannot_be_read_is_named_with_the_reason) {
     const TemporaryFolder folder;
     const RunResult run = run_kivo({"check", "-"}, {.input_path = folder.path("")});
     EXPECT_EQ(run.status, 3);
     EXPECT_EQ(lines_of(run.err).front(), "kivo: error: cannot read '<stdin>': Is a directory");
 }
 
-TEST(CheckTest, AFileCalledLikeStandardInputIsReachedByItsDirectory) {
+TEST(Check, a_file_called_like_standard_input_is_reached_by_its_directory) {
     const TemporaryFolder folder;
     folder.write("-", with_sections("<ODD/>"));
     const RunResult run = run_kivo({"check", "./-"}, {.directory = folder.path("")});
     EXPECT_EQ(messages_in(run.err, "./-").size(), 1U) << run.err;
 }
 
-TEST(CheckTest, AnUnknownFormatIsAnsweredWithTheKnownOnes) {
+TEST(Check, an_unknown_format_is_answered_with_the_known_ones) {
     const RunResult run = run_kivo({"check", "--format", "xml", "a.xml"});
     EXPECT_EQ(run.status, 2);
     EXPECT_EQ(lines_of(run.err).size(), 1U) << run.err;
     EXPECT_TRUE(contains(run.err, "'text', 'json' or 'sarif'")) << run.err;
 }
 
-TEST(CheckTest, AFormatForProgramsLeavesTheErrorStreamEmpty) {
+TEST(Check, a_format_for_programs_leaves_the_error_stream_empty) {
     for (const char* const format : {"json", "sarif"}) {
         const RunResult run = run_kivo({"check", "--format", format, example("faulty_info.xml")});
         EXPECT_EQ(run.status, 1);
@@ -321,7 +321,7 @@ TEST(CheckTest, AFormatForProgramsLeavesTheErrorStreamEmpty) {
     }
 }
 
-TEST(CheckTest, TheOutputForProgramsCannotSteerATerminal) {
+TEST(Check, the_output_for_programs_cannot_steer_a_terminal) {
     const std::string text = with_sections(
         "<PARAMETERS><PARAMETER NAME='a' TYPE='\x7F\xC2\x9B\xE2\x80\xAE\xC3\xA4'/></PARAMETERS>");
     for (const char* const format : {"json", "sarif"}) {
@@ -331,7 +331,7 @@ TEST(CheckTest, TheOutputForProgramsCannotSteerATerminal) {
     }
 }
 
-TEST(CheckTest, AFileThatCannotBeReadIsInTheOutputForPrograms) {
+TEST(Check, a_file_that_cannot_be_read_is_in_the_output_for_programs) {
     for (const char* const format : {"json", "sarif"}) {
         const RunResult run = run_kivo({"check", "--format", format, "/none_info.xml"});
         EXPECT_EQ(run.status, 3);
@@ -341,7 +341,7 @@ TEST(CheckTest, AFileThatCannotBeReadIsInTheOutputForPrograms) {
     }
 }
 
-TEST(CheckTest, TheShapeOfTheJsonOutputIsConstant) {
+TEST(Check, the_shape_of_the_json_output_is_constant) {
     const RunResult run = run_kivo({"check", "--format", "json", "-"}, {.input = ""});
     EXPECT_EQ(run.out, R"({
   "version": 1,
@@ -375,7 +375,7 @@ TEST(CheckTest, TheShapeOfTheJsonOutputIsConstant) {
 )");
 }
 
-TEST(CheckTest, OutputThatCannotBeWrittenIsAnError) {
+TEST(Check, output_that_cannot_be_written_is_an_error) {
     for (const char* const format : {"json", "sarif"}) {
         const RunResult run = run_kivo({"check", "--format", format, example("faulty_info.xml")},
                                        {.out_path = "/dev/full"});
@@ -384,7 +384,7 @@ TEST(CheckTest, OutputThatCannotBeWrittenIsAnError) {
     }
 }
 
-TEST(CheckTest, AClashNamesTheFirstDeclaration) {
+TEST(Check, a_clash_names_the_first_declaration) {
     const TemporaryFolder folder;
     const std::string path = folder.write(
         "a_info.xml", with_sections("<PARAMETERS><PARAMETER NAME=\"A\" TYPE=\"INTEGER\"/>"
@@ -403,7 +403,7 @@ TEST(CheckTest, AClashNamesTheFirstDeclaration) {
                   "1 file checked: 1 error in 1 file\n");
 }
 
-TEST(CheckTest, AClashOfANameThatReadsLikeTheMessageNamesTheFirstDeclaration) {
+TEST(Check, a_clash_of_a_name_that_reads_like_the_message_names_the_first_declaration) {
     const TemporaryFolder folder;
     const std::string name = "A of different type B";
     const std::string path = folder.write(
@@ -416,7 +416,7 @@ TEST(CheckTest, AClashOfANameThatReadsLikeTheMessageNamesTheFirstDeclaration) {
     EXPECT_EQ(found[1], "2:13: note: first declared here");
 }
 
-TEST(CheckTest, AMisspeltWordNamesTheOneThatWasMeant) {
+TEST(Check, a_misspelt_word_names_the_one_that_was_meant) {
     const RunResult run = run_kivo({"check", "-"}, {.input = "<ROOT><PORST/></ROOT>"});
     EXPECT_EQ(run.err,
               "<stdin>:1:7: error: Main element tag PORST is not a valid recognized tag "
@@ -427,7 +427,7 @@ TEST(CheckTest, AMisspeltWordNamesTheOneThatWasMeant) {
               "1 file checked: 1 error in 1 file\n");
 }
 
-TEST(CheckTest, AWordThatIsLikeNoOtherNamesThoseThatAreKnown) {
+TEST(Check, a_word_that_is_like_no_other_names_those_that_are_known) {
     const RunResult run = run_kivo(
         {"check", "-"}, {.input = "<ROOT><PORTS><PORT NAME='start' TYPE='IN'/></PORTS></ROOT>"});
     EXPECT_TRUE(contains(run.err,
@@ -457,7 +457,7 @@ const std::string kWidthAndClock =
     "<PARAMETERS><PARAMETER NAME='WIDTH' TYPE='INTEGER'/></PARAMETERS>"
     "<PORTS><PORT NAME='clock' TYPE='INPUT'/></PORTS>";
 
-TEST(CheckTest, AMisspeltNameNamesTheDeclaredOneOfItsKind) {
+TEST(Check, a_misspelt_name_names_the_declared_one_of_its_kind) {
     const Notes width = {"did you mean \"WIDTH\"?"};
     for (const char* name : {"WITDH", "WIDT", "WIDTHS", "WIDTG", "width", "_WIDTH"}) {
         EXPECT_EQ(notes_of(kWidthAndClock + "<PARAMETER_RULES><PARAMETER NAME='" + name +
@@ -469,7 +469,7 @@ TEST(CheckTest, AMisspeltNameNamesTheDeclaredOneOfItsKind) {
               Notes{"did you mean \"clock\"?"});
 }
 
-TEST(CheckTest, ANameThatIsLikeNoneOfItsKindGetsNoNote) {
+TEST(Check, a_name_that_is_like_none_of_its_kind_gets_no_note) {
     for (const char* rules : {"<PORT_RULES><PORT NAME='WITDH'/></PORT_RULES>",
                               "<PARAMETER_RULES><PARAMETER NAME='DEPTH'/></PARAMETER_RULES>",
                               "<PARAMETER_RULES><PARAMETER NAME='WIHDT'/></PARAMETER_RULES>",
@@ -478,12 +478,12 @@ TEST(CheckTest, ANameThatIsLikeNoneOfItsKindGetsNoNote) {
     }
 }
 
-TEST(CheckTest, AnElementWithAWrongTypeDeclaresANameOfItsOwn) {
+TEST(Check, an_element_with_a_wrong_type_declares_a_name_of_its_own) {
     EXPECT_EQ(notes_of(kWidthAndClock + "<PORTS><PORT NAME='clock2' TYPE='IN'/></PORTS>"),
               Notes{"known here: BIDIR, BURIED, INPUT, OUTPUT"});
 }
 
-TEST(CheckTest, RulesBeforeTheDeclarationNameIt) {
+TEST(Check, rules_before_the_declaration_name_it) {
     const TemporaryFolder folder;
     const std::string path = folder.write(
         "a_info.xml",
@@ -493,7 +493,7 @@ TEST(CheckTest, RulesBeforeTheDeclarationNameIt) {
     EXPECT_EQ(found[1], "3:73: note: declared later, here");
 }
 
-TEST(CheckTest, ARepeatedAttributeNamesTheFirst) {
+TEST(Check, a_repeated_attribute_names_the_first) {
     const TemporaryFolder folder;
     const std::string path =
         folder.write("a_info.xml", "<ROOT>\n<RULES A='>' B = \"A='2'\"\n  A='3'/></ROOT>");
@@ -505,7 +505,7 @@ TEST(CheckTest, ARepeatedAttributeNamesTheFirst) {
     EXPECT_EQ(found[1], "2:8: note: first given here");
 }
 
-TEST(CheckTest, AFileThatTheLibraryReadsAlthoughItIsNoXmlGivesAWarning) {
+TEST(Check, a_file_that_the_library_reads_although_it_is_no_xml_gives_a_warning) {
     const TemporaryFolder folder;
     const std::string path =
         folder.write("a_info.xml", "<ROOT>\n  <RULES><RULE>a && b</RULE></RULES>\n</ROOT>");
@@ -520,7 +520,7 @@ TEST(CheckTest, AFileThatTheLibraryReadsAlthoughItIsNoXmlGivesAWarning) {
                   "1 file checked: 1 warning in 1 file\n");
 }
 
-TEST(CheckTest, IncludedFilesAreCheckedForStrictXmlOnce) {
+TEST(Check, included_files_are_checked_for_strict_xml_once) {
     const TemporaryFolder folder;
     const std::string inner =
         folder.write("part.xml", with_sections("<MSGS><MSG TYPE='INFO'>\n&nbsp;</MSG></MSGS>"));
@@ -532,7 +532,7 @@ TEST(CheckTest, IncludedFilesAreCheckedForStrictXmlOnce) {
     EXPECT_TRUE(contains(found[0], "3:1: warning: entity \"nbsp\" is not declared")) << found[0];
 }
 
-TEST(CheckTest, WhatTheLibrarySaysOfOneFileHidesNothingInAnother) {
+TEST(Check, what_the_library_says_of_one_file_hides_nothing_in_another) {
     const TemporaryFolder folder;
     const std::string broken = folder.write("broken.xml", "<ROOT><A></B></ROOT>");
     const std::string loose =
@@ -547,7 +547,7 @@ TEST(CheckTest, WhatTheLibrarySaysOfOneFileHidesNothingInAnother) {
     EXPECT_TRUE(contains(found[0], "[xml-raw-ampersand]")) << found[0];
 }
 
-TEST(CheckTest, WhatTheLibrarySaysIsNotSaidTwice) {
+TEST(Check, what_the_library_says_is_not_said_twice) {
     const std::vector<std::string> documents = {
         "",
         "<!-- nothing -->",
@@ -570,20 +570,20 @@ TEST(CheckTest, WhatTheLibrarySaysIsNotSaidTwice) {
     }
 }
 
-TEST(CheckTest, AnotherFaultInAFileThatTheLibraryCannotReadIsSaid) {
+TEST(Check, another_fault_in_a_file_that_the_library_cannot_read_is_said) {
     const RunResult run = run_kivo({"check", "-"}, {.input = "<ROOT>&\n<P></ROOT>"});
     EXPECT_TRUE(contains(run.err, "[xml-raw-ampersand]")) << run.err;
     EXPECT_TRUE(contains(run.err, "[xml-syntax]")) << run.err;
     EXPECT_EQ(lines_of(run.err).back(), "1 file checked: 2 errors and 1 warning in 1 file");
 }
 
-TEST(CheckTest, OtherCommandsDoNotWarnAboutStrictXml) {
+TEST(Check, other_commands_do_not_warn_about_strict_xml) {
     const TemporaryFolder folder;
     const std::string path = folder.write("a_info.xml", "<ROOT>&</ROOT>");
     EXPECT_EQ(run_kivo({"show", path}).err, "");
 }
 
-TEST(CheckTest, APlaceInAWideEncodingIsThatOfItsUtf8) {
+TEST(Check, a_place_in_a_wide_encoding_is_that_of_its_utf_8) {
     std::string document = "\xFF\xFE";
     for (const char letter : std::string_view("<ROOT><!--\xE4--><O/></ROOT>")) {
         document += {letter, '\0'};
@@ -597,7 +597,7 @@ TEST(CheckTest, APlaceInAWideEncodingIsThatOfItsUtf8) {
               "1 file checked: 1 error in 1 file\n");
 }
 
-TEST(CheckTest, APipeIsNotWaitedFor) {
+TEST(Check, a_pipe_is_not_waited_for) {
     const TemporaryFolder folder;
     const std::string path = folder.path("pipe");
     ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
@@ -606,7 +606,7 @@ TEST(CheckTest, APipeIsNotWaitedFor) {
     EXPECT_TRUE(contains(run.err, "it is not a regular file")) << run.err;
 }
 
-TEST(CheckTest, AFileWithoutPermissionIsNamedWithTheReason) {
+TEST(Check, a_file_without_permission_is_named_with_the_reason) {
     const TemporaryFolder folder;
     const std::string path = folder.write("a_info.xml", with_sections(""));
     ASSERT_EQ(chmod(path.c_str(), 0), 0);
@@ -618,7 +618,7 @@ TEST(CheckTest, AFileWithoutPermissionIsNamedWithTheReason) {
     EXPECT_TRUE(contains(run.err, "Permission denied")) << run.err;
 }
 
-TEST(CheckTest, AnUnreadableFileDoesNotStopTheOthers) {
+TEST(Check, an_unreadable_file_does_not_stop_the_others) {
     const TemporaryFolder folder;
     const std::string faulty = folder.write("a_info.xml", with_sections("<ODD/>"));
     const RunResult run = run_kivo({"check", folder.path("none"), faulty});
@@ -627,7 +627,7 @@ TEST(CheckTest, AnUnreadableFileDoesNotStopTheOthers) {
     EXPECT_EQ(lines_of(run.err).back(), "1 file checked: 1 error in 1 file; 1 could not be read");
 }
 
-TEST(CheckTest, AFileMayBeCalledLikeASubCommand) {
+TEST(Check, a_file_may_be_called_like_a_sub_command) {
     const TemporaryFolder folder;
     folder.write("show", with_sections(""));
     const RunResult run = run_kivo({"check", "show"}, {.directory = folder.path("")});
@@ -650,7 +650,7 @@ protected:
 constexpr const char* kWaiver =
     "[[waiver]]\nid = \"unread-text\"\nfile = \"a_info.xml\"\nreason = \"a note\"\n";
 
-TEST_F(CheckWarningTest, WhatVanishesIsAWarningWithItsPlace) {
+TEST_F(CheckWarningTest, what_vanishes_is_a_warning_with_its_place) {
     const RunResult run = check({});
     EXPECT_EQ(run.status, 1);
     EXPECT_EQ(run.err, path_ +
@@ -660,7 +660,7 @@ TEST_F(CheckWarningTest, WhatVanishesIsAWarningWithItsPlace) {
                            "1 file checked: 1 warning in 1 file\n");
 }
 
-TEST_F(CheckWarningTest, WarningsAreSwitched) {
+TEST_F(CheckWarningTest, warnings_are_switched) {
     EXPECT_EQ(check({"-W", "no-unread-text"}).status, 0);
     EXPECT_EQ(check({"-W", "no-unread-text", "-W", "all"}).status, 1);
     const RunResult run = check({"-W", "error=unread-text"});
@@ -668,13 +668,13 @@ TEST_F(CheckWarningTest, WarningsAreSwitched) {
     EXPECT_TRUE(contains(run.err, "1 file checked: 1 error in 1 file"));
 }
 
-TEST_F(CheckWarningTest, AnUnknownWarningIsWrongUsage) {
+TEST_F(CheckWarningTest, an_unknown_warning_is_wrong_usage) {
     const RunResult run = check({"-W", "no-unread-tex"});
     EXPECT_EQ(run.status, 2);
     EXPECT_TRUE(contains(run.err, "no warning 'unread-tex', perhaps 'unread-text'")) << run.err;
 }
 
-TEST_F(CheckWarningTest, TheExitStatusIsThatOfWhatTheRunShallFailOn) {
+TEST_F(CheckWarningTest, the_exit_status_is_that_of_what_the_run_shall_fail_on) {
     EXPECT_EQ(check({"--fail-on", "warning"}).status, 1);
     EXPECT_EQ(check({"--fail-on", "error"}).status, 0);
     EXPECT_EQ(check({"--fail-on", "error", "-W", "error=unread-text"}).status, 1);
@@ -682,14 +682,14 @@ TEST_F(CheckWarningTest, TheExitStatusIsThatOfWhatTheRunShallFailOn) {
     EXPECT_EQ(check({"--fail-on", "note"}).status, 2);
 }
 
-TEST_F(CheckWarningTest, AWaiverBesideTheDescriptionHoldsForGood) {
+TEST_F(CheckWarningTest, a_waiver_beside_the_description_holds_for_good) {
     folder_.write("kivo.toml", kWaiver);
     const RunResult run = check({});
     EXPECT_EQ(run.status, 0);
     EXPECT_EQ(run.err, "1 file checked: no messages\n");
 }
 
-TEST_F(CheckWarningTest, SettingsCanBeGiven) {
+TEST_F(CheckWarningTest, settings_can_be_given) {
     const TemporaryFolder elsewhere;
     const std::string settings =
         elsewhere.write("w.toml", "[[waiver]]\nid = \"unread-text\"\nfile = \"" + path_ +
@@ -702,7 +702,7 @@ TEST_F(CheckWarningTest, SettingsCanBeGiven) {
         << run.err;
 }
 
-TEST_F(CheckWarningTest, AWaiverWithNothingToWaiveIsTold) {
+TEST_F(CheckWarningTest, a_waiver_with_nothing_to_waive_is_told) {
     const std::string settings = folder_.write("kivo.toml", kWaiver);
     folder_.write("a_info.xml", with_sections("<PORTS/>"));
     const RunResult run = check({});
@@ -713,7 +713,7 @@ TEST_F(CheckWarningTest, AWaiverWithNothingToWaiveIsTold) {
     EXPECT_EQ(check({"-W", "no-unused-waiver"}).status, 0);
 }
 
-TEST_F(CheckWarningTest, JsonAndSarifTellThemLikeAllOthers) {
+TEST_F(CheckWarningTest, json_and_sarif_tell_them_like_all_others) {
     EXPECT_TRUE(contains(check({"--format", "json"}).out, "\"id\": \"unread-text\""));
     EXPECT_TRUE(contains(check({"--format", "sarif"}).out, "\"ruleId\": \"unread-text\""));
 }

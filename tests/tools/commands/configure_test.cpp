@@ -77,7 +77,7 @@ RunResult configure_from(const std::string& content, Words words = {}) {
 
 }  // namespace
 
-TEST(ConfigureTest, TheFifoAtItsDefaultsIsLegal) {
+TEST(Configure, the_fifo_at_its_defaults_is_legal) {
     const Json fifo = configured("fifo", {}, 0);
     EXPECT_EQ(fifo["format"], "kivo.configuration/1");
     EXPECT_TRUE(fifo["legal"]);
@@ -106,7 +106,7 @@ TEST(ConfigureTest, TheFifoAtItsDefaultsIsLegal) {
     EXPECT_EQ(named(fifo["maps"], "stream_buffer")["applies"], false);
 }
 
-TEST(ConfigureTest, AForceFollowsASetting) {
+TEST(Configure, a_force_follows_a_setting) {
     const Json fifo = configured("fifo", {"DEPTH=1024"}, 0);
     EXPECT_EQ(fifo["settings"], (Json{{"DEPTH", "1024"}}));
     EXPECT_EQ(named(fifo["parameters"], "DEPTH")["source"], "given");
@@ -117,7 +117,7 @@ TEST(ConfigureTest, AForceFollowsASetting) {
     EXPECT_EQ(named(fifo["maps"], "simple_fifo")["applies"], false);
 }
 
-TEST(ConfigureTest, EveryVerdictHasItsOwnPlace) {
+TEST(Configure, every_verdict_has_its_own_place) {
     EXPECT_EQ(verdicts_of(configured("fifo", {"DEPTH=128", "STORAGE=REGISTERS"}, 1)),
               Words{"out-of-range DEPTH 17"});
     EXPECT_EQ(verdicts_of(configured("fifo", {"DATA_WIDTH=200"}, 1)),
@@ -127,7 +127,50 @@ TEST(ConfigureTest, EveryVerdictHasItsOwnPlace) {
               (Words{"value-rule ALMOST_FULL_LEVEL 33", "rule  103", "message-error  118"}));
 }
 
-TEST(ConfigureTest, ALimitIsToldWithTheTextThatItComesFrom) {
+TEST(Configure, a_verdict_names_what_is_in_conflict_and_every_way_out) {
+    const Json fifo = configured("fifo", {"DEPTH=128", "STORAGE=REGISTERS"}, 1);
+    const Json& range = fifo["verdicts"][0];
+    EXPECT_EQ(range["conflict"], (Json{"DEPTH", "STORAGE"}));
+    Words texts;
+    for (const Json& repair : range["repairs"]) {
+        texts.push_back(repair["text"]);
+    }
+    EXPECT_EQ(texts, (Words{"STORAGE=AUTO", "STORAGE=BLOCK", "DEPTH=64"}));
+    EXPECT_EQ(range["repairs"][2]["set"], (Json{{"DEPTH", "64"}}));
+}
+
+TEST(Configure, the_text_tells_the_best_way_out_and_all_of_them_when_asked) {
+    const Words settings = {"DEPTH=128", "STORAGE=REGISTERS"};
+    const RunResult best = configure(example("fifo_info.xml"), settings);
+    EXPECT_TRUE(contains(best.out,
+                         "\n  conflict of: DEPTH=128 STORAGE=REGISTERS\n"
+                         "  would be legal with: STORAGE=AUTO\n"))
+        << best.out;
+    EXPECT_FALSE(contains(best.out, "\nWhy\n")) << best.out;
+    Words words = settings;
+    words.push_back("--repairs");
+    const RunResult all = configure(example("fifo_info.xml"), words);
+    EXPECT_TRUE(contains(all.out, "with: STORAGE=AUTO, or STORAGE=BLOCK, or DEPTH=64\n"))
+        << all.out;
+}
+
+TEST(Configure, why_says_what_decides_and_where_it_comes_from) {
+    const RunResult run = configure(example("ram_info.xml"),
+                                    {"BUS_STYLE=SHARED", "ADDRESS_WIDTH=13", "--why", "all"});
+    EXPECT_EQ(run.status, 1);
+    const std::size_t why = run.out.find("\nWhy\n");
+    ASSERT_NE(why, std::string::npos) << run.out;
+    for (const char* const part :
+         {"OUTPUT_REGISTER: its rule fails", "BLOCK_TYPE = LARGE", "forced, CAPACITY gt 65536",
+          "ADDRESS_WIDTH = 13  given", "BUS_STYLE = SHARED    given"}) {
+        EXPECT_NE(run.out.find(part, why), std::string::npos) << part << run.out;
+    }
+    const RunResult value = configure(example("fifo_info.xml"), {"DEPTH=1024", "--why", "STORAGE"});
+    EXPECT_EQ(value.status, 0);
+    EXPECT_TRUE(contains(value.out, "forced, DEPTH * DATA_WIDTH gt 4096")) << value.out;
+}
+
+TEST(Configure, a_limit_is_told_with_the_text_that_it_comes_from) {
     const Json fifo = configured("fifo", {"DEPTH=8"}, 1);
     EXPECT_EQ(verdicts_of(fifo), Words{"out-of-range ALMOST_FULL_LEVEL 32"});
     EXPECT_EQ(fifo["verdicts"][0]["text"],
@@ -136,7 +179,7 @@ TEST(ConfigureTest, ALimitIsToldWithTheTextThatItComesFrom) {
     EXPECT_EQ(fifo["verdicts"][0]["result"], "fails");
 }
 
-TEST(ConfigureTest, ARequestThatIsOverriddenIsLegalButNotGranted) {
+TEST(Configure, a_request_that_is_overridden_is_legal_but_not_granted) {
     const Json ram = configured("ram", {"DATA_WIDTH=18", "BYTE_ENABLES=ON"}, 1);
     EXPECT_TRUE(ram["legal"]);
     EXPECT_FALSE(ram["granted"]);
@@ -154,14 +197,14 @@ TEST(ConfigureTest, ARequestThatIsOverriddenIsLegalButNotGranted) {
     }
 }
 
-TEST(ConfigureTest, AdviceIsToldBesideTheErrors) {
+TEST(Configure, advice_is_told_beside_the_errors) {
     const Json counter = configured("counter", {"MODULUS=1"}, 1);
     EXPECT_FALSE(counter["legal"]);
     const Words verdicts = verdicts_of(counter);
     EXPECT_EQ(Words(verdicts.end() - 2, verdicts.end()), (Words{"rule  86", "advice  87"}));
 }
 
-TEST(ConfigureTest, PortsAreSetLikeParameters) {
+TEST(Configure, ports_are_set_like_parameters) {
     const Json counter = configured("counter", {"DIRECTION=PORT", "load=USED", "WIDTH=4"}, 0);
     EXPECT_EQ(named(counter["ports"], "up_down")["state"], "USED");
     EXPECT_EQ(named(counter["ports"], "up_down")["source"], "state");
@@ -177,7 +220,7 @@ TEST(ConfigureTest, PortsAreSetLikeParameters) {
     EXPECT_EQ(tied["settings"], (Json{{"offset", "CONSTANT:+07"}}));
 }
 
-TEST(ConfigureTest, NumbersKeepAllTheirDigits) {
+TEST(Configure, numbers_keep_all_their_digits) {
     configured("counter", {"WIDTH=64", "MODULUS=18446744073709551616"}, 0);
     const Json beyond = configured("counter", {"WIDTH=64", "MODULUS=18446744073709551617"}, 1);
     EXPECT_EQ(beyond["verdicts"][0]["text"],
@@ -185,7 +228,7 @@ TEST(ConfigureTest, NumbersKeepAllTheirDigits) {
               "WIDTH)");
 }
 
-TEST(ConfigureTest, TheTextShowsWhatTheJsonHolds) {
+TEST(Configure, the_text_shows_what_the_json_holds) {
     const RunResult run =
         configure(example("counter_info.xml"), {"DIRECTION=PORT", "load=USED", "WIDTH=4"});
     EXPECT_EQ(run.status, 0);
@@ -210,7 +253,7 @@ TEST(ConfigureTest, TheTextShowsWhatTheJsonHolds) {
     }
 }
 
-TEST(ConfigureTest, TheFirstLineSaysHowThingsStand) {
+TEST(Configure, the_first_line_says_how_things_stand) {
     const auto first = [](const Words& words) {
         return lines_of(configure(example("fifo_info.xml"), words).out)[0];
     };
@@ -221,7 +264,7 @@ TEST(ConfigureTest, TheFirstLineSaysHowThingsStand) {
               "fifo: legal, but not what was asked for");
 }
 
-TEST(ConfigureTest, AWrongNameOrValueIsAnsweredWithTheNearOne) {
+TEST(Configure, a_wrong_name_or_value_is_answered_with_the_near_one) {
     expect_refused({"DEPHT=4"}, 2, "no parameter or port is called 'DEPHT'; did you mean 'DEPTH'?");
     expect_refused({"xyzzy=4"}, 2, "no parameter or port is called 'xyzzy'");
     expect_refused({"=4"}, 2, "no parameter or port is called ''");
@@ -242,7 +285,7 @@ TEST(ConfigureTest, AWrongNameOrValueIsAnsweredWithTheNearOne) {
                    "no wizard map 'x'; the wizard maps are: 'simple_fifo', 'stream_buffer'");
 }
 
-TEST(ConfigureTest, WhatIsNoSettingIsRefused) {
+TEST(Configure, what_is_no_setting_is_refused) {
     expect_refused({"clock=UNUSED"}, 2, "'clock' is a port that is always used");
     expect_refused({"read_pointer=USED"}, 2, "'read_pointer' is a buried port and cannot be set");
     expect_refused({"full=CONSTANT"}, 2, "'full' is an output, which cannot be CONSTANT");
@@ -252,19 +295,19 @@ TEST(ConfigureTest, WhatIsNoSettingIsRefused) {
     EXPECT_EQ(named(shown["ports"], "used_words")["state"], "USED");
 }
 
-TEST(ConfigureTest, AValueBesideItsListIsToldWithTheNearItem) {
+TEST(Configure, a_value_beside_its_list_is_told_with_the_near_item) {
     const RunResult run = configure(example("fifo_info.xml"), {"STORAGE=BLOK"});
     EXPECT_EQ(run.status, 1);
     EXPECT_TRUE(contains(run.out, "[not-in-list]\n")) << run.out;
     EXPECT_TRUE(contains(run.out, "note: did you mean \"BLOCK\"?\n")) << run.out;
 }
 
-TEST(ConfigureTest, OfTwoSettingsOfOneNameTheLaterCounts) {
+TEST(Configure, of_two_settings_of_one_name_the_later_counts) {
     EXPECT_EQ(configured("fifo", {"DEPTH=8", "DEPTH=32"}, 0)["settings"], (Json{{"DEPTH", "32"}}));
     EXPECT_EQ(configured("ram", {"INIT_FILE=a=b"}, 0)["settings"], (Json{{"INIT_FILE", "a=b"}}));
 }
 
-TEST(ConfigureTest, AMapGivesPresetsBelowTheUser) {
+TEST(Configure, a_map_gives_presets_below_the_user) {
     const Json map = configured("counter", {"--wizard", "clock_divider"}, 0);
     EXPECT_EQ(map["map"], "clock_divider");
     EXPECT_EQ(map["settings"], Json::object());
@@ -274,14 +317,14 @@ TEST(ConfigureTest, AMapGivesPresetsBelowTheUser) {
     EXPECT_EQ(named(given["parameters"], "MODULUS")["value"], "6");
 }
 
-TEST(ConfigureTest, AMapThatDoesNotApplyIsWarnedOf) {
+TEST(Configure, a_map_that_does_not_apply_is_warned_of) {
     const RunResult run = configure(example("ram_info.xml"), {"--wizard", "coefficient_store"});
     EXPECT_EQ(run.err,
               "kivo: warning: the condition of wizard map 'coefficient_store' does not hold\n");
     EXPECT_EQ(configure(example("ram_info.xml"), {"--wizard", "scratch_memory"}).err, "");
 }
 
-TEST(ConfigureTest, WhatWasAskedForIsReadBack) {
+TEST(Configure, what_was_asked_for_is_read_back) {
     const Words words = {"DATA_WIDTH=9", "used_words=USED", "--wizard", "simple_fifo"};
     const Json first = configured("fifo", words, 0);
     const RunResult again = configure_from(first.dump());
@@ -293,14 +336,14 @@ TEST(ConfigureTest, WhatWasAskedForIsReadBack) {
     EXPECT_EQ(other["map"], "simple_fifo");
 }
 
-TEST(ConfigureTest, OnlySettingsAndMapAreReadBack) {
+TEST(Configure, only_settings_and_map_are_read_back) {
     const RunResult run = configure_from(
         R"({"legal": 7, "parameters": [{"name": "DEPTH", "asked": "8"}], "map": null})");
     EXPECT_EQ(run.status, 0) << run.err;
     EXPECT_EQ(Json::parse(run.out)["settings"], Json::object());
 }
 
-TEST(ConfigureTest, AFileThatCannotBeReadBackIsAnsweredInOneLine) {
+TEST(Configure, a_file_that_cannot_be_read_back_is_answered_in_one_line) {
     struct Row {
         const char* content;
         int status;
@@ -333,7 +376,7 @@ TEST(ConfigureTest, AFileThatCannotBeReadBackIsAnsweredInOneLine) {
     expect_refused({"--from", "/"}, 3, "cannot read '/': Is a directory");
 }
 
-TEST(ConfigureTest, TheOutputGoesToAFile) {
+TEST(Configure, the_output_goes_to_a_file) {
     const TemporaryFolder folder;
     const std::string path = folder.path("out.json");
     const RunResult run =
@@ -349,7 +392,7 @@ TEST(ConfigureTest, TheOutputGoesToAFile) {
     EXPECT_EQ(configure(example("fifo_info.xml"), {"-o", folder.path("no/such")}).status, 3);
 }
 
-TEST(ConfigureTest, ADescriptionWithMessagesIsShownAllTheSame) {
+TEST(Configure, a_description_with_messages_is_shown_all_the_same) {
     const RunResult run = configure(example("faulty_info.xml"), {"--format", "json"});
     EXPECT_EQ(run.status, 1);
     EXPECT_FALSE(messages_in(run.err, example("faulty_info.xml")).empty());
@@ -357,7 +400,7 @@ TEST(ConfigureTest, ADescriptionWithMessagesIsShownAllTheSame) {
     EXPECT_EQ(configure("/no/such", {}).status, 3);
 }
 
-TEST(ConfigureTest, AFaultIsShownAtTheVeryCharacter) {
+TEST(Configure, a_fault_is_shown_at_the_very_character) {
     const TemporaryFolder folder;
     const std::string path = folder.write(
         "some_info.xml",

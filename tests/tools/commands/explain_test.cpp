@@ -14,7 +14,7 @@ bool contains(const std::string& text, const std::string& part) {
     return text.find(part) != std::string::npos;
 }
 
-TEST(ExplainTest, AMessageIsExplainedOnStandardOutput) {
+TEST(Explain, a_message_is_explained_on_standard_output) {
     const RunResult run = run_kivo({"explain", "unknown-section"});
     EXPECT_EQ(run.status, 0);
     EXPECT_EQ(run.err, "");
@@ -36,7 +36,7 @@ TEST(ExplainTest, AMessageIsExplainedOnStandardOutput) {
               "  </ROOT>\n");
 }
 
-TEST(ExplainTest, EveryMessageIsExplainedInLinesThatATerminalHolds) {
+TEST(Explain, every_message_is_explained_in_lines_that_a_terminal_holds) {
     for (const MessageDescription& row : message_catalogue()) {
         const RunResult run = run_kivo({"explain", std::string(row.id)});
         EXPECT_EQ(run.status, 0) << row.id;
@@ -48,13 +48,13 @@ TEST(ExplainTest, EveryMessageIsExplainedInLinesThatATerminalHolds) {
     }
 }
 
-TEST(ExplainTest, SeveralMessagesAreExplainedInTheOrderGiven) {
+TEST(Explain, several_messages_are_explained_in_the_order_given) {
     const std::string first = run_kivo({"explain", "surplus-else"}).out;
     const std::string second = run_kivo({"explain", "no-root"}).out;
     EXPECT_EQ(run_kivo({"explain", "surplus-else", "no-root"}).out, first + "\n" + second);
 }
 
-TEST(ExplainTest, WithoutAnIdAllAreListedInOneLineEach) {
+TEST(Explain, without_an_id_all_are_listed_in_one_line_each) {
     const RunResult run = run_kivo({"explain"});
     EXPECT_EQ(run.status, 0);
     EXPECT_EQ(run.err, "");
@@ -73,7 +73,7 @@ TEST(ExplainTest, WithoutAnIdAllAreListedInOneLineEach) {
     EXPECT_FALSE(contains(run.out, "Tags are compared exactly"));
 }
 
-TEST(ExplainTest, AnUnknownIdIsWrongUsageAndTheNearestIsNamed) {
+TEST(Explain, an_unknown_id_is_wrong_usage_and_the_nearest_is_named) {
     const RunResult run = run_kivo({"explain", "no-root", "unknown-sektion"});
     EXPECT_EQ(run.status, 2);
     EXPECT_EQ(run.out, "");
@@ -84,7 +84,7 @@ TEST(ExplainTest, AnUnknownIdIsWrongUsageAndTheNearestIsNamed) {
         contains(run_kivo({"explain", "Surplus_Else"}).err, "perhaps 'surplus-else'; usage"));
 }
 
-TEST(ExplainTest, NothingIsNamedForAnIdThatIsLikeNone) {
+TEST(Explain, nothing_is_named_for_an_id_that_is_like_none) {
     for (const std::string id : {"", "x", "something-else-altogether", "PARAMETRS"}) {
         const RunResult run = run_kivo({"explain", id});
         EXPECT_EQ(run.status, 2) << id;
@@ -93,26 +93,26 @@ TEST(ExplainTest, NothingIsNamedForAnIdThatIsLikeNone) {
     }
 }
 
-TEST(ExplainTest, ControlCharactersOfAnIdAreEscaped) {
+TEST(Explain, control_characters_of_an_id_are_escaped) {
     const RunResult run = run_kivo({"explain", "a\033[31m\nb"});
     EXPECT_EQ(run.status, 2);
     EXPECT_EQ(lines_of(run.err).size(), 1U) << run.err;
     EXPECT_TRUE(contains(run.err, "'a\\x1B[31m\\nb'")) << run.err;
 }
 
-TEST(ExplainTest, TheIdIsColouredOnRequest) {
+TEST(Explain, the_id_is_coloured_on_request) {
     EXPECT_TRUE(contains(run_kivo({"explain", "--color", "always", "no-root"}).out,
                          "\033[1mno-root\033[0m (error)\n"));
     EXPECT_FALSE(contains(run_kivo({"explain", "no-root"}).out, "\033"));
 }
 
-TEST(ExplainTest, AFullDeviceIsAnError) {
+TEST(Explain, a_full_device_is_an_error) {
     EXPECT_EQ(run_kivo({"explain"}, {.out_path = "/dev/full"}).status, 3);
     EXPECT_EQ(run_kivo({"explain", "no-root"}, {.out_path = "/dev/full"}).status, 3);
 }
 
 // What "kivo check" prints can be asked for.
-TEST(ExplainTest, EveryIdThatCheckPrintsIsKnown) {
+TEST(Explain, every_id_that_check_prints_is_known) {
     const RunResult run = run_kivo({"check", example("faulty_info.xml")});
     std::vector<std::string> arguments = {"explain"};
     for (const std::string& line : messages_in(run.err, example("faulty_info.xml"))) {

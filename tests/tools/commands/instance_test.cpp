@@ -33,7 +33,7 @@ void expect_refused(const std::string& name, const Words& words, const std::stri
 
 }  // namespace
 
-TEST(InstanceTest, TheFifoInVhdl) {
+TEST(Instance, the_fifo_in_vhdl) {
     const RunResult run = instance("fifo", {"DEPTH=1024", "--language", "vhdl"});
     EXPECT_EQ(run.status, 0);
     EXPECT_EQ(run.err, "");
@@ -62,7 +62,7 @@ TEST(InstanceTest, TheFifoInVhdl) {
               "  );\n");
 }
 
-TEST(InstanceTest, TheRamInVerilogTiesWhatIsNotConnected) {
+TEST(Instance, the_ram_in_verilog_ties_what_is_not_connected) {
     const RunResult run =
         instance("ram", {"byte_enable=CONSTANT:2", "--language", "verilog", "--label", "store"});
     EXPECT_EQ(run.status, 0) << run.err;
@@ -86,7 +86,7 @@ TEST(InstanceTest, TheRamInVerilogTiesWhatIsNotConnected) {
               ");\n");
 }
 
-TEST(InstanceTest, NothingIsWrittenUnlessItIsLegalAndAsAskedFor) {
+TEST(Instance, nothing_is_written_unless_it_is_legal_and_as_asked_for) {
     expect_refused("fifo", {"DEPTH=128", "STORAGE=REGISTERS"},
                    "fifo_info.xml:17:7: error: DEPTH is 128, and must be from 4 to 64 "
                    "[out-of-range]\n");
@@ -96,14 +96,14 @@ TEST(InstanceTest, NothingIsWrittenUnlessItIsLegalAndAsAskedFor) {
                    "kivo: error: no instance is written; --force writes it all the same\n");
 }
 
-TEST(InstanceTest, ForceWritesItAllTheSame) {
+TEST(Instance, force_writes_it_all_the_same) {
     const RunResult run = instance("fifo", {"DEPTH=8", "--language", "vhdl", "--force"});
     EXPECT_EQ(run.status, 1);
     EXPECT_TRUE(contains(run.out, "    DEPTH => 8,\n")) << run.out;
     EXPECT_TRUE(contains(run.err, "[out-of-range]")) << run.err;
 }
 
-TEST(InstanceTest, AValueThatVhdlCannotHoldIsRefusedThereAlone) {
+TEST(Instance, a_value_that_vhdl_cannot_hold_is_refused_there_alone) {
     const Words words = {"WIDTH=64", "MODULUS=18446744073709551616", "--language"};
     Words vhdl = words;
     vhdl.emplace_back("vhdl");
@@ -119,7 +119,7 @@ TEST(InstanceTest, AValueThatVhdlCannotHoldIsRefusedThereAlone) {
     EXPECT_EQ(instance("counter", verilog).status, 0);
 }
 
-TEST(InstanceTest, AMapNamesTheModuleAndLeavesOutPorts) {
+TEST(Instance, a_map_names_the_module_and_leaves_out_ports) {
     const RunResult run =
         instance("counter", {"--wizard", "clock_divider", "--language", "verilog"});
     EXPECT_EQ(run.status, 0) << run.err;
@@ -127,7 +127,7 @@ TEST(InstanceTest, AMapNamesTheModuleAndLeavesOutPorts) {
               " u1 (\n  .clock(clock),\n  .carry_out(carry_out)\n);\n");
 }
 
-TEST(InstanceTest, AFileWithoutTheUsualNameIsNoModule) {
+TEST(Instance, a_file_without_the_usual_name_is_no_module) {
     const TemporaryFolder folder;
     const std::string path = folder.write("odd.xml", with_sections(""));
     const RunResult run = run_kivo({"instance", path, "--language", "vhdl"});
@@ -135,14 +135,14 @@ TEST(InstanceTest, AFileWithoutTheUsualNameIsNoModule) {
     EXPECT_TRUE(contains(run.out, "u1 : odd;\n")) << run.out;
 }
 
-TEST(InstanceTest, TheLanguageIsNeededAndWrongNamesAreRefused) {
+TEST(Instance, the_language_is_needed_and_wrong_names_are_refused) {
     EXPECT_EQ(instance("fifo", {}).status, 2);
     EXPECT_EQ(instance("fifo", {"--language", "ada"}).status, 2);
     EXPECT_EQ(instance("fifo", {"DEPHT=8", "--language", "vhdl"}).status, 2);
     EXPECT_EQ(run_kivo({"instance", "/no/such", "--language", "vhdl"}).status, 3);
 }
 
-TEST(InstanceTest, SavedConfigurationsAndFilesServeToo) {
+TEST(Instance, saved_configurations_and_files_serve_too) {
     const TemporaryFolder folder;
     const std::string saved = folder.path("saved.json");
     run_kivo(

@@ -35,11 +35,11 @@ std::vector<std::string> section_titles(const std::string& text) {
     return titles;
 }
 
-TEST(ShowTest, AnEmptyDescriptionIsOnlyItsName) {
+TEST(Show, an_empty_description_is_only_its_name) {
     expect_shown("", "");
 }
 
-TEST(ShowTest, FunctionInformationIsShown) {
+TEST(Show, function_information_is_shown) {
     expect_shown(
         "<FUNCTION_INFORMATION><VHDL_LIBRARY NAME='ieee.all; work.pkg'/><START_TIME VALUE='-5'/>"
         "<TIME_SCALE VALUE='ns'/><TIME_DELTA VALUE='2'/></FUNCTION_INFORMATION>",
@@ -51,7 +51,7 @@ TEST(ShowTest, FunctionInformationIsShown) {
         "  Time delta          2\n");
 }
 
-TEST(ShowTest, ParametersHaveTheirRulesBelowThem) {
+TEST(Show, parameters_have_their_rules_below_them) {
     expect_shown(
         "<PARAMETERS>"
         "<PARAMETER NAME='WIDTH' TYPE='INTEGER' VALUE='8' CNX_TYPE='CONSTANT'>"
@@ -75,14 +75,14 @@ constexpr const char* kBeyondItsList =
     "<PARAMETERS><PARAMETER NAME='M' TYPE='STRING' VALUE='A;B' DEFAULT_VALUE_INDEX='7'/>"
     "</PARAMETERS>";
 
-TEST(ShowTest, ADefaultThatTheListDoesNotHaveIsItsIndex) {
+TEST(Show, a_default_that_the_list_does_not_have_is_its_index) {
     expect_shown(kBeyondItsList,
                  "\nParameters\n"
                  "  Name  Type    Default                              Values\n"
                  "  M     string  index 7 (the list has no such item)  A;B\n");
 }
 
-TEST(ShowTest, AListThatIsWiderThanItsColumnIsBrokenBetweenItsItems) {
+TEST(Show, a_list_that_is_wider_than_its_column_is_broken_between_its_items) {
     const std::string name(40, 'n');
     std::string list = "first";
     for (int item = 2; item < 9; ++item) {
@@ -98,7 +98,7 @@ TEST(ShowTest, AListThatIsWiderThanItsColumnIsBrokenBetweenItsItems) {
                      std::string(61, ' ') + "item_5;item_6;item_7;item_8\n");
 }
 
-TEST(ShowTest, ACellThatCannotBeBrokenMovesTheNextOne) {
+TEST(Show, a_cell_that_cannot_be_broken_moves_the_next_one) {
     const std::string name(60, 'n');
     const std::string value(60, 'v');
     const RunResult run =
@@ -107,7 +107,7 @@ TEST(ShowTest, ACellThatCannotBeBrokenMovesTheNextOne) {
     EXPECT_TRUE(contains(run.out, "  " + name + "  string  " + value + "  constant\n")) << run.out;
 }
 
-TEST(ShowTest, ColumnsAreAlignedByWhatATerminalShows) {
+TEST(Show, columns_are_aligned_by_what_a_terminal_shows) {
     expect_shown(
         "<PARAMETERS><PARAMETER NAME='\u5E45' TYPE='STRING' VALUE='\u5E7F\u6771'/>"
         "<PARAMETER NAME='e\u0301te\u0301' TYPE='STRING' VALUE='\U0001F600'/>"
@@ -119,7 +119,7 @@ TEST(ShowTest, ColumnsAreAlignedByWhatATerminalShows) {
         "  plain  integer  1\n");
 }
 
-TEST(ShowTest, PortsHaveTheirRulesBelowThem) {
+TEST(Show, ports_have_their_rules_below_them) {
     expect_shown(
         "<PORTS>"
         "<PORT NAME='clock' TYPE='INPUT' IS_CLOCK_PORT='TRUE' CLOCK_PERIOD='20'"
@@ -143,7 +143,7 @@ TEST(ShowTest, PortsHaveTheirRulesBelowThem) {
         "  r      buried         USED                               0\n");
 }
 
-TEST(ShowTest, HiddenParametersAndMacrosAreShown) {
+TEST(Show, hidden_parameters_and_macros_are_shown) {
     expect_shown(
         "<HIDDEN_PARAMETERS><PARAMETER NAME='H' VALUE='1'><FORCE_VALUE V='2' IF='A'/></PARAMETER>"
         "</HIDDEN_PARAMETERS>"
@@ -158,7 +158,7 @@ TEST(ShowTest, HiddenParametersAndMacrosAreShown) {
         "  M     a,b        a + b\n");
 }
 
-TEST(ShowTest, RulesAndMessagesAreShown) {
+TEST(Show, rules_and_messages_are_shown) {
     expect_shown(
         "<RULES><RULE>A gt 0</RULE><RULE REQUIRED_RULE='OFF'>B</RULE></RULES>"
         "<MESSAGES><MESSAGE TYPE='INFO'>hello</MESSAGE><MESSAGE TYPE='CRITICAL_WARNING'>"
@@ -175,7 +175,7 @@ TEST(ShowTest, RulesAndMessagesAreShown) {
         "      else: good\n");
 }
 
-TEST(ShowTest, VectorsHaveTheirStimulusAndDisplayFormats) {
+TEST(Show, vectors_have_their_stimulus_and_display_formats) {
     expect_shown(
         "<WAVE_DATA><WAVE NAME='w' MAX_TIME='100' TIME_STEP='10' INDEX='3'"
         " DISPLAY_TRUNCATION='LOW'><CAPTION>A wave</CAPTION><WAVE_CONDITION>E</WAVE_CONDITION>"
@@ -209,7 +209,7 @@ TEST(ShowTest, VectorsHaveTheirStimulusAndDisplayFormats) {
         "    Truncation  high\n");
 }
 
-TEST(ShowTest, WizardMapsAreShownWithGenericObjects) {
+TEST(Show, wizard_maps_are_shown_with_generic_objects) {
     expect_shown(
         "<WIZARD_DATA><PORT NAME='clock' TYPE='INPUT' IS_CLOCK_PORT='TRUE'/>"
         "<WIZARD_MAP NAME='m' WIZARD_NAME='Some wizard' MAP_CONSTANTS='ON'>"
@@ -227,7 +227,7 @@ TEST(ShowTest, WizardMapsAreShownWithGenericObjects) {
         "      clock  input    USED   clock\n");
 }
 
-TEST(ShowTest, HelpTextIsIndentedByItsConditions) {
+TEST(Show, help_text_is_indented_by_its_conditions) {
     expect_shown(
         "<HTML_TEXT><TITLE>T</TITLE><HEADER>H</HEADER><INTRO><T>one</T>"
         "<IF>A</IF><THEN><T>two</T><IF>B</IF><THEN>three</THEN><ELSE>four</ELSE></THEN>"
@@ -249,7 +249,7 @@ TEST(ShowTest, HelpTextIsIndentedByItsConditions) {
         "    six\n");
 }
 
-TEST(ShowTest, TheExamplesHaveEverySection) {
+TEST(Show, the_examples_have_every_section) {
     const std::vector<std::string> others = {"Function information",
                                              "Parameters",
                                              "Ports",
@@ -270,7 +270,7 @@ TEST(ShowTest, TheExamplesHaveEverySection) {
     }
 }
 
-TEST(ShowTest, TheExamplesFitTheirPage) {
+TEST(Show, the_examples_fit_their_page) {
     for (const std::string name : {"fifo", "counter", "ram"}) {
         for (const std::string& line :
              lines_of(run_kivo({"show", example(name + "_info.xml")}).out)) {
@@ -280,7 +280,7 @@ TEST(ShowTest, TheExamplesFitTheirPage) {
     }
 }
 
-TEST(ShowTest, AFaultyDescriptionIsShownAndItsMessagesReported) {
+TEST(Show, a_faulty_description_is_shown_and_its_messages_reported) {
     const std::string path = example("faulty_info.xml");
     const RunResult run = run_kivo({"show", path});
     EXPECT_EQ(run.status, 1);
@@ -288,14 +288,14 @@ TEST(ShowTest, AFaultyDescriptionIsShownAndItsMessagesReported) {
     EXPECT_TRUE(contains(run.out, "  WIDTH  integer  16\n")) << run.out;
 }
 
-TEST(ShowTest, AMissingFileIsAFailure) {
+TEST(Show, a_missing_file_is_a_failure) {
     const RunResult run = run_kivo({"show", "none_info.xml"});
     EXPECT_EQ(run.status, 3);
     EXPECT_EQ(run.out, "");
     EXPECT_EQ(run.err, "kivo: error: cannot read 'none_info.xml': No such file or directory\n");
 }
 
-TEST(ShowTest, ControlCharactersAreEscapedInEverySection) {
+TEST(Show, control_characters_are_escaped_in_every_section) {
     const std::string evil = "x&#27;[2J&#7;y";
     const RunResult run =
         show_sections("<FUNCTION_INFORMATION><TIME_SCALE VALUE='" + evil +
@@ -329,7 +329,7 @@ TEST(ShowTest, ControlCharactersAreEscapedInEverySection) {
     EXPECT_TRUE(contains(run.out, "x\\x1B[2J\\x07y")) << run.out;
 }
 
-TEST(ShowTest, ColumnsAreAlignedByCharacters) {
+TEST(Show, columns_are_aligned_by_characters) {
     expect_shown(
         "<HIDDEN_PARAMETERS><PARAMETER NAME='\xC3\xA4\xC3\xB6\xC3\xBC\xC3\x9F' VALUE='1'/>"
         "<PARAMETER NAME='abcd' VALUE='2'/></HIDDEN_PARAMETERS>",
@@ -339,7 +339,7 @@ TEST(ShowTest, ColumnsAreAlignedByCharacters) {
         "  abcd  2\n");
 }
 
-TEST(ShowTest, DeepNestingNeitherOverflowsNorOutgrowsThePage) {
+TEST(Show, deep_nesting_neither_overflows_nor_outgrows_the_page) {
     constexpr int kDepth = 20000;
     std::string text;
     for (int level = 0; level < kDepth; ++level) {
@@ -372,7 +372,7 @@ Json place(int line, int column) {
     return {{"file", "some_info.xml"}, {"line", line}, {"column", column}};
 }
 
-TEST(ShowTest, JsonOfAnEmptyDescriptionHasEveryKey) {
+TEST(Show, json_of_an_empty_description_has_every_key) {
     EXPECT_EQ(json_of("").dump(),
               R"({"version":2,"file":"some_info.xml","function_name":"some","vhdl_library":"",)"
               R"("simulation_library":"","time_scale":"","time_delta":"","start_time":0,)"
@@ -380,7 +380,7 @@ TEST(ShowTest, JsonOfAnEmptyDescriptionHasEveryKey) {
               R"("wizard_map_map":[],"html_text":null,"error_list":[]})");
 }
 
-TEST(ShowTest, JsonHoldsTheFunctionInformation) {
+TEST(Show, json_holds_the_function_information) {
     const Json json = json_of(
         "<FUNCTION_INFORMATION><VHDL_LIBRARY NAME='ieee.all; work.pkg'/><START_TIME VALUE='-5'/>"
         "<TIME_SCALE VALUE='10 ns'/><TIME_DELTA VALUE='2'/></FUNCTION_INFORMATION>");
@@ -391,7 +391,7 @@ TEST(ShowTest, JsonHoldsTheFunctionInformation) {
     EXPECT_EQ(json["time_delta"], "2");
 }
 
-TEST(ShowTest, JsonHoldsEveryFieldOfAnObject) {
+TEST(Show, json_holds_every_field_of_an_object) {
     const Json json = json_of(
         "<PORTS><PORT NAME='d' TYPE='INPUT' ASYNC='FALSE' WIDTH='W' WIDTH2D='2' USAGE='VARIABLE'"
         " DEFAULT_VALUE='7' INITIAL_VEC_STATE='1' HIGH_PROBABILITY='30' CLOCK_PERIOD='20'"
@@ -425,7 +425,7 @@ TEST(ShowTest, JsonHoldsEveryFieldOfAnObject) {
     EXPECT_EQ(json["object_map"], Json::array({port})) << json.dump(2);
 }
 
-TEST(ShowTest, JsonKeepsTheOrderOfTheFile) {
+TEST(Show, json_keeps_the_order_of_the_file) {
     const Json json = json_of(
         "<MACROS><MACRO NAME='z' DEFINITION='1'/></MACROS>"
         "<PORTS><PORT NAME='y' TYPE='BURIED'/><PORT NAME='a' TYPE='BIDIR'/></PORTS>"
@@ -447,7 +447,7 @@ TEST(ShowTest, JsonKeepsTheOrderOfTheFile) {
     EXPECT_EQ(json["object_map"][5]["is_lpm_hint"], true);
 }
 
-TEST(ShowTest, JsonHasNoDefaultWhereTheListDoesNotHaveIt) {
+TEST(Show, json_has_no_default_where_the_list_does_not_have_it) {
     const Json json = json_of(kBeyondItsList);
     EXPECT_EQ(json["object_map"][0]["default_index"], 7);
     EXPECT_TRUE(json["object_map"][0]["default"].is_null());
@@ -463,7 +463,7 @@ std::vector<std::string> kinds_of(const Json& rules) {
 
 using Kinds = std::vector<std::string>;
 
-TEST(ShowTest, JsonNamesTheKindOfEveryRule) {
+TEST(Show, json_names_the_kind_of_every_rule) {
     const Json json = json_of(
         "<PARAMETERS><PARAMETER NAME='p' TYPE='STRING'><FORCE_VALUE V='1' WHEN_CMD='C'/>"
         "<FORCE_RANGE MIN='1' MAX='2'/><FORCE_VALUE V='1'/><VALUE_RULE>p</VALUE_RULE></PARAMETER>"
@@ -482,7 +482,7 @@ TEST(ShowTest, JsonNamesTheKindOfEveryRule) {
     EXPECT_EQ(json["message_list"][1]["text1"], "b");
 }
 
-TEST(ShowTest, JsonHoldsVectors) {
+TEST(Show, json_holds_vectors) {
     const Json json = json_of(
         "<WAVE_DATA><WAVE NAME='w' MAX_TIME='100' TIME_STEP='10' INDEX='3'"
         " DISPLAY_TRUNCATION='LOW'><CAPTION>A wave</CAPTION><WAVE_CONDITION>E</WAVE_CONDITION>"
@@ -513,7 +513,7 @@ TEST(ShowTest, JsonHoldsVectors) {
     EXPECT_EQ(custom["stimulus_list"], Json::array());
 }
 
-TEST(ShowTest, JsonHoldsWizardMapsWithGenericObjects) {
+TEST(Show, json_holds_wizard_maps_with_generic_objects) {
     const Json json = json_of(
         "<WIZARD_DATA><PORT NAME='clock' TYPE='INPUT' IS_CLOCK_PORT='TRUE'/>"
         "<WIZARD_MAP NAME='m' WIZARD_NAME='Some wizard' MAP_CONSTANTS='ON'>"
@@ -530,7 +530,7 @@ TEST(ShowTest, JsonHoldsWizardMapsWithGenericObjects) {
     EXPECT_EQ(map["obj_map"][1]["is_clock"], true);
 }
 
-TEST(ShowTest, JsonListsThePiecesOfATextInReadingOrder) {
+TEST(Show, json_lists_the_pieces_of_a_text_in_reading_order) {
     const Json json = json_of(
         "<HTML_TEXT><TITLE>T</TITLE><HEADER>H</HEADER><INTRO><T>one</T>"
         "<IF>A</IF><THEN><T>two</T><IF>B</IF><THEN>three</THEN><ELSE>four</ELSE></THEN>"
@@ -555,7 +555,7 @@ TEST(ShowTest, JsonListsThePiecesOfATextInReadingOrder) {
               "-1 none: ?six:\n");
 }
 
-TEST(ShowTest, JsonOfDeepNestingIsFlat) {
+TEST(Show, json_of_deep_nesting_is_flat) {
     constexpr int kDepth = 20000;
     std::string text;
     for (int level = 0; level < kDepth; ++level) {
@@ -572,7 +572,7 @@ TEST(ShowTest, JsonOfDeepNestingIsFlat) {
     EXPECT_EQ(intro[kDepth]["parent"], kDepth - 1);
 }
 
-TEST(ShowTest, JsonHoldsTheMessagesWithIdsAndPlaces) {
+TEST(Show, json_holds_the_messages_with_ids_and_places) {
     const Json json = json_of("<REVISIONS/>\n <NEWS/>", 1);
     EXPECT_EQ(json["error_list"],
               Json::array({{{"id", "unknown-section"},
@@ -583,7 +583,7 @@ TEST(ShowTest, JsonHoldsTheMessagesWithIdsAndPlaces) {
                             {"place", place(3, 2)}}}));
 }
 
-TEST(ShowTest, JsonKeepsTextsAndIsPlainAscii) {
+TEST(Show, json_keeps_texts_and_is_plain_ascii) {
     const TemporaryFolder folder;
     const std::string path =
         folder.write("some_info.xml",
@@ -597,7 +597,7 @@ TEST(ShowTest, JsonKeepsTextsAndIsPlainAscii) {
               "\u00E4 \"\\\" <b> \x1B[2J\u009B\uFFFD");
 }
 
-TEST(ShowTest, AnUnknownFormatIsAnsweredWithTheKnownOnes) {
+TEST(Show, an_unknown_format_is_answered_with_the_known_ones) {
     const RunResult run = run_kivo({"show", "--format", "xml", example("fifo_info.xml")});
     EXPECT_EQ(run.status, 2);
     EXPECT_EQ(run.out, "");
@@ -605,7 +605,7 @@ TEST(ShowTest, AnUnknownFormatIsAnsweredWithTheKnownOnes) {
     EXPECT_TRUE(contains(run.err, "'text' or 'json' is wanted, not 'xml'")) << run.err;
 }
 
-TEST(ShowTest, JsonThatFindsNoRoomIsAFailure) {
+TEST(Show, json_that_finds_no_room_is_a_failure) {
     RunOptions options;
     options.out_path = "/dev/full";
     const RunResult run = run_kivo({"show", "--format", "json", example("fifo_info.xml")}, options);
@@ -613,7 +613,7 @@ TEST(ShowTest, JsonThatFindsNoRoomIsAFailure) {
     EXPECT_TRUE(contains(run.err, "No space left on device")) << run.err;
 }
 
-TEST(ShowTest, SettingsShowWhatTakesEffect) {
+TEST(Show, settings_show_what_takes_effect) {
     const RunResult run =
         run_kivo({"show", example("counter_info.xml"), "DIRECTION=PORT", "offset=CONSTANT:5"});
     EXPECT_EQ(run.status, 0);
@@ -629,7 +629,7 @@ TEST(ShowTest, SettingsShowWhatTakesEffect) {
     }
 }
 
-TEST(ShowTest, SettingsAreInTheJsonToo) {
+TEST(Show, settings_are_in_the_json_too) {
     const RunResult run =
         run_kivo({"show", example("fifo_info.xml"), "DEPTH=1024", "--format", "json"});
     const nlohmann::json document = nlohmann::json::parse(run.out);
@@ -645,7 +645,7 @@ TEST(ShowTest, SettingsAreInTheJsonToo) {
     }
 }
 
-TEST(ShowTest, SettingsThatAreWrongOrNotLegalAreTold) {
+TEST(Show, settings_that_are_wrong_or_not_legal_are_told) {
     const RunResult wrong = run_kivo({"show", example("fifo_info.xml"), "DEPHT=8"});
     EXPECT_EQ(wrong.status, 2);
     EXPECT_EQ(wrong.out, "");

@@ -73,7 +73,7 @@ std::string written(const std::string& elements, const std::string& option) {
     return content_of(out);
 }
 
-TEST(WaveTest, DrawsLevelsValuesAndReleases) {
+TEST(Wave, draws_levels_values_and_releases) {
     EXPECT_EQ(
         draw("<STIM>force c 0 0,1 10,-r 20</STIM><STIM>force -hex d 0A 10,FF 20,-c 30</STIM>"),
         "w\n"
@@ -84,7 +84,7 @@ TEST(WaveTest, DrawsLevelsValuesAndReleases) {
         "        z released   . not driven yet\n");
 }
 
-TEST(WaveTest, DrawsInUnicodeUnderAUtf8Locale) {
+TEST(Wave, draws_in_unicode_under_a_utf_8_locale) {
     const RunResult run = run_kivo({"wave", example("ram_info.xml"), "shared_bus"}, in_utf8());
     EXPECT_EQ(run.status, 0) << run.err;
     EXPECT_TRUE(has(run.out, "dq[15:0]  ╳══CAFE═══╳═══1234═══╌╌╌╌")) << run.out;
@@ -108,7 +108,7 @@ std::string clock_of(int steps) {
                          "'><STIM>force c 0 0,1 1,-r 2</STIM></WAVE></WAVE_DATA>");
 }
 
-TEST(WaveTest, TheDrawingTakesTheColumnsThereAre) {
+TEST(Wave, the_drawing_takes_the_columns_there_are) {
     const TemporaryFolder folder;
     for (const int steps : {20, 30, 33, 47, 48, 49, 60, 99, 1000, 12345}) {
         const std::string description = folder.write("a_info.xml", clock_of(steps));
@@ -123,7 +123,7 @@ TEST(WaveTest, TheDrawingTakesTheColumnsThereAre) {
     }
 }
 
-TEST(WaveTest, StepsDifferByAColumnAtMost) {
+TEST(Wave, steps_differ_by_a_column_at_most) {
     const TemporaryFolder folder;
     const RunResult run = run_kivo({"wave", folder.write("a_info.xml", clock_of(36))});
     // 95 columns of 36 steps, two or three each; edges are drawn in the first one.
@@ -143,13 +143,13 @@ TEST(WaveTest, StepsDifferByAColumnAtMost) {
     EXPECT_GT(wide, narrow);
 }
 
-TEST(WaveTest, AStepIsAsLongAsItsValueNeeds) {
+TEST(Wave, a_step_is_as_long_as_its_value_needs) {
     const std::string drawing =
         draw("<STIM>force d -1234567 0,1 10</STIM><DISPLAY>add wave -signed d</DISPLAY>");
     EXPECT_TRUE(has(drawing, "d[21:0]  |-1234567=|==============1==============\n")) << drawing;
 }
 
-TEST(WaveTest, WideAndCombiningCharactersKeepTheRowsAligned) {
+TEST(Wave, wide_and_combining_characters_keep_the_rows_aligned) {
     const std::string drawing = draw_in_utf8(
         "<STIM>force \u5E45 0 0,1 20</STIM><STIM>force e\u0301t \u503C 0,x\u0301 20</STIM>"
         "<STIM>force plain 1 0</STIM>");
@@ -162,13 +162,13 @@ TEST(WaveTest, WideAndCombiningCharactersKeepTheRowsAligned) {
               "   ns  0\n");
 }
 
-TEST(WaveTest, InAsciiACharacterOfAnotherSetIsOneMark) {
+TEST(Wave, in_ascii_a_character_of_another_set_is_one_mark) {
     const std::string drawing = draw("<STIM>force \u5E45e\u0301 0 0</STIM>");
     EXPECT_TRUE(has(drawing, "??  ")) << drawing;
     EXPECT_FALSE(has(drawing, "???")) << drawing;
 }
 
-TEST(WaveTest, ALongNameIsCutByItsColumns) {
+TEST(Wave, a_long_name_is_cut_by_its_columns) {
     std::string name;
     for (int i = 0; i < 20; ++i) {
         name += "\u5E45";
@@ -186,7 +186,7 @@ std::string cramped(const std::string& cut_end, int max_time) {
                          "<DISPLAY>add wave -signed s</DISPLAY></WAVE></WAVE_DATA>");
 }
 
-TEST(WaveTest, AValueIsCutWhereNoWrongNumberCanBeRead) {
+TEST(Wave, a_value_is_cut_where_no_wrong_number_can_be_read) {
     const TemporaryFolder folder;
     const auto rows = [&](const char* cut_end) {
         // A column for each unit.
@@ -201,7 +201,7 @@ TEST(WaveTest, AValueIsCutWhereNoWrongNumberCanBeRead) {
     EXPECT_EQ(rows("LOW")[2], " s[7:0]  |=~=|64=|=~=|64=|=~=|64=|=~=|64=");
 }
 
-TEST(WaveTest, APictureCutsValuesAsATerminalDoes) {
+TEST(Wave, a_picture_cuts_values_as_a_terminal_does) {
     const TemporaryFolder folder;
     const std::string out = folder.path("a.svg");
     const auto values = [&](const char* cut_end) {
@@ -232,7 +232,7 @@ const std::string kFixedPointNotes[] = {
     "values of signal 'g' that the fixed-point format s4.4 cannot show are shown as written: "
     "'0b111111111111'"};
 
-TEST(WaveTest, AValueThatItsFixedPointFormatCannotShowIsTold) {
+TEST(Wave, a_value_that_its_fixed_point_format_cannot_show_is_told) {
     const TemporaryFolder folder;
     const std::string description = folder.write("a_info.xml", with_wave(kFixedPointValues));
     const RunResult run = run_kivo({"wave", description});
@@ -252,7 +252,7 @@ const std::string kWithWarnings = with_sections(
     "<STIM>force d 16 0</STIM>\n<STIM>frce d 1 10</STIM></WAVE>\n"
     "<WAVE NAME='v'><STIM>force d 1</STIM></WAVE></WAVE_DATA>");
 
-TEST(WaveTest, WhatIsWarnedOfAVectorIsSaidInTheWordsOfTheCheck) {
+TEST(Wave, what_is_warned_of_a_vector_is_said_in_the_words_of_the_check) {
     const TemporaryFolder folder;
     const std::string path = folder.write("a_info.xml", kWithWarnings);
     std::vector<std::string> expected = messages_in(run_kivo({"check", path}).err, path);
@@ -271,7 +271,7 @@ TEST(WaveTest, WhatIsWarnedOfAVectorIsSaidInTheWordsOfTheCheck) {
     EXPECT_EQ(messages_in(run_kivo({"wave", path, "w"}).err, path), expected);
 }
 
-TEST(WaveTest, APictureTellsTheWarningsOfItsVector) {
+TEST(Wave, a_picture_tells_the_warnings_of_its_vector) {
     const TemporaryFolder folder;
     const std::string path = folder.write("a_info.xml", kWithWarnings);
     const std::string svg = folder.path("a.svg");
@@ -290,7 +290,7 @@ TEST(WaveTest, APictureTellsTheWarningsOfItsVector) {
     EXPECT_FALSE(has(told, "has no time")) << told;
 }
 
-TEST(WaveTest, OfManyWarningsAPictureTellsTheFirst) {
+TEST(Wave, of_many_warnings_a_picture_tells_the_first) {
     const TemporaryFolder folder;
     std::string commands;
     for (int number = 0; number < 30; ++number) {
@@ -304,7 +304,7 @@ TEST(WaveTest, OfManyWarningsAPictureTellsTheFirst) {
     EXPECT_TRUE(has(told, "Note: 'kivo check' warns of 10 more.")) << told;
 }
 
-TEST(WaveTest, APictureIsAsWideAsItsValuesNeed) {
+TEST(Wave, a_picture_is_as_wide_as_its_values_need) {
     const auto texts_of = [](const std::string& option_value) {
         const std::string svg = written("<STIM>force -signed d " + option_value +
                                             " 0,1 10</STIM><STIM>force c 0 0,1 10,-r 20</STIM>"
@@ -320,7 +320,7 @@ TEST(WaveTest, APictureIsAsWideAsItsValuesNeed) {
     EXPECT_EQ(texts_of(number + number.substr(1) + number.substr(1)), "…");
 }
 
-TEST(WaveTest, APictureTellsItsNotesInTheSameWords) {
+TEST(Wave, a_picture_tells_its_notes_in_the_same_words) {
     const std::string svg = written(kFixedPointValues, "--svg");
     pugi::xml_document document;
     ASSERT_TRUE(document.load_string(svg.c_str())) << svg;
@@ -341,7 +341,7 @@ TEST(WaveTest, APictureTellsItsNotesInTheSameWords) {
     }
 }
 
-TEST(WaveTest, OfManyValuesThatAFormatCannotShowTheFirstAreNamed) {
+TEST(Wave, of_many_values_that_a_format_cannot_show_the_first_are_named) {
     const TemporaryFolder folder;
     const std::string description = folder.write(
         "a_info.xml", with_wave("<STIM>force -unsigned f 500 0,501 1,502 2,503 3,504 4</STIM>"
@@ -351,7 +351,7 @@ TEST(WaveTest, OfManyValuesThatAFormatCannotShowTheFirstAreNamed) {
               "shown as written: '500', '501', '502' and 2 more\n");
 }
 
-TEST(WaveTest, ANumberThatItsFixedPointFormatShowsUnchangedIsNoMatter) {
+TEST(Wave, a_number_that_its_fixed_point_format_shows_unchanged_is_no_matter) {
     const TemporaryFolder folder;
     const std::string description =
         folder.write("a_info.xml", with_wave("<STIM>force f 5 0,-5 10,0 20,-0 30</STIM>"
@@ -359,14 +359,14 @@ TEST(WaveTest, ANumberThatItsFixedPointFormatShowsUnchangedIsNoMatter) {
     EXPECT_EQ(run_kivo({"wave", description}).err, "");
 }
 
-TEST(WaveTest, WithoutAVectorDrawsAllOfThem) {
+TEST(Wave, without_a_vector_draws_all_of_them) {
     const RunResult run = run_kivo({"wave", example("fifo_info.xml")});
     EXPECT_EQ(run.status, 0) << run.err;
     EXPECT_LT(run.out.find("fill_and_drain - "), run.out.find("streaming - "));
     EXPECT_TRUE(has(run.out, "overflow"));
 }
 
-TEST(WaveTest, AFileNeedsOneVector) {
+TEST(Wave, a_file_needs_one_vector) {
     const TemporaryFolder folder;
     const std::string out = folder.path("out.svg");
     const RunResult run = run_kivo({"wave", example("fifo_info.xml"), "--svg", out});
@@ -375,7 +375,7 @@ TEST(WaveTest, AFileNeedsOneVector) {
     EXPECT_FALSE(std::filesystem::exists(out));
 }
 
-TEST(WaveTest, AnUnknownVectorIsAnsweredWithTheKnownOnes) {
+TEST(Wave, an_unknown_vector_is_answered_with_the_known_ones) {
     const RunResult run = run_kivo({"wave", example("fifo_info.xml"), "fill"});
     EXPECT_EQ(run.status, 1);
     EXPECT_TRUE(has(run.err, "no vector 'fill'; the vectors are: 'fill_and_drain'")) << run.err;
@@ -385,13 +385,13 @@ constexpr const char* kConditional =
     "<STIM>force a 0 0</STIM><IF>MODE == 1</IF><THEN><STIM>force d 5 0</STIM></THEN>"
     "<ELSE><STIM>force d 7 0</STIM></ELSE>";
 
-TEST(WaveTest, TheThenPartCountsUnlessElseNamesTheCondition) {
+TEST(Wave, the_then_part_counts_unless_else_names_the_condition) {
     EXPECT_TRUE(has(draw(kConditional), "=5=")) << draw(kConditional);
     const std::string otherwise = draw(kConditional, {"--else", "MODE == 1"});
     EXPECT_TRUE(has(otherwise, "=7=")) << otherwise;
 }
 
-TEST(WaveTest, AnUnknownConditionIsAnsweredWithTheKnownOnes) {
+TEST(Wave, an_unknown_condition_is_answered_with_the_known_ones) {
     const TemporaryFolder folder;
     const RunResult run = run_kivo(
         {"wave", folder.write("a_info.xml", with_wave(kConditional)), "--else", "MODE == 2"});
@@ -399,13 +399,13 @@ TEST(WaveTest, AnUnknownConditionIsAnsweredWithTheKnownOnes) {
     EXPECT_TRUE(has(run.err, "the conditions are: 'MODE == 1'")) << run.err;
 }
 
-TEST(WaveTest, OfSeveralCommandsOfASignalTheLastGoesFirst) {
+TEST(Wave, of_several_commands_of_a_signal_the_last_goes_first) {
     const std::string vcd =
         written("<STIM>force a 1 0,0 10,1 20</STIM><STIM>force a 0 20,1 30</STIM>", "--vcd");
     EXPECT_TRUE(has(vcd, "$dumpvars\n1!\n$end\n#10\n0!\n#30\n1!\n#40\n")) << vcd;
 }
 
-TEST(WaveTest, DumpHasWidthsReleasesAndUndrivenSignals) {
+TEST(Wave, dump_has_widths_releases_and_undriven_signals) {
     EXPECT_EQ(written("<STIM>force c 0 0,1 10,-r 20</STIM>"
                       "<STIM>force -hex d 0A 10,FF 20,-c 30</STIM>",
                       "--vcd"),
@@ -460,14 +460,14 @@ void expect_round_trip(const std::string& description, const std::string& vector
     EXPECT_EQ(changes_of(content_of(folder.path("b.vcd"))), changes) << vector;
 }
 
-TEST(WaveTest, OtherProgramsReadTheDump) {
+TEST(Wave, other_programs_read_the_dump) {
     expect_round_trip(example("fifo_info.xml"), "fill_and_drain");
     expect_round_trip(example("ram_info.xml"), "shared_bus");
     expect_round_trip(example("ram_info.xml"), "write_then_read");
     expect_round_trip(example("counter_info.xml"), "signed_offset");
 }
 
-TEST(WaveTest, SaveFileCarriesTheDisplayFormats) {
+TEST(Wave, save_file_carries_the_display_formats) {
     const TemporaryFolder folder;
     const std::string description = folder.write(
         "a_info.xml",
@@ -486,14 +486,14 @@ TEST(WaveTest, SaveFileCarriesTheDisplayFormats) {
         << saved;
 }
 
-TEST(WaveTest, SaveFileNeedsADump) {
+TEST(Wave, save_file_needs_a_dump) {
     const TemporaryFolder folder;
     const RunResult run =
         run_kivo({"wave", example("ram_info.xml"), "shared_bus", "--gtkw", folder.path("a.gtkw")});
     EXPECT_EQ(run.status, 2);
 }
 
-TEST(WaveTest, WaveJsonIsStrict) {
+TEST(Wave, wave_json_is_strict) {
     const std::string text =
         written("<STIM>force c 0 0,1 10,-r 20</STIM><STIM>force -hex d 0A 10,FF 20,-c 30</STIM>",
                 "--wavejson");
@@ -508,7 +508,7 @@ TEST(WaveTest, WaveJsonIsStrict) {
     EXPECT_EQ(json["foot"]["text"], "from 0 ns to 40 ns in steps of 10 ns");
 }
 
-TEST(WaveTest, SvgHasATitleTextAndNoReferenceToAnythingElse) {
+TEST(Wave, svg_has_a_title_text_and_no_reference_to_anything_else) {
     const std::string svg =
         written("<CAPTION>A bus</CAPTION><STIM>force -hex d CAFE 0</STIM>", "--svg");
     pugi::xml_document document;
@@ -564,7 +564,7 @@ std::vector<std::string> signals_of(const std::string& dump) {
     return signals;
 }
 
-TEST(WaveTest, TextsOfTheDescriptionCannotBreakOut) {
+TEST(Wave, texts_of_the_description_cannot_break_out) {
     const TemporaryFolder folder;
     const std::string description = folder.write("a_info.xml", hostile_description());
     const RunResult drawn = run_kivo({"wave", description}, in_utf8());
@@ -611,7 +611,7 @@ TEST(WaveTest, TextsOfTheDescriptionCannotBreakOut) {
     EXPECT_TRUE(has(json["head"]["text"], "</title><script>\"' & $end \\ \u009B31m\uFFFD"));
 }
 
-TEST(WaveTest, AFileThatCannotBeWrittenLeavesNothingBehind) {
+TEST(Wave, a_file_that_cannot_be_written_leaves_nothing_behind) {
     const TemporaryFolder folder;
     const std::string description =
         folder.write("a_info.xml", with_wave("<STIM>force a 1 0</STIM>"));
@@ -630,7 +630,7 @@ TEST(WaveTest, AFileThatCannotBeWrittenLeavesNothingBehind) {
     EXPECT_EQ(files_beside(description), 2U);
 }
 
-TEST(WaveTest, AMillionStepsAreDrawnAtOnce) {
+TEST(Wave, a_million_steps_are_drawn_at_once) {
     const TemporaryFolder folder;
     const std::string description = folder.write(
         "a_info.xml", with_sections("<WAVE_DATA><WAVE NAME='w' MAX_TIME='1000000'>"
@@ -647,7 +647,7 @@ std::string with_wide_port(const std::string& command, const std::string& max_ti
         max_time + "'><STIM>" + command + "</STIM></WAVE></WAVE_DATA>");
 }
 
-TEST(WaveTest, AVeryWidePortOfManyValuesIsAsWideAsTheValues) {
+TEST(Wave, a_very_wide_port_of_many_values_is_as_wide_as_the_values) {
     const TemporaryFolder folder;
     std::string command = "force d 0 0";
     for (int value = 1; value < 2000; ++value) {
@@ -664,7 +664,7 @@ TEST(WaveTest, AVeryWidePortOfManyValuesIsAsWideAsTheValues) {
     EXPECT_LT(std::filesystem::file_size(dump), 100'000U);
 }
 
-TEST(WaveTest, ADumpThatWouldFillADiskIsRefused) {
+TEST(Wave, a_dump_that_would_fill_a_disk_is_refused) {
     const TemporaryFolder folder;
     const std::string dump = folder.path("a.vcd");
     const RunResult run = run_kivo(
@@ -676,7 +676,7 @@ TEST(WaveTest, ADumpThatWouldFillADiskIsRefused) {
     EXPECT_EQ(files_beside(dump), 1U);
 }
 
-TEST(WaveTest, ATinyPeriodIsBoundedAndSaysSo) {
+TEST(Wave, a_tiny_period_is_bounded_and_says_so) {
     const TemporaryFolder folder;
     const std::string description = folder.write(
         "a_info.xml", with_sections("<WAVE_DATA><WAVE NAME='w' MAX_TIME='2000000000'>"
@@ -686,7 +686,7 @@ TEST(WaveTest, ATinyPeriodIsBoundedAndSaysSo) {
     EXPECT_TRUE(has(run.err, "only those up to 3999999 of 2000000000 are taken")) << run.err;
 }
 
-TEST(WaveTest, ManyVectorsOfManyTransitionsAreBoundedTogether) {
+TEST(Wave, many_vectors_of_many_transitions_are_bounded_together) {
     const TemporaryFolder folder;
     std::string waves;
     for (int number = 0; number < 100; ++number) {
@@ -702,7 +702,7 @@ TEST(WaveTest, ManyVectorsOfManyTransitionsAreBoundedTogether) {
     EXPECT_TRUE(has(run.err, "the last 96 of 100 vectors are left out")) << run.err;
 }
 
-TEST(WaveTest, NoOutputReplacesTheDescription) {
+TEST(Wave, no_output_replaces_the_description) {
     const TemporaryFolder folder;
     const std::string content = with_wave("<STIM>force a 1 0</STIM>");
     const std::string description = folder.write("a_info.xml", content);
@@ -718,7 +718,7 @@ TEST(WaveTest, NoOutputReplacesTheDescription) {
     EXPECT_EQ(content_of(description), content);
 }
 
-TEST(WaveTest, TwoOutputsNeedTwoFiles) {
+TEST(Wave, two_outputs_need_two_files) {
     const TemporaryFolder folder;
     const std::string description =
         folder.write("a_info.xml", with_wave("<STIM>force a 1 0</STIM>"));
@@ -732,7 +732,7 @@ TEST(WaveTest, TwoOutputsNeedTwoFiles) {
         run_kivo({"wave", description, "w", "--svg", "/dev/null", "--vcd", "/dev/null"}).status, 0);
 }
 
-TEST(WaveTest, AnOutputNeedsAName) {
+TEST(Wave, an_output_needs_a_name) {
     for (const std::string option : {"--svg", "--vcd", "--wavejson"}) {
         const RunResult run = run_kivo({"wave", example("fifo_info.xml"), option, ""});
         EXPECT_EQ(run.status, 2) << option;
@@ -760,7 +760,7 @@ RunResult draw_mode(const std::string& elements, const std::vector<std::string>&
     return run_kivo(arguments);
 }
 
-TEST(WaveTest, SettingsDecideConditionsAndWidths) {
+TEST(Wave, settings_decide_conditions_and_widths) {
     const RunResult first = draw_mode(kConditional, {"w", "MODE=1"});
     EXPECT_EQ(first.status, 0) << first.err;
     EXPECT_TRUE(has(first.out, "d[7:0]")) << first.out;
@@ -771,7 +771,7 @@ TEST(WaveTest, SettingsDecideConditionsAndWidths) {
     EXPECT_EQ(second.err, "");
 }
 
-TEST(WaveTest, OnlyTheVectorsThatApplyAreDrawn) {
+TEST(Wave, only_the_vectors_that_apply_are_drawn) {
     EXPECT_FALSE(has(draw_mode(kConditional, {"MODE=1"}).out, "applies if MODE == 2"));
     EXPECT_TRUE(has(draw_mode(kConditional, {"MODE=2"}).out, "applies if MODE == 2"));
     EXPECT_TRUE(has(draw_mode(kConditional, {}).out, "applies if MODE == 2"));
@@ -781,7 +781,7 @@ TEST(WaveTest, OnlyTheVectorsThatApplyAreDrawn) {
     EXPECT_EQ(run.err, "kivo: error: vector 'v' does not apply to this configuration\n");
 }
 
-TEST(WaveTest, AConditionThatIsNotDecidedIsNoted) {
+TEST(Wave, a_condition_that_is_not_decided_is_noted) {
     const RunResult run = draw_mode(
         "<IF>q == 1</IF><THEN><STIM>force d 5 0</STIM></THEN><ELSE><STIM>force d 7 0</STIM></ELSE>",
         {"w", "MODE=1"});
@@ -791,7 +791,7 @@ TEST(WaveTest, AConditionThatIsNotDecidedIsNoted) {
               "kivo: note: whether 'q == 1' holds is not decided: its THEN part is drawn\n");
 }
 
-TEST(WaveTest, SettingsThatAreWrongOrNotLegalAreTold) {
+TEST(Wave, settings_that_are_wrong_or_not_legal_are_told) {
     EXPECT_EQ(draw_mode(kConditional, {"MOD=1"}).status, 2);
     EXPECT_EQ(draw_mode(kConditional, {"MODE=1", "--else", "MODE == 1"}).status, 2);
     const RunResult run = draw_mode(kConditional, {"w", "MODE=0"});

@@ -41,7 +41,7 @@ struct DeclaredProgram {
     Program program;
 };
 
-TEST(ScopesTest, HoldWhatWasDeclared) {
+TEST(Scopes, hold_what_was_declared) {
     const DeclaredProgram declared;
     const std::vector<Scope> scopes = scopes_of(declared.program);
     ASSERT_EQ(scopes.size(), 2U);
@@ -61,7 +61,7 @@ TEST(ScopesTest, HoldWhatWasDeclared) {
     EXPECT_EQ(scopes[1].options[3]->names(), (std::vector<std::string>{"-I"}));
 }
 
-TEST(ManualTest, EscapesWhatRoffWouldTakeForItsOwn) {
+TEST(Manual, escapes_what_roff_would_take_for_its_own) {
     const DeclaredProgram declared;
     const std::string page = manual_page(declared.program);
     EXPECT_TRUE(contains(page, "\nIt\\(aqs [made]: of \\(aqC:\\ex\\(aq.\n")) << page;
@@ -78,7 +78,7 @@ TEST(ManualTest, EscapesWhatRoffWouldTakeForItsOwn) {
     EXPECT_FALSE(contains(page, "secret"));
 }
 
-TEST(CompletionTest, QuotesDescriptionsForZsh) {
+TEST(Completion, quotes_descriptions_for_zsh) {
     const DeclaredProgram declared;
     const std::string script = zsh_completion(declared.program);
     EXPECT_TRUE(contains(script, R"('make:It'\''s \[made\]\: of '\''C\:\\x'\''')")) << script;
@@ -87,7 +87,7 @@ TEST(CompletionTest, QuotesDescriptionsForZsh) {
     EXPECT_FALSE(contains(script, "secret"));
 }
 
-TEST(CompletionTest, QuotesDescriptionsForFish) {
+TEST(Completion, quotes_descriptions_for_fish) {
     const DeclaredProgram declared;
     const std::string script = fish_completion(declared.program);
     EXPECT_TRUE(contains(script, R"(-a make -d 'It\'s [made]: of \'C:\\x\'')")) << script;
@@ -96,7 +96,7 @@ TEST(CompletionTest, QuotesDescriptionsForFish) {
     EXPECT_FALSE(contains(script, "secret"));
 }
 
-TEST(CompletionTest, KnowsForBashWhichOptionsTakeAValue) {
+TEST(Completion, knows_for_bash_which_options_take_a_value) {
     const DeclaredProgram declared;
     const std::string script = bash_completion(declared.program);
     EXPECT_TRUE(contains(script, "'make -k' | 'make --kind' | 'make -I') option=$word ;;"))

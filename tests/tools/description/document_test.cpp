@@ -50,7 +50,7 @@ std::string part(const Parsed& parsed, const Place& place) {
     return from(parsed, *begin, *end - *begin);
 }
 
-TEST(DocumentTest, ElementsLieInTheOrderOfTheFile) {
+TEST(Document, elements_lie_in_the_order_of_the_file) {
     const Parsed parsed("<?xml version='1.0'?><!-- a --><ROOT><A><B/><C>x</C></A>\n<D/></ROOT>\n");
     std::string tags;
     for (const DocumentElement& element : parsed.document.elements()) {
@@ -61,7 +61,7 @@ TEST(DocumentTest, ElementsLieInTheOrderOfTheFile) {
     EXPECT_EQ(tags, "ROOT A B C D ");
 }
 
-TEST(DocumentTest, SubElementsAreWalkedAndKnowTheirParent) {
+TEST(Document, sub_elements_are_walked_and_know_their_parent) {
     const Parsed parsed("<ROOT><A><B/><C/></A><D/></ROOT>");
     const DocumentElement& root = root_of(parsed);
     std::string tags;
@@ -77,7 +77,7 @@ TEST(DocumentTest, SubElementsAreWalkedAndKnowTheirParent) {
     EXPECT_EQ(root.parent, nullptr);
 }
 
-TEST(DocumentTest, TextsAreWhatTheLibraryReads) {
+TEST(Document, texts_are_what_the_library_reads) {
     const Parsed parsed("<ROOT> <A>a<B> </B>b<![CDATA[&]]></A> <C/><D>\r\n&lt;</D></ROOT>");
     std::string texts;
     for (const DocumentElement& element : parsed.document.elements()) {
@@ -86,7 +86,7 @@ TEST(DocumentTest, TextsAreWhatTheLibraryReads) {
     EXPECT_EQ(texts, "ROOT\"\" A\"ab&\" B\" \" C\"\" D\"\n<\" ");
 }
 
-TEST(DocumentTest, AttributesAreFoundAsTheLibraryFindsThem) {
+TEST(Document, attributes_are_found_as_the_library_finds_them) {
     const Parsed parsed("<ROOT A='1' name='2' NAME='3' B='4' b='5'/>");
     const DocumentElement& root = root_of(parsed);
     EXPECT_EQ(root.attribute_count, 5U);
@@ -98,7 +98,7 @@ TEST(DocumentTest, AttributesAreFoundAsTheLibraryFindsThem) {
     EXPECT_EQ(from(parsed, root.attributes[1].name_offset, 4), "name");
 }
 
-TEST(DocumentTest, ElementsKnowWhoseTheyAre) {
+TEST(Document, elements_know_whose_they_are) {
     const Parsed parsed("<ROOT><A NAME='1'><B><C/></B><D NAME='2'/></A><E/></ROOT>");
     std::string names;
     for (const DocumentElement& element : parsed.document.elements()) {
@@ -109,26 +109,26 @@ TEST(DocumentTest, ElementsKnowWhoseTheyAre) {
     EXPECT_EQ(names, "ROOT: A:1 B:1 C:1 D:2 E: ");
 }
 
-TEST(DocumentTest, ATextThatTheParserRefusesHasNoElements) {
+TEST(Document, a_text_that_the_parser_refuses_has_no_elements) {
     EXPECT_EQ(Parsed("<ROOT><A></ROOT>").document.root(), nullptr);
     EXPECT_EQ(Parsed("").document.root(), nullptr);
     EXPECT_EQ(Parsed("<!-- nothing -->").document.root(), nullptr);
 }
 
-TEST(DocumentTest, EveryByteOfATextIsFoundInTheSource) {
+TEST(Document, every_byte_of_a_text_is_found_in_the_source) {
     const Parsed parsed("<ROOT>a&lt;b\r\nc&#176;d&#x2014;&nope;&#;&amp</ROOT>");
     EXPECT_EQ(bytes_in_source(parsed, root_of(parsed).text),
               "a|&lt;|b|\r\n|c||&#176;|d|||&#x2014;|&|n|o|p|e|;|&|#|;|&|a|m|p|<");
 }
 
-TEST(DocumentTest, EveryByteOfAValueIsFoundInTheSource) {
+TEST(Document, every_byte_of_a_value_is_found_in_the_source) {
     const Parsed parsed("<ROOT A='&quot;1\r\n\t&apos;'/>");
     const DocumentText& value = root_of(parsed).attributes[0].value;
     EXPECT_EQ(value.text, "\"1  '");
     EXPECT_EQ(bytes_in_source(parsed, value), "&quot;|1|\r\n|\t|&apos;|'");
 }
 
-TEST(DocumentTest, TextsOfSeveralRunsAreFoundInTheSource) {
+TEST(Document, texts_of_several_runs_are_found_in_the_source) {
     const Parsed parsed("<ROOT>a<!-- b -->c<![CDATA[&lt;]]>&lt;</ROOT>");
     const DocumentText& text = root_of(parsed).text;
     EXPECT_EQ(text.text, "ac&lt;<");
@@ -138,7 +138,7 @@ TEST(DocumentTest, TextsOfSeveralRunsAreFoundInTheSource) {
     EXPECT_EQ(from(parsed, parsed.document.source_offset(text, 7), 3), "</R");
 }
 
-TEST(DocumentTest, PlacesMayBeAskedForInAnyOrder) {
+TEST(Document, places_may_be_asked_for_in_any_order) {
     const Parsed parsed("<ROOT>&lt;&lt;&lt;x</ROOT>");
     const DocumentText& text = root_of(parsed).text;
     EXPECT_EQ(parsed.document.source_offset(text, 3), 18U);
@@ -146,7 +146,7 @@ TEST(DocumentTest, PlacesMayBeAskedForInAnyOrder) {
     EXPECT_EQ(parsed.document.source_offset(text, 2), 14U);
 }
 
-TEST(DocumentTest, PlacesOfPartsEndWithTheirLine) {
+TEST(Document, places_of_parts_end_with_their_line) {
     const Parsed parsed("<ROOT A='  b &amp; c '>\n  x\n  y\n</ROOT>");
     const DocumentElement& root = root_of(parsed);
     const Document& document = parsed.document;
@@ -158,7 +158,7 @@ TEST(DocumentTest, PlacesOfPartsEndWithTheirLine) {
     EXPECT_EQ(document.place(root.text, 7, 8).start->line, 3);
 }
 
-TEST(DocumentTest, PlacesEndWithTheirRun) {
+TEST(Document, places_end_with_their_run) {
     const Parsed parsed("<ROOT>a b<A/>c d</ROOT>");
     const DocumentText& text = root_of(parsed).text;
     EXPECT_EQ(text.text, "a bc d");
@@ -167,14 +167,14 @@ TEST(DocumentTest, PlacesEndWithTheirRun) {
     EXPECT_EQ(part(parsed, parsed.document.place(text, 3, 6)), "c d");
 }
 
-TEST(DocumentTest, PlacesOfEmptyTextsAreWhereTheyWouldStand) {
+TEST(Document, places_of_empty_texts_are_where_they_would_stand) {
     const Parsed parsed("<ROOT A=''> </ROOT>");
     const DocumentElement& root = root_of(parsed);
     EXPECT_EQ(parsed.document.place(root.attributes[0].value).start->column, 10);
     EXPECT_EQ(parsed.document.place(root.text).start->column, 12);
 }
 
-TEST(DocumentTest, DeepDocumentsTakeNoStack) {
+TEST(Document, deep_documents_take_no_stack) {
     std::string text;
     for (int depth = 0; depth < 200000; ++depth) {
         text += "<A>";
@@ -187,7 +187,7 @@ TEST(DocumentTest, DeepDocumentsTakeNoStack) {
     EXPECT_EQ(parsed.document.elements().size(), 200001U);
 }
 
-TEST(DocumentTest, AByteOrderMarkAndOtherEncodingsDoNotShiftPlaces) {
+TEST(Document, a_byte_order_mark_and_other_encodings_do_not_shift_places) {
     const Parsed marked("\xEF\xBB\xBF<ROOT>a</ROOT>");
     EXPECT_EQ(marked.document.place(root_of(marked).text).start->column, 7);
     using namespace std::string_literals;

@@ -27,11 +27,11 @@ std::string covered(const SourceText& source, std::size_t begin) {
     return std::string(source.text().substr(begin, *end - begin));
 }
 
-TEST_F(SourceTextTest, AFileThatIsNotThereIsEmpty) {
+TEST_F(SourceTextTest, a_file_that_is_not_there_is_empty) {
     EXPECT_EQ(SourceText(folder_.path("none")).text(), "");
 }
 
-TEST_F(SourceTextTest, LinesEndAsForTheLibrary) {
+TEST_F(SourceTextTest, lines_end_as_for_the_library) {
     const std::string text = "a\nbc\r\nd\re\n\r\n\rf";
     const SourceText file = source(text);
     const LineTable lines(text);
@@ -44,7 +44,7 @@ TEST_F(SourceTextTest, LinesEndAsForTheLibrary) {
     }
 }
 
-TEST_F(SourceTextTest, NoOffsetIsBeyondTheText) {
+TEST_F(SourceTextTest, no_offset_is_beyond_the_text) {
     const SourceText file = source("ab\nc");
     EXPECT_EQ(file.offset(2, 2), 4U);
     EXPECT_EQ(file.offset(2, 3), std::nullopt);
@@ -53,7 +53,7 @@ TEST_F(SourceTextTest, NoOffsetIsBeyondTheText) {
     EXPECT_EQ(file.offset(1, 0), std::nullopt);
 }
 
-TEST_F(SourceTextTest, CharactersAreCountedBesideBytes) {
+TEST_F(SourceTextTest, characters_are_counted_beside_bytes) {
     const SourceText file = source("\xC3\xA4\xF0\x9F\x98\x80\xFFx\n\xC3\xA4y");
     const Position x = *file.place("a", 7).start;
     EXPECT_EQ(std::tuple(x.line, x.column, x.character), std::tuple(1, 8, 4));
@@ -61,7 +61,7 @@ TEST_F(SourceTextTest, CharactersAreCountedBesideBytes) {
     EXPECT_EQ(std::tuple(y.line, y.column, y.character), std::tuple(2, 3, 2));
 }
 
-TEST_F(SourceTextTest, CharactersOfALongLineAreCountedRight) {
+TEST_F(SourceTextTest, characters_of_a_long_line_are_counted_right) {
     std::string text(4095, 'a');
     for (int i = 0; i < 5000; ++i) {
         text += "\xE2\x82\xAC";
@@ -74,7 +74,7 @@ TEST_F(SourceTextTest, CharactersOfALongLineAreCountedRight) {
     }
 }
 
-TEST_F(SourceTextTest, APlaceEndsBehindWhatStandsThere) {
+TEST_F(SourceTextTest, a_place_ends_behind_what_stands_there) {
     const std::string text = "<PORT NAME='a'></PORT><!-- c -->\xC3\xA4-b &x\n";
     const SourceText file = source(text);
     EXPECT_EQ(covered(file, 0), "<PORT");
@@ -87,20 +87,20 @@ TEST_F(SourceTextTest, APlaceEndsBehindWhatStandsThere) {
     EXPECT_EQ(covered(file, text.size()), "");
 }
 
-TEST_F(SourceTextTest, AByteOrderMarkDoesNotCount) {
+TEST_F(SourceTextTest, a_byte_order_mark_does_not_count) {
     const SourceText file = source("\xEF\xBB\xBF<R/>");
     EXPECT_EQ(file.text(), "<R/>");
     EXPECT_TRUE(file.is_known_utf8());
     EXPECT_FALSE(source("<R/>").is_known_utf8());
 }
 
-TEST_F(SourceTextTest, AWideTextIsReadAsUtf8) {
+TEST_F(SourceTextTest, a_wide_text_is_read_as_utf_8) {
     const SourceText file = source(std::string("\xFE\xFF\0<\0\xE4", 6));
     EXPECT_EQ(file.text(), "<\xC3\xA4");
     EXPECT_TRUE(file.is_known_utf8());
 }
 
-TEST_F(SourceTextTest, AnExcerptIsCutBetweenCharacters) {
+TEST_F(SourceTextTest, an_excerpt_is_cut_between_characters) {
     std::string text;
     for (int i = 0; i < 100; ++i) {
         text += "\xE2\x82\xAC";

@@ -6,7 +6,7 @@
 
 namespace {
 
-TEST(DocCellTest, WideWordsMayBeBrokenAfterTheirUnderscores) {
+TEST(DocCell, wide_words_may_be_broken_after_their_underscores) {
     EXPECT_EQ(code_cell("DATA_WIDTH"), "<code>DATA_WIDTH</code>");
     EXPECT_EQ(code_cell("UNDERFLOW_CHECKING"), "<code>UNDERFLOW_<wbr/>CHECKING</code>");
     EXPECT_EQ(code_cell("A_B <\nALMOST_EMPTY_LEVEL_"),
@@ -16,7 +16,7 @@ TEST(DocCellTest, WideWordsMayBeBrokenAfterTheirUnderscores) {
     EXPECT_EQ(text_cell(""), "");
 }
 
-TEST(DocCellTest, WordsThatHaveNoSuchPlaceMayBeBrokenAnywhere) {
+TEST(DocCell, words_that_have_no_such_place_may_be_broken_anywhere) {
     const std::string word(25, 'a');
     EXPECT_EQ(code_cell(word), "<code class=\"long\">" + word + "</code>");
     EXPECT_EQ(text_cell(word), "<span class=\"long\">" + word + "</span>");
@@ -37,7 +37,7 @@ std::string link(const std::string& id, const std::string& text) {
     return "<a href=\"#" + id + "\">" + text + "</a>";
 }
 
-TEST(DocCellTest, NamesInExpressionsLinkToWhatHasThem) {
+TEST(DocCell, names_in_expressions_link_to_what_has_them) {
     const PageNames names = some_names();
     EXPECT_EQ(expression_cell(names, "(DEPTH-1) gt write"),
               "<code>(" + link("parameter-DEPTH", "DEPTH") + "-1) gt " +
@@ -46,7 +46,7 @@ TEST(DocCellTest, NamesInExpressionsLinkToWhatHasThem) {
               "<code>force " + link("port-write", "write") + " 1</code>");
 }
 
-TEST(DocCellTest, TextsInQuotesAndPartsOfOtherNamesDoNotLink) {
+TEST(DocCell, texts_in_quotes_and_parts_of_other_names_do_not_link) {
     const PageNames names = some_names();
     EXPECT_EQ(expression_cell(names, "A == \"DEPTH or write\""),
               "<code>A == &quot;DEPTH or write&quot;</code>");
@@ -54,14 +54,14 @@ TEST(DocCellTest, TextsInQuotesAndPartsOfOtherNamesDoNotLink) {
               "<code>MAX_DEPTH depth DEPTH2</code>");
 }
 
-TEST(DocCellTest, InProseOnlyNamesLinkThatNoWordIs) {
+TEST(DocCell, in_prose_only_names_link_that_no_word_is) {
     const PageNames names = some_names();
     EXPECT_EQ(prose(names, "Write and write up to DEPTH words; see used_words."),
               "Write and write up to " + link("parameter-DEPTH", "DEPTH") + " words; see " +
                   link("port-used_words", "used_words") + ".");
 }
 
-TEST(DocCellTest, NamesThatNoIdCanHaveGetNumbers) {
+TEST(DocCell, names_that_no_id_can_have_get_numbers) {
     PageNames names;
     EXPECT_EQ(names.add("port", "data-in"), "port-1");
     EXPECT_EQ(names.add("port", "\xC3\xA4"), "port-2");
@@ -73,7 +73,7 @@ TEST(DocCellTest, NamesThatNoIdCanHaveGetNumbers) {
     EXPECT_EQ(names.find("absent"), nullptr);
 }
 
-TEST(DocCellTest, OfTwoThingsOfOneNameTheFirstIsMeant) {
+TEST(DocCell, of_two_things_of_one_name_the_first_is_meant) {
     PageNames names;
     names.add("port", "burst");
     EXPECT_EQ(names.add("waveform", "burst"), "waveform-burst");
@@ -84,7 +84,7 @@ std::string in_group(const std::string& digits) {
     return "<span class=\"group\">" + digits + "</span>";
 }
 
-TEST(DocCellTest, LongNumbersStandInGroupsThatCopyingLeavesOut) {
+TEST(DocCell, long_numbers_stand_in_groups_that_copying_leaves_out) {
     const PageNames none;
     EXPECT_EQ(expression_cell(none, "131072"), "<code>131" + in_group("072") + "</code>");
     EXPECT_EQ(expression_cell(none, "-1048576"),
@@ -94,7 +94,7 @@ TEST(DocCellTest, LongNumbersStandInGroupsThatCopyingLeavesOut) {
     EXPECT_EQ(command_cell(none, "force -bin d 00001111"), "<code>force -bin d 00001111</code>");
 }
 
-TEST(DocCellTest, TimesHaveGroupsAndTheirUnit) {
+TEST(DocCell, times_have_groups_and_their_unit) {
     EXPECT_EQ(time_cell(400, "ns"), "400 ns");
     EXPECT_EQ(time_cell(20000, "ns"), "20" + in_group("000") + " ns");
     EXPECT_EQ(time_cell(20000, "10 ns"), "20" + in_group("000"));

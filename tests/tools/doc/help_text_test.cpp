@@ -20,35 +20,35 @@ protected:
     }
 };
 
-TEST_F(HelpTextTest, PlainPiecesAreParagraphs) {
+TEST_F(HelpTextTest, plain_pieces_are_paragraphs) {
     EXPECT_EQ(introduction("<T>one</T><T>two\n   lines</T>"), "<p>one</p><p>two lines</p>");
 }
 
-TEST_F(HelpTextTest, BlankLinesSeparateParagraphs) {
+TEST_F(HelpTextTest, blank_lines_separate_paragraphs) {
     EXPECT_EQ(introduction("<T>\n one\n \n\n two\n</T>"), "<p>one</p><p>two</p>");
 }
 
-TEST_F(HelpTextTest, MarkupInATextIsShownAsText) {
+TEST_F(HelpTextTest, markup_in_a_text_is_shown_as_text) {
     EXPECT_EQ(introduction("<T>&lt;b&gt;bold&lt;/b&gt;</T>"), "<p>&lt;b&gt;bold&lt;/b&gt;</p>");
 }
 
-TEST_F(HelpTextTest, ConditionsStandBeforeTheirTexts) {
+TEST_F(HelpTextTest, conditions_stand_before_their_texts) {
     EXPECT_EQ(introduction("<IF>A</IF><THEN>x</THEN><ELSE>y</ELSE>"),
               "<div class=\"branch\"><p class=\"condition\">If <code>A</code></p><p>x</p></div>"
               "<div class=\"branch\"><p class=\"condition\">Otherwise</p><p>y</p></div>");
 }
 
-TEST_F(HelpTextTest, ATextThatOnlyHoldsOtherwise) {
+TEST_F(HelpTextTest, a_text_that_only_holds_otherwise) {
     EXPECT_EQ(introduction("<IF>A</IF><ELSE>y</ELSE>"),
               "<div class=\"branch\"><p class=\"condition\">Unless <code>A</code></p>"
               "<p>y</p></div>");
 }
 
-TEST_F(HelpTextTest, AConditionWithoutTextsIsNotShown) {
+TEST_F(HelpTextTest, a_condition_without_texts_is_not_shown) {
     EXPECT_EQ(introduction("<IF>A</IF><T>z</T>"), "<p>z</p>");
 }
 
-TEST_F(HelpTextTest, NestedTextsStandInTheirBranch) {
+TEST_F(HelpTextTest, nested_texts_stand_in_their_branch) {
     EXPECT_EQ(introduction("<IF>A</IF><THEN><T>x</T><IF>B</IF><THEN>y</THEN></THEN><ELSE>z</ELSE>"),
               "<div class=\"branch\"><p class=\"condition\">If <code>A</code></p><p>x</p>"
               "<div class=\"branch\"><p class=\"condition\">If <code>B</code></p><p>y</p></div>"
@@ -56,7 +56,7 @@ TEST_F(HelpTextTest, NestedTextsStandInTheirBranch) {
               "<div class=\"branch\"><p class=\"condition\">Otherwise</p><p>z</p></div>");
 }
 
-TEST_F(HelpTextTest, DeepNestingNeedsNoStack) {
+TEST_F(HelpTextTest, deep_nesting_needs_no_stack) {
     constexpr std::size_t kDepth = 20000;
     std::string text = "<T>bottom</T>";
     std::string front;

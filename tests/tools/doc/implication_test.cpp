@@ -19,19 +19,19 @@ std::vector<std::string> parts_of(std::string_view text) {
 
 using Parts = std::vector<std::string>;
 
-TEST(DocImplicationTest, TheThreeTextsOfAComposedConditionAreFound) {
+TEST(DocImplication, the_three_texts_of_a_composed_condition_are_found) {
     EXPECT_EQ(parts_of("( ( A) and ( B ) ) || ( !( A ) )"), (Parts{"A", "B", ""}));
     EXPECT_EQ(parts_of("( ( A) and ( B ) ) || ( !( A ) and ( C ) )"), (Parts{"A", "B", "C"}));
 }
 
-TEST(DocImplicationTest, PartsMayHoldTheSameWords) {
+TEST(DocImplication, parts_may_hold_the_same_words) {
     EXPECT_EQ(parts_of("( ( (X) and ( Y )) and ( B ) ) || ( !( (X) and ( Y ) ) )"),
               (Parts{"(X) and ( Y )", "B", ""}));
     EXPECT_EQ(parts_of("( ( A) and ( (X) and ( Y ) ) ) || ( !( A ) and ( C ) and ( D ) )"),
               (Parts{"A", "(X) and ( Y )", "C ) and ( D"}));
 }
 
-TEST(DocImplicationTest, OtherConditionsAreNone) {
+TEST(DocImplication, other_conditions_are_none) {
     for (const char* text :
          {"", "A", "( ( A) and ( B ) )", "( ( A) and ( B ) ) || ( !( C ) )", "( ( ) )", "( (  ) )",
           "( ( A) and ( B ) ) || ( !( A ) or ( C ) )", "( ( ) and ( ) )"}) {
@@ -41,7 +41,7 @@ TEST(DocImplicationTest, OtherConditionsAreNone) {
 
 class ValueRuleTest : public PageTest {};
 
-TEST_F(ValueRuleTest, SaysWhatIsRequiredWhenAndOtherwise) {
+TEST_F(ValueRuleTest, says_what_is_required_when_and_otherwise) {
     make_from(R"(<PARAMETERS><PARAMETER NAME="W" TYPE="INTEGER">
         <VALUE_RULE><IF>W gt 128</IF><THEN>S == "BLOCK"</THEN><ELSE>D lte 131072</ELSE></VALUE_RULE>
         <VALUE_RULE><IF>W gt 1</IF><THEN>D gt 2</THEN></VALUE_RULE>

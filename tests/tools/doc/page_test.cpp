@@ -10,7 +10,7 @@ namespace {
 
 const std::string kExamples = KIVO_EXAMPLES;
 
-TEST_F(PageTest, HasEverySectionOfACompleteDescription) {
+TEST_F(PageTest, has_every_section_of_a_complete_description) {
     for (const char* name : {"fifo", "counter", "ram"}) {
         make(kExamples + "/" + name + "_info.xml");
         EXPECT_EQ(texts_of("//section/h2"),
@@ -21,7 +21,7 @@ TEST_F(PageTest, HasEverySectionOfACompleteDescription) {
     }
 }
 
-TEST_F(PageTest, ContentsLinkToTheSections) {
+TEST_F(PageTest, contents_link_to_the_sections) {
     make(kExamples + "/fifo_info.xml");
     EXPECT_EQ(texts_of("//nav//a"), texts_of("//section/h2"));
     for (const pugi::xpath_node& link : document.select_nodes("//nav//a")) {
@@ -31,7 +31,7 @@ TEST_F(PageTest, ContentsLinkToTheSections) {
     }
 }
 
-TEST_F(PageTest, IsAPageForPhonesWithLanguageAndTitle) {
+TEST_F(PageTest, is_a_page_for_phones_with_language_and_title) {
     make(kExamples + "/fifo_info.xml");
     EXPECT_EQ(page.rfind("<!DOCTYPE html>\n<html lang=\"en\">", 0), 0U);
     EXPECT_EQ(texts_of("/html/head/title"), Texts{"Synchronous FIFO"});
@@ -42,7 +42,7 @@ TEST_F(PageTest, IsAPageForPhonesWithLanguageAndTitle) {
     EXPECT_TRUE(document.select_node("//meta[@charset='utf-8']"));
 }
 
-TEST_F(PageTest, EveryTableCanScroll) {
+TEST_F(PageTest, every_table_can_scroll) {
     make(kExamples + "/ram_info.xml");
     const auto tables = document.select_nodes("//table");
     EXPECT_GT(tables.size(), 8U);
@@ -51,14 +51,14 @@ TEST_F(PageTest, EveryTableCanScroll) {
     }
 }
 
-TEST_F(PageTest, StyleCoversPaperAndTheDark) {
+TEST_F(PageTest, style_covers_paper_and_the_dark) {
     make(kExamples + "/fifo_info.xml");
     const std::string style = document.select_node("/html/head/style").node().text().get();
     EXPECT_NE(style.find("@media print"), std::string::npos);
     EXPECT_NE(style.find("@media (prefers-color-scheme: dark)"), std::string::npos);
 }
 
-TEST_F(PageTest, NeedsNothingButItself) {
+TEST_F(PageTest, needs_nothing_but_itself) {
     const std::set<std::string> from_elsewhere = {"script", "link",   "img",   "iframe", "object",
                                                   "embed",  "source", "video", "base",   "use"};
     for (const char* name : {"fifo", "counter", "ram", "faulty"}) {
@@ -75,14 +75,14 @@ TEST_F(PageTest, NeedsNothingButItself) {
     }
 }
 
-TEST_F(PageTest, AnEmptyDescriptionGivesAPageThatSaysSo) {
+TEST_F(PageTest, an_empty_description_gives_a_page_that_says_so) {
     make_from("");
     EXPECT_EQ(texts_of("//h1"), Texts{"sample"});
     EXPECT_EQ(texts_of("//main"), Texts{"The description is empty."});
     EXPECT_FALSE(document.select_node("//nav"));
 }
 
-TEST_F(PageTest, ProblemsOfTheDescriptionAreListedWithTheirPlaces) {
+TEST_F(PageTest, problems_of_the_description_are_listed_with_their_places) {
     make_from("\n<REVISIONS/>");
     EXPECT_EQ(
         rows_of(section("problems")),
@@ -91,7 +91,7 @@ TEST_F(PageTest, ProblemsOfTheDescriptionAreListedWithTheirPlaces) {
                "Main element tag REVISIONS is not a valid recognized tag", "unknown-section"}}));
 }
 
-TEST_F(PageTest, ParametersShowTheirDefaultChoicesAndValueRules) {
+TEST_F(PageTest, parameters_show_their_default_choices_and_value_rules) {
     make_from(R"(<PARAMETERS>
         <PARAMETER NAME="W" TYPE="INTEGER" VALUE="8" CNX_TYPE="CONSTANT">
           <FORCE_RANGE MIN="1" MAX="64"/>
@@ -110,7 +110,7 @@ TEST_F(PageTest, ParametersShowTheirDefaultChoicesAndValueRules) {
                      "value UP when W gt 4, otherwise DOWN requires W lt 9"}}));
 }
 
-TEST_F(PageTest, ADefaultThatTheListDoesNotHaveIsItsIndex) {
+TEST_F(PageTest, a_default_that_the_list_does_not_have_is_its_index) {
     const std::map<std::string, std::string> defaults = {
         {"2", "index 2 (the list has no such item)"},
         {"2147483647", "index 2147483647 (the list has no such item)"},
@@ -125,7 +125,7 @@ TEST_F(PageTest, ADefaultThatTheListDoesNotHaveIsItsIndex) {
     }
 }
 
-TEST_F(PageTest, PortsShowWhatIsKnownOfEachKind) {
+TEST_F(PageTest, ports_show_what_is_known_of_each_kind) {
     make_from(R"(<PORTS>
         <PORT NAME="clk" TYPE="INPUT" IS_CLOCK_PORT="TRUE" CLOCK_PERIOD="20" CNX_TYPE="USED_PORT"/>
         <PORT NAME="d" TYPE="INPUT" ASYNC="FALSE" WIDTH="W" DEFAULT_VALUE="3"/>
@@ -146,7 +146,7 @@ TEST_F(PageTest, PortsShowWhatIsKnownOfEachKind) {
                     {"cells", "buried", "W \u00D7 N", "used", "", "", "0", "", "", ""}}));
 }
 
-TEST_F(PageTest, MacrosAndHiddenParametersHaveTheirTables) {
+TEST_F(PageTest, macros_and_hidden_parameters_have_their_tables) {
     make_from(R"(<HIDDEN_PARAMETERS><PARAMETER NAME="L" VALUE="5"/></HIDDEN_PARAMETERS>
         <MACROS><MACRO NAME="LOG" ARGUMENTS="n" DEFINITION="n * 2"/></MACROS>)");
     EXPECT_EQ(rows_of(section("hidden-parameters")), (Rows{{"Name", "Value"}, {"L", "5"}}));
@@ -154,7 +154,7 @@ TEST_F(PageTest, MacrosAndHiddenParametersHaveTheirTables) {
               (Rows{{"Name", "Arguments", "Definition"}, {"LOG", "n", "n * 2"}}));
 }
 
-TEST_F(PageTest, RulesStandInAllLanguages) {
+TEST_F(PageTest, rules_stand_in_all_languages) {
     make_from(R"(<PARAMETERS><PARAMETER NAME="W" TYPE="INTEGER">
           <VALUE_RULE>W gte 4</VALUE_RULE></PARAMETER></PARAMETERS>
         <RULES><RULE>A gt 1 and
@@ -175,7 +175,7 @@ TEST_F(PageTest, RulesStandInAllLanguages) {
     EXPECT_EQ(rows[1][5], "A > 1 && B < 2");
 }
 
-TEST_F(PageTest, MessagesAreOrderedBySeverity) {
+TEST_F(PageTest, messages_are_ordered_by_severity) {
     make_from(R"(<MESSAGES><MESSAGE TYPE="INFO">one</MESSAGE><MESSAGE TYPE="WARNING">two</MESSAGE>
         <MESSAGE TYPE="ERROR"><IF>A gt 1</IF><THEN>three</THEN><ELSE>four</ELSE></MESSAGE>
         <MESSAGE TYPE="CRITICAL_WARNING">five</MESSAGE><MESSAGE TYPE="INFO">six</MESSAGE>
@@ -186,7 +186,7 @@ TEST_F(PageTest, MessagesAreOrderedBySeverity) {
               (Texts{"If A gt 1", "three", "Otherwise", "four", "five", "two", "one", "six"}));
 }
 
-TEST_F(PageTest, WizardMapsShowTheirConditionAndObjects) {
+TEST_F(PageTest, wizard_maps_show_their_condition_and_objects) {
     make_from(R"(<WIZARD_DATA><WIZARD_MAP NAME="m" WIZARD_NAME="Small" MODULE_NAME="fifo"
           MAP_CONSTANTS="ON"><WIZARD_CONDITION>D lte 64</WIZARD_CONDITION>
         <PARAMETER NAME="D" TYPE="INTEGER" VALUE="16"/><PORT NAME="q" TYPE="OUTPUT" WIDTH="D"/>
@@ -199,7 +199,7 @@ TEST_F(PageTest, WizardMapsShowTheirConditionAndObjects) {
                                                      {"q", "output port", "", "D", "used"}}));
 }
 
-TEST_F(PageTest, WaveformsShowTheirTimingFormatsAndStimulus) {
+TEST_F(PageTest, waveforms_show_their_timing_formats_and_stimulus) {
     make_from(R"(<FUNCTION_INFORMATION><TIME_SCALE VALUE="ns"/></FUNCTION_INFORMATION><WAVE_DATA>
         <WAVE NAME="w" MAX_TIME="100" TIME_STEP="5"><CAPTION>A wave</CAPTION>
         <WAVE_CONDITION>D gt 1</WAVE_CONDITION><DESCRIPTION><T>It waves.</T></DESCRIPTION>
@@ -216,7 +216,7 @@ TEST_F(PageTest, WaveformsShowTheirTimingFormatsAndStimulus) {
                                                    {"force b 1 0", "X", "force b 0 0"}}));
 }
 
-TEST_F(PageTest, TimesOfAScaleWithANumberStandAlone) {
+TEST_F(PageTest, times_of_a_scale_with_a_number_stand_alone) {
     make_from(R"(<FUNCTION_INFORMATION><TIME_SCALE VALUE="10 ns"/></FUNCTION_INFORMATION><WAVE_DATA>
         <WAVE NAME="w" MAX_TIME="100" TIME_STEP="5"/></WAVE_DATA>)");
     EXPECT_EQ(texts_of("//section[@id='waveforms']//dd"), (Texts{"w", "100", "5"}));
@@ -242,7 +242,7 @@ Texts without_ranges(Texts labels) {
     return labels;
 }
 
-TEST_F(PageTest, EveryVectorHasAPictureWithARowForEachSignalThatItDrives) {
+TEST_F(PageTest, every_vector_has_a_picture_with_a_row_for_each_signal_that_it_drives) {
     for (const char* name : {"fifo", "counter", "ram"}) {
         const std::string path = kExamples + "/" + name + "_info.xml";
         make(path);
@@ -263,7 +263,7 @@ TEST_F(PageTest, EveryVectorHasAPictureWithARowForEachSignalThatItDrives) {
     }
 }
 
-TEST_F(PageTest, PicturesOfWavesAreNamedAndDescribed) {
+TEST_F(PageTest, pictures_of_waves_are_named_and_described) {
     make_from(R"(<WAVE_DATA><WAVE NAME="v" MAX_TIME="20"><CAPTION>A bus</CAPTION>
         <STIM>force -hex d CAFE 0</STIM></WAVE><WAVE NAME="w" MAX_TIME="20">
         <STIM>force a 1 0</STIM></WAVE></WAVE_DATA>)");
@@ -281,7 +281,7 @@ TEST_F(PageTest, PicturesOfWavesAreNamedAndDescribed) {
     EXPECT_EQ(page.find("<?xml"), std::string::npos);
 }
 
-TEST_F(PageTest, PicturesSayWhichConditionsTheyTakeAsTrue) {
+TEST_F(PageTest, pictures_say_which_conditions_they_take_as_true) {
     make_from(R"(<WAVE_DATA><WAVE NAME="w" MAX_TIME="20"><STIM>force a 1 0</STIM>
         <IF>X</IF><THEN><STIM>force d 5 0</STIM></THEN><ELSE><STIM>force d 7 0</STIM></ELSE>
         <IF>Y</IF><THEN><STIM>force e 6 0</STIM></THEN>
@@ -291,7 +291,7 @@ TEST_F(PageTest, PicturesSayWhichConditionsTheyTakeAsTrue) {
     EXPECT_EQ(texts_of("//div[@class='case']//text[@class='value']"), (Texts{"5", "6"}));
 }
 
-TEST_F(PageTest, TheOtherBranchOfEachConditionCanBeChosen) {
+TEST_F(PageTest, the_other_branch_of_each_condition_can_be_chosen) {
     make_from(R"(<WAVE_DATA><WAVE NAME="w" MAX_TIME="20"><STIM>force a 1 0</STIM>
         <IF>X</IF><THEN><STIM>force d 5 0</STIM></THEN><ELSE><STIM>force d 7 0</STIM></ELSE>
         <IF>Y</IF><THEN><STIM>force e 6 0</STIM></THEN></WAVE>
@@ -316,7 +316,7 @@ TEST_F(PageTest, TheOtherBranchOfEachConditionCanBeChosen) {
     EXPECT_EQ(document.select_nodes("//article[@id='waveform-plain']//input").size(), 0U);
 }
 
-TEST_F(PageTest, OfManyConditionsTheFirstAreDrawnAsNotHolding) {
+TEST_F(PageTest, of_many_conditions_the_first_are_drawn_as_not_holding) {
     std::string commands;
     for (int i = 0; i < 12; ++i) {
         commands += "<IF>X" + std::to_string(i) + "</IF><THEN><STIM>force s" + std::to_string(i) +
@@ -328,7 +328,7 @@ TEST_F(PageTest, OfManyConditionsTheFirstAreDrawnAsNotHolding) {
               Texts{"Note: only the first 8 of 12 conditions are drawn as not holding."});
 }
 
-TEST_F(PageTest, EveryObjectRuleAndWaveformHasAnAnchorAndEveryLinkItsTarget) {
+TEST_F(PageTest, every_object_rule_and_waveform_has_an_anchor_and_every_link_its_target) {
     for (const char* name : {"fifo", "counter", "ram", "faulty"}) {
         make(kExamples + "/" + name + "_info.xml");
         std::set<std::string> ids;
@@ -352,7 +352,7 @@ TEST_F(PageTest, EveryObjectRuleAndWaveformHasAnAnchorAndEveryLinkItsTarget) {
     }
 }
 
-TEST_F(PageTest, NamesInTextsLinkToWhatHasThem) {
+TEST_F(PageTest, names_in_texts_link_to_what_has_them) {
     make(kExamples + "/fifo_info.xml");
     const auto links = [this](const char* section) {
         return texts_of(("//section[@id='" + std::string(section) + "']//p//a").c_str());
@@ -366,7 +366,7 @@ TEST_F(PageTest, NamesInTextsLinkToWhatHasThem) {
         document.select_node("//article[@id='waveform-streaming']//a[@href='#port-clock']"));
 }
 
-TEST_F(PageTest, ADescriptionWithFindingsSaysSoAtItsTop) {
+TEST_F(PageTest, a_description_with_findings_says_so_at_its_top) {
     make_from("");
     EXPECT_FALSE(document.select_node("//p[starts-with(@class,'alert')]"));
     make_from("<REVISIONS/><PARAMETRS/>");
@@ -376,14 +376,14 @@ TEST_F(PageTest, ADescriptionWithFindingsSaysSoAtItsTop) {
     EXPECT_TRUE(document.select_node("//header/p/a[@href='#problems']"));
 }
 
-TEST_F(PageTest, PeriodsHaveTheirUnitAndLongNumbersGroups) {
+TEST_F(PageTest, periods_have_their_unit_and_long_numbers_groups) {
     make_from(R"(<FUNCTION_INFORMATION><TIME_SCALE VALUE="ps"/></FUNCTION_INFORMATION>
         <PORTS><PORT NAME="clk" TYPE="INPUT" IS_CLOCK_PORT="TRUE" CLOCK_PERIOD="20000"/></PORTS>)");
     EXPECT_EQ(rows_of(section("ports"))[1][4], "clock, period 20000 ps");
     EXPECT_EQ(texts_of("//section[@id='ports']//span[@class='group']"), Texts{"000"});
 }
 
-TEST_F(PageTest, AVectorThatCannotBeDrawnSaysWhy) {
+TEST_F(PageTest, a_vector_that_cannot_be_drawn_says_why) {
     make_from(R"(<WAVE_DATA><WAVE NAME="v" MAX_TIME="20"/><WAVE NAME="w" MAX_TIME="20">
         <STIM>force</STIM></WAVE></WAVE_DATA>)");
     EXPECT_FALSE(document.select_node("//svg"));
@@ -394,7 +394,7 @@ TEST_F(PageTest, AVectorThatCannotBeDrawnSaysWhy) {
                      "Note: sample_info.xml:2:15: the command names no signal."}));
 }
 
-TEST_F(PageTest, AValueThatItsFixedPointFormatCannotShowIsTold) {
+TEST_F(PageTest, a_value_that_its_fixed_point_format_cannot_show_is_told) {
     make_from(
         "<WAVE_DATA><WAVE NAME='w' MAX_TIME='9'><STIM>force f 5 0,1000 5</STIM>"
         "<DISPLAY>add wave -fixed_point(s4.4) f</DISPLAY></WAVE></WAVE_DATA>");
@@ -411,7 +411,7 @@ std::string busy_vector(const std::string& name, std::size_t signals, const std:
     return text + "</WAVE>";
 }
 
-TEST_F(PageTest, APictureOfTooManySignalsShowsTheFirst) {
+TEST_F(PageTest, a_picture_of_too_many_signals_shows_the_first) {
     make_from("<WAVE_DATA>" + busy_vector("w", 2000, "300") + "</WAVE_DATA>");
     const std::size_t rows = document.select_nodes("//svg[@class='wave']/g").size();
     EXPECT_GT(rows, 10U);
@@ -423,14 +423,14 @@ TEST_F(PageTest, APictureOfTooManySignalsShowsTheFirst) {
     EXPECT_LT(svg.attribute("height").as_double(), 34.0 * static_cast<double>(rows) + 100);
 }
 
-TEST_F(PageTest, TransitionsBeyondCountAreLeftOut) {
+TEST_F(PageTest, transitions_beyond_count_are_left_out) {
     make_from("<WAVE_DATA>" + busy_vector("w", 1, "2000000000") + "</WAVE_DATA>");
     EXPECT_EQ(texts_of("//p[@class='note']"),
               Texts{"Note: vector 'w' makes too many transitions: only those up to 999999 of "
                     "2000000000 are taken (at most 1000000 in all)."});
 }
 
-TEST_F(PageTest, PicturesOfManyVectorsAreBoundedTogether) {
+TEST_F(PageTest, pictures_of_many_vectors_are_bounded_together) {
     std::string vectors;
     for (int i = 0; i < 40; ++i) {
         vectors += busy_vector("v" + std::to_string(i), 20, "300");
@@ -497,7 +497,7 @@ constexpr const char* kHostileDescription = R"(
       <INTRO><T>@</T><IF>@</IF><THEN><T>@</T></THEN><ELSE>@</ELSE></INTRO><END><T>@</T></END>
     </HTML_TEXT>)";
 
-TEST_F(PageTest, TextsWithMarkupAndControlCharactersAreShownAndDoNothing) {
+TEST_F(PageTest, texts_with_markup_and_control_characters_are_shown_and_do_nothing) {
     HostileText hostile;
     make_from(with_markers(kHostileDescription, hostile));
     EXPECT_FALSE(document.select_node("//script"));
@@ -522,13 +522,13 @@ TEST_F(PageTest, TextsWithMarkupAndControlCharactersAreShownAndDoNothing) {
     }
 }
 
-TEST_F(PageTest, AMessageAboutHostileTextIsTextToo) {
+TEST_F(PageTest, a_message_about_hostile_text_is_text_too) {
     make_from("<PARAMETERS><PARAMETER NAME='&lt;script&gt;' TYPE='&lt;b&gt;'/></PARAMETERS>");
     EXPECT_FALSE(document.select_node("//script | //b"));
     EXPECT_NE(text_of(section("problems")).find("<b> of parameter <script>"), std::string::npos);
 }
 
-TEST_F(PageTest, ThousandsOfObjectsMakeAPage) {
+TEST_F(PageTest, thousands_of_objects_make_a_page) {
     std::string ports = "<PORTS>";
     for (int index = 0; index < 5000; ++index) {
         ports += "<PORT NAME='p" + std::to_string(index) + "' TYPE='OUTPUT'/>";
@@ -549,7 +549,7 @@ protected:
     }
 };
 
-TEST_F(ConfiguredPageTest, NamesItsSettingsAndShowsWhatTakesEffect) {
+TEST_F(ConfiguredPageTest, names_its_settings_and_shows_what_takes_effect) {
     configure("fifo", {{"DEPTH", "1024"}, {"almost_full", "UNUSED"}});
     EXPECT_NE(text_of(document.select_node("//header").node())
                   .find("configured with DEPTH=1024, almost_full=UNUSED"),
@@ -563,7 +563,7 @@ TEST_F(ConfiguredPageTest, NamesItsSettingsAndShowsWhatTakesEffect) {
     EXPECT_FALSE(section("verdicts"));
 }
 
-TEST_F(ConfiguredPageTest, DecidesWavesTextsAndMessages) {
+TEST_F(ConfiguredPageTest, decides_waves_texts_and_messages) {
     configure("fifo", {{"READ_MODE", "SHOW_AHEAD"}, {"STORAGE", "REGISTERS"}});
     EXPECT_TRUE(says("introduction", "The first word needs one clock"));
     EXPECT_FALSE(says("introduction", "two clocks"));
@@ -579,13 +579,13 @@ TEST_F(ConfiguredPageTest, DecidesWavesTextsAndMessages) {
     EXPECT_FALSE(says("waveforms", "shared_bus"));
 }
 
-TEST_F(ConfiguredPageTest, ListsWhatIsWrong) {
+TEST_F(ConfiguredPageTest, lists_what_is_wrong) {
     configure("fifo", {{"DEPTH", "8"}});
     EXPECT_TRUE(
         says("verdicts", "fifo_info.xml:32:7 ALMOST_FULL_LEVEL is 12, and must be from 1 to 7"));
 }
 
-TEST_F(ConfiguredPageTest, WithoutSettingsThePageIsAsEver) {
+TEST_F(ConfiguredPageTest, without_settings_the_page_is_as_ever) {
     configure("fifo", {});
     EXPECT_FALSE(says("parameters", "Now"));
     EXPECT_TRUE(says("introduction", "If READ_MODE"));

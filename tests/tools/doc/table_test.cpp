@@ -6,7 +6,7 @@
 
 namespace {
 
-TEST(DocTableTest, CellsNameTheirColumnForPagesThatShowRowsAsBlocks) {
+TEST(DocTable, cells_name_their_column_for_pages_that_show_rows_as_blocks) {
     HtmlTable table("some", "Some", {"A", "B", "C", "D", "E", "F"});
     table.add_row({"1", "2", "3", "", "5", "6"});
     HtmlWriter html;

@@ -51,21 +51,21 @@ private:
     void (*handler_)(int);
 };
 
-TEST_F(FileOutputTest, WritesANewFile) {
+TEST_F(FileOutputTest, writes_a_new_file) {
     const std::string content("a\0b\n", 4);
     EXPECT_EQ(write_file(folder / "new", content), std::nullopt);
     EXPECT_EQ(content_of(folder / "new"), content);
     EXPECT_EQ(files(), 1U);
 }
 
-TEST_F(FileOutputTest, NewFilesHaveTheUsualPermissions) {
+TEST_F(FileOutputTest, new_files_have_the_usual_permissions) {
     const mode_t mask = umask(027);
     EXPECT_EQ(write_file(folder / "new", "x"), std::nullopt);
     umask(mask);
     EXPECT_EQ(fs::status(folder / "new").permissions(), fs::perms(0640));
 }
 
-TEST_F(FileOutputTest, ReplacesAFileAndKeepsItsPermissions) {
+TEST_F(FileOutputTest, replaces_a_file_and_keeps_its_permissions) {
     std::ofstream(folder / "old") << "a much longer content";
     fs::permissions(folder / "old", fs::perms(0604));
     EXPECT_EQ(write_file(folder / "old", "new"), std::nullopt);
@@ -74,7 +74,7 @@ TEST_F(FileOutputTest, ReplacesAFileAndKeepsItsPermissions) {
     EXPECT_EQ(files(), 1U);
 }
 
-TEST_F(FileOutputTest, FollowsALink) {
+TEST_F(FileOutputTest, follows_a_link) {
     std::ofstream(folder / "old") << "old";
     fs::create_symlink("old", folder / "link");
     EXPECT_EQ(write_file(folder / "link", "new"), std::nullopt);
@@ -82,13 +82,13 @@ TEST_F(FileOutputTest, FollowsALink) {
     EXPECT_EQ(content_of(folder / "old"), "new");
 }
 
-TEST_F(FileOutputTest, WritesANameOfTheGreatestLength) {
+TEST_F(FileOutputTest, writes_a_name_of_the_greatest_length) {
     const std::string name(255, 'n');
     EXPECT_EQ(write_file(folder / name, "x"), std::nullopt);
     EXPECT_EQ(content_of(folder / name), "x");
 }
 
-TEST_F(FileOutputTest, TellsWhyItCannotWrite) {
+TEST_F(FileOutputTest, tells_why_it_cannot_write) {
     EXPECT_EQ(write_file(folder / "none" / "new", "x"), "No such file or directory");
     EXPECT_EQ(write_file(folder, "x"), "Is a directory");
     EXPECT_EQ(write_file("", "x"), "No such file or directory");
@@ -96,12 +96,12 @@ TEST_F(FileOutputTest, TellsWhyItCannotWrite) {
     EXPECT_EQ(files(), 0U);
 }
 
-TEST_F(FileOutputTest, DevicesStayDevices) {
+TEST_F(FileOutputTest, devices_stay_devices) {
     EXPECT_EQ(write_file("/dev/null", "x"), std::nullopt);
     EXPECT_TRUE(fs::is_character_file("/dev/null"));
 }
 
-TEST_F(FileOutputTest, AFullDiskLeavesNoNewFile) {
+TEST_F(FileOutputTest, a_full_disk_leaves_no_new_file) {
     {
         const FullDisk disk(1000);
         EXPECT_EQ(write_file(folder / "new", std::string(1001, 'x')), "File too large");
@@ -109,7 +109,7 @@ TEST_F(FileOutputTest, AFullDiskLeavesNoNewFile) {
     EXPECT_EQ(files(), 0U);
 }
 
-TEST_F(FileOutputTest, AFullDiskLeavesTheFileThatWasThere) {
+TEST_F(FileOutputTest, a_full_disk_leaves_the_file_that_was_there) {
     std::ofstream(folder / "old") << "old";
     {
         const FullDisk disk(1000);

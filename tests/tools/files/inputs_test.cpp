@@ -34,7 +34,7 @@ protected:
     TemporaryFolder folder_;
 };
 
-TEST_F(InputsTest, FilesStayAsTheyAre) {
+TEST_F(InputsTest, files_stay_as_they_are) {
     const std::vector<Input> inputs = find_inputs({"b", "-", "a"});
     ASSERT_EQ(inputs.size(), 3U);
     EXPECT_EQ(inputs[0].path, "b");
@@ -42,7 +42,7 @@ TEST_F(InputsTest, FilesStayAsTheyAre) {
     EXPECT_EQ(inputs[2].path, "a");
 }
 
-TEST_F(InputsTest, AFileNamedTwiceCountsOnce) {
+TEST_F(InputsTest, a_file_named_twice_counts_once) {
     make("d");
     const std::string path = folder_.write("d/a_info.xml", "");
     const std::string other = folder_.path("d/../d/a_info.xml");
@@ -53,7 +53,7 @@ TEST_F(InputsTest, AFileNamedTwiceCountsOnce) {
     EXPECT_EQ(find_inputs({"none/a", "none/a", "none/b"}).size(), 2U);
 }
 
-TEST_F(InputsTest, ADirectoryNamedTwiceCountsOnce) {
+TEST_F(InputsTest, a_directory_named_twice_counts_once) {
     make("d/deep");
     const std::string top = folder_.path("d");
     const std::string deep = folder_.path("d/deep");
@@ -68,7 +68,7 @@ TEST_F(InputsTest, ADirectoryNamedTwiceCountsOnce) {
     EXPECT_EQ(found_in({b, deep}), Paths{"d/deep/b_info.xml"});
 }
 
-TEST_F(InputsTest, AnotherNameOfAFileIsAFileOfItsOwn) {
+TEST_F(InputsTest, another_name_of_a_file_is_a_file_of_its_own) {
     make("d");
     const std::string path = folder_.write("d/a_info.xml", "");
     link("a_info.xml", "d/b_info.xml");
@@ -77,7 +77,7 @@ TEST_F(InputsTest, AnotherNameOfAFileIsAFileOfItsOwn) {
               (Paths{"d/a_info.xml", "d/b_info.xml"}));
 }
 
-TEST_F(InputsTest, ADirectoryStandsForItsDescriptionsSorted) {
+TEST_F(InputsTest, a_directory_stands_for_its_descriptions_sorted) {
     make("d/deep/er");
     for (const char* const name :
          {"d/b_info.xml", "d/deep/er/a_info.xml", "d/a_info.xml", "d/deep/B_info.xml"}) {
@@ -88,7 +88,7 @@ TEST_F(InputsTest, ADirectoryStandsForItsDescriptionsSorted) {
     EXPECT_EQ(found("d/"), found("d"));
 }
 
-TEST_F(InputsTest, OtherNamesDoNotCount) {
+TEST_F(InputsTest, other_names_do_not_count) {
     make("d/dir_info.xml");
     for (const char* const name : {"d/_info.xml", "d/a_info.xml.bak", "d/info.xml", "d/a_INFO.xml",
                                    "d/ainfo.xml", "d/dir_info.xml/x_info.xml"}) {
@@ -97,7 +97,7 @@ TEST_F(InputsTest, OtherNamesDoNotCount) {
     EXPECT_EQ(found("d"), Paths{"d/dir_info.xml/x_info.xml"});
 }
 
-TEST_F(InputsTest, LinksInACircleDoNoHarm) {
+TEST_F(InputsTest, links_in_a_circle_do_no_harm) {
     make("d/e");
     folder_.write("d/e/a_info.xml", "");
     link("..", "d/e/up");
@@ -106,7 +106,7 @@ TEST_F(InputsTest, LinksInACircleDoNoHarm) {
     EXPECT_EQ(found("d"), Paths{"d/e/a_info.xml"});
 }
 
-TEST_F(InputsTest, LinksAreFollowed) {
+TEST_F(InputsTest, links_are_followed) {
     make("d");
     make("other");
     folder_.write("other/a_info.xml", "");
@@ -115,13 +115,13 @@ TEST_F(InputsTest, LinksAreFollowed) {
     EXPECT_EQ(found("d"), (Paths{"d/b_info.xml", "d/linked/a_info.xml"}));
 }
 
-TEST_F(InputsTest, ALinkToNothingIsLeftToWhoReadsIt) {
+TEST_F(InputsTest, a_link_to_nothing_is_left_to_who_reads_it) {
     make("d");
     link("none", "d/a_info.xml");
     EXPECT_EQ(found("d"), Paths{"d/a_info.xml"});
 }
 
-TEST_F(InputsTest, ADirectoryWithoutDescriptionsIsAFailure) {
+TEST_F(InputsTest, a_directory_without_descriptions_is_a_failure) {
     make("d/e");
     folder_.write("d/e/other.xml", "");
     const std::vector<Input> inputs = find_inputs({folder_.path("d")});
@@ -130,7 +130,7 @@ TEST_F(InputsTest, ADirectoryWithoutDescriptionsIsAFailure) {
     EXPECT_EQ(inputs[0].failure, "no file *_info.xml is below this directory");
 }
 
-TEST_F(InputsTest, DeepDirectoriesAreSearched) {
+TEST_F(InputsTest, deep_directories_are_searched) {
     std::string path = "d";
     for (int i = 0; i < 300; ++i) {
         path += "/x";

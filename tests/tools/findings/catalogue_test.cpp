@@ -277,7 +277,7 @@ private:
     std::filesystem::path before_;
 };
 
-TEST_P(CatalogueTest, TheExampleGivesTheMessageOnce) {
+TEST_P(CatalogueTest, the_example_gives_the_message_once) {
     const MessageDescription& row = GetParam();
     if (row.id == "unused-waiver") {
         const TemporaryFolder folder;
@@ -306,7 +306,7 @@ TEST_P(CatalogueTest, TheExampleGivesTheMessageOnce) {
     EXPECT_EQ(ids_of(std::string(row.example)), expected) << row.example;
 }
 
-TEST_P(CatalogueTest, TheMendedTextIsClean) {
+TEST_P(CatalogueTest, the_mended_text_is_clean) {
     const Case* const known = case_of(GetParam().id);
     ASSERT_NE(known, nullptr);
     const std::string text = with_sections(known->near_miss);
@@ -314,7 +314,7 @@ TEST_P(CatalogueTest, TheMendedTextIsClean) {
 }
 
 // What is shown joins the lines of the source, so that a blank at their ends would show.
-TEST_P(CatalogueTest, TheExplanationIsAParagraphOfWholeSentences) {
+TEST_P(CatalogueTest, the_explanation_is_a_paragraph_of_whole_sentences) {
     const std::string text = join_lines(GetParam().explanation);
     EXPECT_GT(text.size(), 80U) << text;
     EXPECT_EQ(text.back(), '.') << text;
@@ -322,7 +322,7 @@ TEST_P(CatalogueTest, TheExplanationIsAParagraphOfWholeSentences) {
     EXPECT_EQ(escape_text(text), text);
 }
 
-TEST_P(CatalogueTest, TheExampleEndsWithItsLastLine) {
+TEST_P(CatalogueTest, the_example_ends_with_its_last_line) {
     const std::string_view example = GetParam().example;
     ASSERT_FALSE(example.empty());
     EXPECT_EQ(example.back(), '\n');
@@ -341,7 +341,7 @@ std::string test_name(const testing::TestParamInfo<MessageDescription>& info) {
 INSTANTIATE_TEST_SUITE_P(EveryMessage, CatalogueTest, testing::ValuesIn(message_catalogue()),
                          test_name);
 
-TEST(CatalogueTableTest, EveryMessageOfTheLibraryHasItsRowAndIsAnError) {
+TEST(CatalogueTable, every_message_of_the_library_has_its_row_and_is_an_error) {
 #define KIVO_ID_TEXT(name, id) id,
     const Ids posted = {KIVO_MESSAGE_IDS(KIVO_ID_TEXT)};
 #undef KIVO_ID_TEXT
@@ -354,7 +354,7 @@ TEST(CatalogueTableTest, EveryMessageOfTheLibraryHasItsRowAndIsAnError) {
     EXPECT_EQ(errors, posted);
 }
 
-TEST(CatalogueTableTest, EveryIdHasOneRowInBothTables) {
+TEST(CatalogueTable, every_id_has_one_row_in_both_tables) {
     std::multiset<std::string> described;
     for (const MessageDescription& row : message_catalogue()) {
         described.insert(std::string(row.id));
@@ -367,7 +367,7 @@ TEST(CatalogueTableTest, EveryIdHasOneRowInBothTables) {
     EXPECT_EQ(Ids(described.begin(), described.end()).size(), described.size());
 }
 
-TEST(CatalogueTableTest, MessagesAreFoundByTheirId) {
+TEST(CatalogueTable, messages_are_found_by_their_id) {
     ASSERT_NE(find_message("unknown-section"), nullptr);
     EXPECT_EQ(find_message("unknown-section")->id, "unknown-section");
     EXPECT_EQ(find_message("unknown-sectio"), nullptr);

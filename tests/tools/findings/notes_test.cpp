@@ -37,7 +37,7 @@ Notes notes_of_sections(const std::string& sections) {
     return notes_of("<ROOT>\n" + sections + "\n</ROOT>\n");
 }
 
-TEST(NotesTest, ASubTagOfAParameterIsNotCalledOneOfAPort) {
+TEST(Notes, a_sub_tag_of_a_parameter_is_not_called_one_of_a_port) {
     EXPECT_EQ(notes_of_sections("<PARAMETERS><PARAMETER NAME='W' TYPE='INTEGER'>\n<STATE V='1'/>"
                                 "</PARAMETER></PARAMETERS>"),
               (Notes{"3:1: this is a PARAMETER; the message says PORT of any element",
@@ -47,7 +47,7 @@ TEST(NotesTest, ASubTagOfAParameterIsNotCalledOneOfAPort) {
               (Notes{"3:1: known here: CONSTANT_RANGE, FORCE_RANGE, FORCE_VALUE, STATE"}));
 }
 
-TEST(NotesTest, AnAttributeOfAMapIsNotCalledOneOfAVector) {
+TEST(Notes, an_attribute_of_a_map_is_not_called_one_of_a_vector) {
     EXPECT_EQ(notes_of_sections("<WIZARD_DATA>\n<WIZARD_MAP NAME='m' MODUL_NAME='c'/>"
                                 "</WIZARD_DATA>"),
               (Notes{"3:1: this is a WIZARD_MAP; the message says vector stimulus of maps too",
@@ -57,14 +57,14 @@ TEST(NotesTest, AnAttributeOfAMapIsNotCalledOneOfAVector) {
               "3:1: did you mean \"MAX_TIME\"?");
 }
 
-TEST(NotesTest, ARuleWithoutDataIsToldWhy) {
+TEST(Notes, a_rule_without_data_is_told_why) {
     EXPECT_EQ(notes_of_sections("<RULES>\n<RULE CONDITION='W gt 0'/></RULES>")[0],
               "3:1: the condition is the text between the tags; no attribute holds it");
     EXPECT_EQ(notes_of_sections("<RULES>\n<RULE ENABLED='OFF'>1 gt 0</RULE></RULES>"),
               (Notes{"3:1: ENABLED switches it off, so it is not stored"}));
 }
 
-TEST(NotesTest, AnUnclosedElementSaysWhereItWasOpened) {
+TEST(Notes, an_unclosed_element_says_where_it_was_opened) {
     EXPECT_EQ(notes_of("<ROOT>\n<PARAMETERS>\n<PARAMETER NAME='W' TYPE='INTEGER'>\n</PARAMETERS>\n"
                        "</ROOT>\n"),
               (Notes{"3:1: element PARAMETER is opened here"}));
@@ -74,13 +74,13 @@ TEST(NotesTest, AnUnclosedElementSaysWhereItWasOpened) {
               (Notes{"2:1: element RULES is opened here"}));
 }
 
-TEST(NotesTest, WhatIsNoElementOpensNone) {
+TEST(Notes, what_is_no_element_opens_none) {
     EXPECT_EQ(notes_of("<?xml version='1.0'?>\n<!DOCTYPE ROOT>\n<ROOT>\n<RULES><!-- <RULE> -->\n"
                        "<RULE><![CDATA[<A>]]></RULE><MESSAGES A='>' B='<C>'/>\n"),
               (Notes{"4:1: element RULES is opened here"}));
 }
 
-TEST(NotesTest, ALessThanSignInATextNamesItsSpellings) {
+TEST(Notes, a_less_than_sign_in_a_text_names_its_spellings) {
     const std::string less = "to compare with \"<\", write \"lt\" or \"&lt;\"";
     for (const char* condition : {"A < 8", "A <8", "A<8", "A <B", "A <B and C"}) {
         const Notes notes =
@@ -111,7 +111,7 @@ protected:
     const TemporaryFolder elsewhere;
 };
 
-TEST_F(IncludeNotesTest, AFileThatIsNotFoundSaysWhereItWasLookedFor) {
+TEST_F(IncludeNotesTest, a_file_that_is_not_found_says_where_it_was_looked_for) {
     EXPECT_EQ(notes_of_file(including("common.xml"), {}, elsewhere.path("")), Notes{searched()});
     EXPECT_EQ(notes_of_file(including("common.xml"), {"-I", "lib"}, elsewhere.path("")),
               Notes{searched(", 'lib'")});
@@ -119,7 +119,7 @@ TEST_F(IncludeNotesTest, AFileThatIsNotFoundSaysWhereItWasLookedFor) {
               Notes{"2:1: looked for there alone"});
 }
 
-TEST_F(IncludeNotesTest, TheNearestNameIsTold) {
+TEST_F(IncludeNotesTest, the_nearest_name_is_told) {
     elsewhere.write("comon.xml", "<ROOT/>");
     EXPECT_EQ(notes_of_file(including("common.xml"), {}, elsewhere.path("")),
               (Notes{searched(), "2:1: did you mean \"comon.xml\"?"}));
@@ -130,7 +130,7 @@ TEST_F(IncludeNotesTest, TheNearestNameIsTold) {
         (Notes{searched(", '" + library.path("") + "'"), "2:1: did you mean \"parts.xml\"?"}));
 }
 
-TEST_F(IncludeNotesTest, AFileBesideTheOneThatIncludesItIsToldToBeElsewhere) {
+TEST_F(IncludeNotesTest, a_file_beside_the_one_that_includes_it_is_told_to_be_elsewhere) {
     const std::string common = folder.write("common.xml", "<ROOT/>");
     EXPECT_EQ(notes_of_file(including("common.xml"), {}, elsewhere.path("")),
               (Notes{searched(), "2:1: there is a file \"" + common +
@@ -139,7 +139,7 @@ TEST_F(IncludeNotesTest, AFileBesideTheOneThatIncludesItIsToldToBeElsewhere) {
               Notes{});
 }
 
-TEST_F(IncludeNotesTest, TheDescriptionIsLookedForInTheDirectoriesToo) {
+TEST_F(IncludeNotesTest, the_description_is_looked_for_in_the_directories_too) {
     folder.write("b_info.xml",
                  "<ROOT><PARAMETERS><PARAMETER NAME='WIDTH' TYPE='INTEGER' "
                  "VALUE='8'/></PARAMETERS></ROOT>");

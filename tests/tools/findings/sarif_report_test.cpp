@@ -30,7 +30,7 @@ nlohmann::json report_of(const std::string& id) {
     return log;
 }
 
-TEST(SarifReportTest, AFindingOfAKnownKindPointsAtItsRule) {
+TEST(SarifReport, a_finding_of_a_known_kind_points_at_its_rule) {
     const nlohmann::json run = report_of("unknown-section")["runs"][0];
     const nlohmann::json& result = run["results"][0];
     EXPECT_EQ(result["ruleId"], "unknown-section");
@@ -39,7 +39,7 @@ TEST(SarifReportTest, AFindingOfAKnownKindPointsAtItsRule) {
 }
 
 // As of a library that is newer than the program.
-TEST(SarifReportTest, AFindingOfAnUnknownKindIsReportedWithoutARule) {
+TEST(SarifReport, a_finding_of_an_unknown_kind_is_reported_without_a_rule) {
     const nlohmann::json log = report_of("brand-new");
     const nlohmann::json& result = log["runs"][0]["results"][0];
     EXPECT_EQ(result["ruleId"], "brand-new");

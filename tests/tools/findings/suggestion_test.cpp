@@ -215,7 +215,7 @@ std::string suggested(const std::string& id, const std::string& description) {
     return word;
 }
 
-TEST(SuggestionTest, TheWordOfThatPlaceIsSuggestedWhenItIsNear) {
+TEST(Suggestion, the_word_of_that_place_is_suggested_when_it_is_near) {
     for (const Case& row : kCases) {
         EXPECT_EQ(suggested(row.id, with_sections("\n  " + row.sections)), row.meant)
             << row.id << ' ' << row.sections;
@@ -228,7 +228,7 @@ const std::set<std::string> kWithoutWords = {
     "no-root",      "include-cycle",  "type-clash",   "surplus-else",
 };
 
-TEST(SuggestionTest, EveryMessageOfTheLibraryHasItsCase) {
+TEST(Suggestion, every_message_of_the_library_has_its_case) {
     std::set<std::string> cases = kWithoutWords;
     for (const Case& row : kCases) {
         cases.insert(row.id);
@@ -240,7 +240,7 @@ TEST(SuggestionTest, EveryMessageOfTheLibraryHasItsCase) {
     }
 }
 
-TEST(SuggestionTest, MessagesWithoutWordsGetNone) {
+TEST(Suggestion, messages_without_words_get_none) {
     for (const std::string& id : kWithoutWords) {
         EXPECT_EQ(suggested_word(id, {}, "<PARAMETRS NAEM='A'/>"), "") << id;
     }
@@ -257,7 +257,7 @@ KIVO_MESSAGE_FACTS facts_of(const std::string& attribute, const std::string& wor
 }
 
 // The file may have changed since it was loaded, or be in an encoding that is read otherwise.
-TEST(SuggestionTest, AnySourceIsSurvived) {
+TEST(Suggestion, any_source_is_survived) {
     for (const MessageDescription& row : message_catalogue()) {
         for (const std::string_view source :
              {"", "<", "<PORT", "<PORT ", "<PORT N", "<PORT N=", "<PORT N='", "<PORT N='A", "< = >",
@@ -272,16 +272,16 @@ TEST(SuggestionTest, AnySourceIsSurvived) {
     }
 }
 
-TEST(SuggestionTest, AWordThatIsToldNeedsNoSource) {
+TEST(Suggestion, a_word_that_is_told_needs_no_source) {
     EXPECT_EQ(suggested_word("unknown-section", facts_of("", "PORST", {"PORTS"}), ""), "PORTS");
 }
 
-TEST(SuggestionTest, AnotherWordThatIsMeantIsSuggestedOnlyWhereItIsKnown) {
+TEST(Suggestion, another_word_that_is_meant_is_suggested_only_where_it_is_known) {
     EXPECT_EQ(suggested_word("port-type", facts_of("TYPE", "inout", {"BIDIR"}), ""), "BIDIR");
     EXPECT_EQ(suggested_word("port-type", facts_of("TYPE", "inout", {"INPUT"}), ""), "");
 }
 
-TEST(SuggestionTest, AnAttributeThatIsThereIsNotMissed) {
+TEST(Suggestion, an_attribute_that_is_there_is_not_missed) {
     const KIVO_MESSAGE_FACTS no_name = facts_of("NAME", "", {});
     EXPECT_EQ(suggested_word("port-name", no_name, "<PORT NAMES='a'>"), "NAME");
     EXPECT_EQ(suggested_word("port-name", no_name, "<PORT NAME='' NAMES='a'>"), "");
@@ -308,7 +308,7 @@ std::string known(const std::string& id, const std::string& sections) {
     return words;
 }
 
-TEST(SuggestionTest, TheWordsOfThatPlaceAreKnown) {
+TEST(Suggestion, the_words_of_that_place_are_known) {
     EXPECT_EQ(known("parameter-type", parameters("<PARAMETER NAME='A' TYPE='ENUM'/>")),
               "INTEGER STRING");
     EXPECT_EQ(known("parameter-type", parameters("<PARAMETER NAME='A' TYPE=''/>")),
@@ -324,7 +324,7 @@ TEST(SuggestionTest, TheWordsOfThatPlaceAreKnown) {
     EXPECT_EQ(known("display-command", wave("<DISPLAY>show wave -hex q</DISPLAY>")), "add");
 }
 
-TEST(SuggestionTest, OnlyWordsThatFitThereAreKnown) {
+TEST(Suggestion, only_words_that_fit_there_are_known) {
     EXPECT_EQ(known("object-sub-tag", port_with("<VALUE_RULE>A</VALUE_RULE>")),
               "CONSTANT_RANGE FORCE_RANGE FORCE_VALUE STATE");
     EXPECT_EQ(known("object-sub-tag", width_with("<STATE V='1'/>")),
@@ -336,7 +336,7 @@ TEST(SuggestionTest, OnlyWordsThatFitThereAreKnown) {
         "IF THEN TO V WHEN WHEN_CMD");
 }
 
-TEST(SuggestionTest, NoWordsAreListedWhereNoneWasReadOrTheyAreMany) {
+TEST(Suggestion, no_words_are_listed_where_none_was_read_or_they_are_many) {
     EXPECT_EQ(known("message-type", as_in("MESSAGES", "<MESSAGE>A</MESSAGE>")), "");
     EXPECT_EQ(known("parameter-name", parameters("<PARAMETER TYPE='STRING'/>")), "");
     EXPECT_EQ(known("rule-without-data", as_in("RULES", "<RULE ENABLED='OFF'>A</RULE>")), "");

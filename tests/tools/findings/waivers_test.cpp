@@ -43,7 +43,7 @@ constexpr const char* kOne =
 constexpr const char* kNamed =
     "[[waiver]]\nid = \"not-a-number\"\nfile = \"a_info.xml\"\nname = \"w\"\nreason = \"later\"\n";
 
-TEST_F(WaiversTest, AFindingOfThatIdInThatFileIsWaived) {
+TEST_F(WaiversTest, a_finding_of_that_id_in_that_file_is_waived) {
     Waivers waivers = settings(kOne);
     EXPECT_EQ(waivers.failure(), std::nullopt);
     EXPECT_EQ(left(waivers,
@@ -54,7 +54,7 @@ TEST_F(WaiversTest, AFindingOfThatIdInThatFileIsWaived) {
     EXPECT_TRUE(waivers.unused().empty());
 }
 
-TEST_F(WaiversTest, ANameNarrowsAWaiver) {
+TEST_F(WaiversTest, a_name_narrows_a_waiver) {
     Waivers waivers = settings(kNamed);
     EXPECT_EQ(left(waivers,
                    {finding("not-a-number", "a_info.xml", "w"),
@@ -63,7 +63,7 @@ TEST_F(WaiversTest, ANameNarrowsAWaiver) {
               "not-a-number ");
 }
 
-TEST_F(WaiversTest, AWaiverWithoutUseIsToldWhenItsFileWasChecked) {
+TEST_F(WaiversTest, a_waiver_without_use_is_told_when_its_file_was_checked) {
     Waivers waivers = settings(std::string(kOne) + "\n" + kNamed);
     EXPECT_TRUE(waivers.unused().empty());
     EXPECT_EQ(left(waivers, {}, {"b_info.xml"}), "");
@@ -76,14 +76,14 @@ TEST_F(WaiversTest, AWaiverWithoutUseIsToldWhenItsFileWasChecked) {
     EXPECT_EQ(unused[0].place.start->line, 6);
 }
 
-TEST_F(WaiversTest, FilesAreNamedFromTheDirectoryOfTheSettings) {
+TEST_F(WaiversTest, files_are_named_from_the_directory_of_the_settings) {
     std::filesystem::create_directory(folder_.path("sub"));
     Waivers waivers = settings(
         "[[waiver]]\nid = \"unread-text\"\nfile = \"./sub/../sub/a.xml\"\nreason = \"x\"\n");
     EXPECT_EQ(left(waivers, {finding("unread-text", "sub/a.xml")}, {"sub/a.xml"}), "");
 }
 
-TEST_F(WaiversTest, WhatIsWrongWithTheSettingsIsSaidWithItsPlace) {
+TEST_F(WaiversTest, what_is_wrong_with_the_settings_is_said_with_its_place) {
     EXPECT_EQ(settings("[[waiver]]\nid = \"unread-text\"\n").failure(),
               "line 1, column 1: a waiver needs \"id\", \"file\" and \"reason\"");
     EXPECT_EQ(settings("[[waiver]]\nid = 1\n").failure(),
@@ -102,7 +102,7 @@ TEST_F(WaiversTest, WhatIsWrongWithTheSettingsIsSaidWithItsPlace) {
     EXPECT_EQ(settings("").failure(), std::nullopt);
 }
 
-TEST_F(WaiversTest, SettingsAreTakenFromBesideTheDescriptionUnlessTheyAreGiven) {
+TEST_F(WaiversTest, settings_are_taken_from_beside_the_description_unless_they_are_given) {
     folder_.write("kivo.toml", kOne);
     std::filesystem::create_directory(folder_.path("sub"));
     WaiverFiles beside("");

@@ -32,11 +32,11 @@ std::string applied(const std::vector<std::string>& settings) {
     return text;
 }
 
-TEST(WarningSettingsTest, AllThatAreNoMatterOfTasteAreOn) {
+TEST(WarningSettings, all_that_are_no_matter_of_taste_are_on) {
     EXPECT_EQ(applied({}), "W:unread-text E:port-type W:not-a-number ");
 }
 
-TEST(WarningSettingsTest, WarningsAreSwitchedOffAndOnAgain) {
+TEST(WarningSettings, warnings_are_switched_off_and_on_again) {
     EXPECT_EQ(applied({"no-unread-text"}), "E:port-type W:not-a-number ");
     EXPECT_EQ(applied({"no-unread-text", "unread-text"}),
               "W:unread-text E:port-type W:not-a-number ");
@@ -45,20 +45,20 @@ TEST(WarningSettingsTest, WarningsAreSwitchedOffAndOnAgain) {
     EXPECT_EQ(applied({"all", "no-unread-text"}), "E:port-type W:not-a-number ");
 }
 
-TEST(WarningSettingsTest, WarningsCanCountAsErrors) {
+TEST(WarningSettings, warnings_can_count_as_errors) {
     EXPECT_EQ(applied({"error=unread-text"}), "E:unread-text E:port-type W:not-a-number ");
     EXPECT_EQ(applied({"error=all"}), "E:unread-text E:port-type E:not-a-number ");
     EXPECT_EQ(applied({"error=all", "no-unread-text"}), "E:port-type E:not-a-number ");
 }
 
-TEST(WarningSettingsTest, AMatterOfTasteIsOffUntilItIsAskedFor) {
+TEST(WarningSettings, a_matter_of_taste_is_off_until_it_is_asked_for) {
     const auto& rows = message_catalogue();
     for (const MessageDescription& row : rows) {
         EXPECT_TRUE(row.is_on || row.severity == Severity::kWarning) << row.id;
     }
 }
 
-TEST(WarningSettingsTest, WhatIsNoWarningIsRefused) {
+TEST(WarningSettings, what_is_no_warning_is_refused) {
     WarningSettings settings;
     EXPECT_EQ(settings.take("unread-tex"), "no warning 'unread-tex', perhaps 'unread-text'");
     EXPECT_EQ(settings.take("no-unread-tex"), "no warning 'unread-tex', perhaps 'unread-text'");

@@ -85,7 +85,7 @@ const std::vector<Case> kCases = {
 };
 // clang-format on
 
-TEST(XmlFaultTest, EachKindIsKnownAtItsPlace) {
+TEST(XmlFault, each_kind_is_known_at_its_place) {
     for (const Case& row : kCases) {
         const auto fault = find_xml_fault(row.text, false);
         ASSERT_EQ(fault.has_value(), !row.id.empty()) << row.text << (fault ? fault->text : "");
@@ -98,14 +98,14 @@ TEST(XmlFaultTest, EachKindIsKnownAtItsPlace) {
     }
 }
 
-TEST(XmlFaultTest, TheFirstFaultCounts) {
+TEST(XmlFault, the_first_fault_counts) {
     const auto fault = find_xml_fault("<R>\n&nbsp;\n& <P></R>", false);
     ASSERT_TRUE(fault);
     EXPECT_EQ(fault->id, "xml-undeclared-entity");
     EXPECT_EQ(fault->begin, 4U);
 }
 
-TEST(XmlFaultTest, ATextThatIsKnownToBeUtf8MayDeclareAnything) {
+TEST(XmlFault, a_text_that_is_known_to_be_utf_8_may_declare_anything) {
     const std::string text = "<?xml version='1.0' encoding='UTF-16'?><R>\xC3\xA4</R>";
     EXPECT_FALSE(find_xml_fault(text, true));
     const std::string latin = "<?xml version='1.0' encoding='ISO-8859-1'?><R>\xE4</R>";
@@ -114,7 +114,7 @@ TEST(XmlFaultTest, ATextThatIsKnownToBeUtf8MayDeclareAnything) {
     EXPECT_EQ(fault->id, "xml-bad-utf8");
 }
 
-TEST(XmlFaultTest, TheTextsNameWhatIsMeant) {
+TEST(XmlFault, the_texts_name_what_is_meant) {
     EXPECT_EQ(find_xml_fault("<R>&deg;</R>", false)->text,
               "entity \"deg\" is not declared; write the character itself, or \"&amp;deg;\" for "
               "this text");
@@ -137,12 +137,12 @@ std::string chain(std::size_t length, std::size_t width) {
     return text + "]>";
 }
 
-TEST(XmlFaultTest, EntitiesInEntitiesAreNoFault) {
+TEST(XmlFault, entities_in_entities_are_no_fault) {
     EXPECT_FALSE(find_xml_fault(chain(100, 1) + "<R A='&e99;'>&e99;</R>", false));
     EXPECT_FALSE(find_xml_fault(chain(4, 10) + "<R A='&e3;'>&e3;</R>", false));
 }
 
-TEST(XmlFaultTest, EntitiesThatGrowWithoutBoundsAreNotExpanded) {
+TEST(XmlFault, entities_that_grow_without_bounds_are_not_expanded) {
     for (const std::string use : {"<R A='&e19;'/>", "<R>&e19;</R>"}) {
         const auto fault = find_xml_fault(chain(20, 10) + use, false);
         ASSERT_TRUE(fault) << use;
@@ -150,7 +150,7 @@ TEST(XmlFaultTest, EntitiesThatGrowWithoutBoundsAreNotExpanded) {
     }
 }
 
-TEST(XmlFaultTest, EntitiesThatAreNestedTooDeeplyAreNotExpanded) {
+TEST(XmlFault, entities_that_are_nested_too_deeply_are_not_expanded) {
     for (const std::string use : {"<R A='&e99999;'/>", "<R>&e99999;</R>", "<R/>"}) {
         const auto fault = find_xml_fault(chain(100000, 1) + use, false);
         ASSERT_TRUE(fault) << use;
@@ -158,7 +158,7 @@ TEST(XmlFaultTest, EntitiesThatAreNestedTooDeeplyAreNotExpanded) {
     }
 }
 
-TEST(XmlFaultTest, AnEntityOfItselfIsNotExpanded) {
+TEST(XmlFault, an_entity_of_itself_is_not_expanded) {
     const std::string declaration = "<!DOCTYPE R [<!ENTITY a '&b;'><!ENTITY b '&a;'>]>";
     for (const std::string use : {"<R A='&a;'/>", "<R>&a;</R>"}) {
         const auto fault = find_xml_fault(declaration + use, false);
@@ -167,7 +167,7 @@ TEST(XmlFaultTest, AnEntityOfItselfIsNotExpanded) {
     }
 }
 
-TEST(XmlFaultTest, WhatEntitiesInTextsHoldMustBeWellFormed) {
+TEST(XmlFault, what_entities_in_texts_hold_must_be_well_formed) {
     const auto with_entity = [](const std::string& value) {
         return find_xml_fault("<!DOCTYPE R [<!ENTITY e '" + value + "'>]><R>&e;</R>", false);
     };
@@ -177,7 +177,7 @@ TEST(XmlFaultTest, WhatEntitiesInTextsHoldMustBeWellFormed) {
     EXPECT_TRUE(with_entity("&#60;"));
 }
 
-TEST(XmlFaultTest, OtherFilesAreNotFetched) {
+TEST(XmlFault, other_files_are_not_fetched) {
     const std::string file = "file:///dev/zero";
     EXPECT_FALSE(find_xml_fault("<!DOCTYPE R SYSTEM '" + file + "'><R>&a;</R>", false));
     EXPECT_FALSE(
@@ -186,7 +186,7 @@ TEST(XmlFaultTest, OtherFilesAreNotFetched) {
         find_xml_fault("<!DOCTYPE R [<!ENTITY a SYSTEM '" + file + "'>]><R>&a;</R>", false));
 }
 
-TEST(XmlFaultTest, DeepElementsNeedNoStack) {
+TEST(XmlFault, deep_elements_need_no_stack) {
     std::string text;
     for (int i = 0; i < 1000000; ++i) {
         text += "<A>";
@@ -196,7 +196,7 @@ TEST(XmlFaultTest, DeepElementsNeedNoStack) {
     EXPECT_EQ(fault->begin, text.size());
 }
 
-TEST(XmlFaultTest, EveryExampleOfTheCatalogueGivesItsWarning) {
+TEST(XmlFault, every_example_of_the_catalogue_gives_its_warning) {
     std::size_t warnings = 0;
     for (const MessageDescription& row : message_catalogue()) {
         if (row.id.substr(0, 4) != "xml-" || row.id == "xml-syntax") {

@@ -239,31 +239,31 @@ const std::string kSilent[] = {
 };
 // clang-format on
 
-TEST(ExpressionsTest, EveryTextIsLookedAtWithPlacesInIt) {
+TEST(Expressions, every_text_is_looked_at_with_places_in_it) {
     expect_warnings(kEveryText);
 }
 
-TEST(ExpressionsTest, ValueRulesAreToldOfInTheirParts) {
+TEST(Expressions, value_rules_are_told_of_in_their_parts) {
     expect_warnings(kValueRules);
 }
 
-TEST(ExpressionsTest, NamesThatAreNone) {
+TEST(Expressions, names_that_are_none) {
     expect_warnings(kNames);
 }
 
-TEST(ExpressionsTest, WhatCannotBeRead) {
+TEST(Expressions, what_cannot_be_read) {
     expect_warnings(kUnreadable);
 }
 
-TEST(ExpressionsTest, WhatMayBeReadOtherwise) {
+TEST(Expressions, what_may_be_read_otherwise) {
     expect_warnings(kNotes);
 }
 
-TEST(ExpressionsTest, WhatHasNoValueByDefaultWhereItIsNeeded) {
+TEST(Expressions, what_has_no_value_by_default_where_it_is_needed) {
     expect_warnings(kOfDefaults);
 }
 
-TEST(ExpressionsTest, NamesThatWereLostAreToldOfWhereTheyWereLost) {
+TEST(Expressions, names_that_were_lost_are_told_of_where_they_were_lost) {
     const Lines lost = LintFixture().warnings(
         rule("FILL gt 3") + "<PARAMETERS><PARAMTER NAME='FILL' TYPE='INTEGER'/></PARAMETERS>");
     EXPECT_EQ(lost, (Lines{"3:50 PARAMTER in PARAMETERS is not read [unknown-element]",
@@ -271,7 +271,7 @@ TEST(ExpressionsTest, NamesThatWereLostAreToldOfWhereTheyWereLost) {
     EXPECT_EQ(LintFixture().warnings(rule("FILL gt 3") + "<INCLUDE FILE='none.xml'/>"), Lines());
 }
 
-TEST(ExpressionsTest, PlacesAreThoseOfTheFileInWhichTheTextStands) {
+TEST(Expressions, places_are_those_of_the_file_in_which_the_text_stands) {
     LintFixture fixture;
     const std::string part = fixture.folder().write(
         "part.xml",
@@ -281,7 +281,7 @@ TEST(ExpressionsTest, PlacesAreThoseOfTheFileInWhichTheTextStands) {
               Lines{"part.xml:2:32 no parameter, port or macro is called V1 [unknown-name]"});
 }
 
-TEST(ExpressionsTest, WhatIsRightStaysSilent) {
+TEST(Expressions, what_is_right_stays_silent) {
     expect_silence(kSilent);
 }
 

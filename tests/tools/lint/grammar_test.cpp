@@ -95,7 +95,7 @@ std::vector<std::string> as_strings(const std::vector<std::string_view>& words) 
     return {words.begin(), words.end()};
 }
 
-TEST(GrammarTest, TheLibraryKnowsTheSameAttributes) {
+TEST(Grammar, the_library_knows_the_same_attributes) {
     for (const Sample& sample : kSamples) {
         if (rule_of(sample.context).of_attributes != Telling::kAlways) {
             EXPECT_TRUE(said_of(element(sample, "ODD='1'", "")).ids ==
@@ -109,7 +109,7 @@ TEST(GrammarTest, TheLibraryKnowsTheSameAttributes) {
     }
 }
 
-TEST(GrammarTest, TheLibraryKnowsTheSameSubElements) {
+TEST(Grammar, the_library_knows_the_same_sub_elements) {
     for (const Sample& sample : kSamples) {
         if (rule_of(sample.context).of_sub_elements == Telling::kNever) {
             EXPECT_EQ(said_of(element(sample, "", "<ODD/>")).ids,
@@ -123,11 +123,11 @@ TEST(GrammarTest, TheLibraryKnowsTheSameSubElements) {
     }
 }
 
-TEST(GrammarTest, TheLibraryKnowsTheSameSections) {
+TEST(Grammar, the_library_knows_the_same_sections) {
     EXPECT_EQ(said_of("<ODD/>").known_words, as_strings(tags_in(Context::kRoot)));
 }
 
-TEST(GrammarTest, WordsAreFoundInTheirContextAlone) {
+TEST(Grammar, words_are_found_in_their_context_alone) {
     ASSERT_NE(find_attribute_rule(Context::kPort, "USAGE"), nullptr);
     EXPECT_TRUE(find_attribute_rule(Context::kPort, "USAGE")->keywords->has("UNUSED"));
     EXPECT_FALSE(find_attribute_rule(Context::kPort, "USAGE")->keywords->has("unused"));
@@ -137,7 +137,7 @@ TEST(GrammarTest, WordsAreFoundInTheirContextAlone) {
     EXPECT_EQ(context_in(Context::kUnread, "PORT"), Context::kUnread);
 }
 
-TEST(GrammarTest, EveryContextButTheOutermostStandsInAnother) {
+TEST(Grammar, every_context_but_the_outermost_stands_in_another) {
     std::set<Context> reached = {Context::kUnread, Context::kRoot};
     for (unsigned parent = 0; parent < static_cast<unsigned>(Context::kCount); ++parent) {
         for (const std::string_view tag : tags_in(static_cast<Context>(parent))) {

@@ -65,7 +65,7 @@ std::string with_surroundings(std::string example) {
     return example;
 }
 
-TEST(HandbookTest, ExamplesWithoutMessagesAreWithoutWarningsToo) {
+TEST(Handbook, examples_without_messages_are_without_warnings_too) {
     const std::vector<std::string> examples = clean_examples();
     EXPECT_GT(examples.size(), 10U);
     for (const std::string& example : examples) {
@@ -73,7 +73,7 @@ TEST(HandbookTest, ExamplesWithoutMessagesAreWithoutWarningsToo) {
     }
 }
 
-TEST(HandbookTest, EveryWarningStandsBesideItsRule) {
+TEST(Handbook, every_warning_stands_beside_its_rule) {
     const std::string page = handbook();
     for (const MessageDescription& row : message_catalogue()) {
         const bool is_of_rooms =

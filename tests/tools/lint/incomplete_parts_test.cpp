@@ -115,19 +115,19 @@ const std::string kSilent[] = {
 };
 // clang-format on
 
-TEST(IncompletePartsTest, RecordsWithoutWhatTheyNeed) {
+TEST(IncompleteParts, records_without_what_they_need) {
     expect_warnings(kIncomplete);
 }
 
-TEST(IncompletePartsTest, ConditionsThatAreThereButEmpty) {
+TEST(IncompleteParts, conditions_that_are_there_but_empty) {
     expect_warnings(kEmptyConditions);
 }
 
-TEST(IncompletePartsTest, BranchesThatHaveLostEachOther) {
+TEST(IncompleteParts, branches_that_have_lost_each_other) {
     expect_warnings(kBranches);
 }
 
-TEST(IncompletePartsTest, WhatIsCompleteStaysSilent) {
+TEST(IncompleteParts, what_is_complete_stays_silent) {
     expect_silence(kSilent);
 }
 

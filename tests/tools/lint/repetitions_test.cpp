@@ -156,27 +156,27 @@ const std::string kSilent[] = {
 };
 // clang-format on
 
-TEST(RepetitionsTest, Declarations) {
+TEST(Repetitions, declarations) {
     expect_warnings(kDeclared);
 }
 
-TEST(RepetitionsTest, WhatCanBeGivenOnce) {
+TEST(Repetitions, what_can_be_given_once) {
     expect_warnings(kGiven);
 }
 
-TEST(RepetitionsTest, TwoWordsOfOneMeaning) {
+TEST(Repetitions, two_words_of_one_meaning) {
     expect_warnings(kSynonyms);
 }
 
-TEST(RepetitionsTest, WhatReachesSomethingElse) {
+TEST(Repetitions, what_reaches_something_else) {
     expect_warnings(kMisplaced);
 }
 
-TEST(RepetitionsTest, WhatDiffersOrAddsOnPurposeStaysSilent) {
+TEST(Repetitions, what_differs_or_adds_on_purpose_stays_silent) {
     expect_silence(kSilent);
 }
 
-TEST(RepetitionsTest, AFileThatIsIncludedAgain) {
+TEST(Repetitions, a_file_that_is_included_again) {
     LintFixture fixture;
     const std::string part = fixture.folder().write(
         "part.xml", with_sections("<PORTS><PORT NAME='q' TYPE='INPUT'/></PORTS>"));
@@ -188,7 +188,7 @@ TEST(RepetitionsTest, AFileThatIsIncludedAgain) {
     EXPECT_EQ(fixture.warnings("<INCLUDE FILE='" + part + "'/>"), Lines());
 }
 
-TEST(RepetitionsTest, TheFirstMayStandInAnotherFile) {
+TEST(Repetitions, the_first_may_stand_in_another_file) {
     LintFixture fixture;
     const std::string part = fixture.folder().write(
         "part.xml", with_sections("<PORTS><PORT NAME='q' TYPE='INPUT'/></PORTS>"));

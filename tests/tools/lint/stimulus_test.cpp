@@ -303,51 +303,51 @@ const LintCase kWaves[] = {
 };
 // clang-format on
 
-TEST(StimulusTest, CommandsThatDoNothing) {
+TEST(Stimulus, commands_that_do_nothing) {
     expect_warnings(stimulus, kCommands);
 }
 
-TEST(StimulusTest, WhiteSpaceThatSeparatesNothing) {
+TEST(Stimulus, white_space_that_separates_nothing) {
     expect_warnings(stimulus, kBlanks);
 }
 
-TEST(StimulusTest, OptionsThatAreNone) {
+TEST(Stimulus, options_that_are_none) {
     expect_warnings(stimulus, kOptions);
 }
 
-TEST(StimulusTest, ItemsThatAreNotRead) {
+TEST(Stimulus, items_that_are_not_read) {
     expect_warnings(stimulus, kItems);
 }
 
-TEST(StimulusTest, TimesThatAreNoneOrOutOfReach) {
+TEST(Stimulus, times_that_are_none_or_out_of_reach) {
     expect_warnings(stimulus, kTimes);
 }
 
-TEST(StimulusTest, TimesInAnotherOrder) {
+TEST(Stimulus, times_in_another_order) {
     expect_warnings(stimulus, kOrders);
 }
 
-TEST(StimulusTest, RepeatsThatRepeatNothing) {
+TEST(Stimulus, repeats_that_repeat_nothing) {
     expect_warnings(stimulus, kRepeats);
 }
 
-TEST(StimulusTest, ValuesThatAreNoneOrDoNotFit) {
+TEST(Stimulus, values_that_are_none_or_do_not_fit) {
     expect_warnings(stimulus, kValues);
 }
 
-TEST(StimulusTest, SignalsThatAreNoPort) {
+TEST(Stimulus, signals_that_are_no_port) {
     expect_warnings(stimulus, kPorts);
 }
 
-TEST(StimulusTest, DisplayFormatsThatShowNothing) {
+TEST(Stimulus, display_formats_that_show_nothing) {
     expect_warnings(display, kDisplays);
 }
 
-TEST(StimulusTest, VectorsWithoutStimulus) {
+TEST(Stimulus, vectors_without_stimulus) {
     expect_warnings(kWaves);
 }
 
-TEST(StimulusTest, WhatIsReadAsItLooksStaysSilent) {
+TEST(Stimulus, what_is_read_as_it_looks_stays_silent) {
     for (const std::string& command : kCleanCommands) {
         EXPECT_EQ(LintFixture().warnings(stimulus(command)), Lines()) << command;
     }
@@ -356,7 +356,7 @@ TEST(StimulusTest, WhatIsReadAsItLooksStaysSilent) {
     }
 }
 
-TEST(StimulusTest, ACleanCommandDrivesItsPortAtItsTimes) {
+TEST(Stimulus, a_clean_command_drives_its_port_at_its_times) {
     for (const std::string& command : kCleanCommands) {
         if (command == "force clock -c 20") {
             continue;
@@ -376,7 +376,7 @@ TEST(StimulusTest, ACleanCommandDrivesItsPortAtItsTimes) {
     }
 }
 
-TEST(StimulusTest, MuchOfEachKindIsFoundAtOnce) {
+TEST(Stimulus, much_of_each_kind_is_found_at_once) {
     std::string command = "force data 0 0";
     for (int item = 1; item <= 2000; ++item) {
         command += ",,G\xC2\xA0" + std::to_string(item) + "x 1";

@@ -152,35 +152,35 @@ const std::string kSilent[] = {
 };
 // clang-format on
 
-TEST(UnreadPartsTest, ElementsOfUnknownTags) {
+TEST(UnreadParts, elements_of_unknown_tags) {
     expect_warnings(kUnknownElements);
 }
 
-TEST(UnreadPartsTest, EverythingWrongInAHiddenParameter) {
+TEST(UnreadParts, everything_wrong_in_a_hidden_parameter) {
     expect_warnings(kHiddenParameters);
 }
 
-TEST(UnreadPartsTest, AttributesOfWhatHasNone) {
+TEST(UnreadParts, attributes_of_what_has_none) {
     expect_warnings(kAttributes);
 }
 
-TEST(UnreadPartsTest, ConditionsAsAttributesWhereNoneIsRead) {
+TEST(UnreadParts, conditions_as_attributes_where_none_is_read) {
     expect_warnings(kConditions);
 }
 
-TEST(UnreadPartsTest, TextsOfWhatHasNone) {
+TEST(UnreadParts, texts_of_what_has_none) {
     expect_warnings(kTexts);
 }
 
-TEST(UnreadPartsTest, TwoWaysToSayOneThing) {
+TEST(UnreadParts, two_ways_to_say_one_thing) {
     expect_warnings(kOverridden);
 }
 
-TEST(UnreadPartsTest, WhatIsReadOrToldStaysSilent) {
+TEST(UnreadParts, what_is_read_or_told_stays_silent) {
     expect_silence(kSilent);
 }
 
-TEST(UnreadPartsTest, AttributesOfXmlStaySilent) {
+TEST(UnreadParts, attributes_of_xml_stay_silent) {
     EXPECT_EQ(LintFixture().warnings_of_file(
                   "<ROOT xmlns='a' xmlns:xsi='b' xsi:schemaLocation='c' xml:lang='en'/>"),
               Lines());
@@ -188,7 +188,7 @@ TEST(UnreadPartsTest, AttributesOfXmlStaySilent) {
               Lines({"1:7 the attribute VERSION of ROOT is not read [unknown-attribute]"}));
 }
 
-TEST(UnreadPartsTest, ARootThatIsNotRootInIncludedFilesToo) {
+TEST(UnreadParts, a_root_that_is_not_root_in_included_files_too) {
     EXPECT_EQ(LintFixture().warnings_of_file("<Root><PORTS><A/></PORTS></Root>"),
               Lines({"1:1 the root of the file is Root and not ROOT: nothing of the file is read "
                      "[foreign-root]",
@@ -201,7 +201,7 @@ TEST(UnreadPartsTest, ARootThatIsNotRootInIncludedFilesToo) {
                      "  known here: ROOT"}));
 }
 
-TEST(UnreadPartsTest, FilesThatCannotBeReadAreLeftToTheirMessages) {
+TEST(UnreadParts, files_that_cannot_be_read_are_left_to_their_messages) {
     EXPECT_EQ(LintFixture().warnings_of_file("<Root/><Root/>"), Lines());
     EXPECT_EQ(LintFixture().warnings_of_file("<Root>"), Lines());
 }

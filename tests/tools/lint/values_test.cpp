@@ -137,23 +137,23 @@ const std::string kSilent[] = {
 };
 // clang-format on
 
-TEST(ValuesTest, OutsideTheirList) {
+TEST(Values, outside_their_list) {
     expect_warnings(kLists);
 }
 
-TEST(ValuesTest, OutsideTheirRange) {
+TEST(Values, outside_their_range) {
     expect_warnings(kRanges);
 }
 
-TEST(ValuesTest, OfAnotherKind) {
+TEST(Values, of_another_kind) {
     expect_warnings(kKinds);
 }
 
-TEST(ValuesTest, DefaultsThatDoNotCount) {
+TEST(Values, defaults_that_do_not_count) {
     expect_warnings(kDefaults);
 }
 
-TEST(ValuesTest, WhatCanBeLegalStaysSilent) {
+TEST(Values, what_can_be_legal_stays_silent) {
     expect_silence(kSilent);
 }
 

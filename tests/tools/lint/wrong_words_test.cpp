@@ -150,27 +150,27 @@ const std::string kSilent[] = {
 };
 // clang-format on
 
-TEST(WrongWordsTest, WordsThatCountAsOthers) {
+TEST(WrongWords, words_that_count_as_others) {
     expect_warnings(kWords);
 }
 
-TEST(WrongWordsTest, NumbersThatAreNone) {
+TEST(WrongWords, numbers_that_are_none) {
     expect_warnings(kNumbers);
 }
 
-TEST(WrongWordsTest, ListsThatAreOneEntry) {
+TEST(WrongWords, lists_that_are_one_entry) {
     expect_warnings(kSeparators);
 }
 
-TEST(WrongWordsTest, NamesThatNobodyCanWrite) {
+TEST(WrongWords, names_that_nobody_can_write) {
     expect_warnings(kNames);
 }
 
-TEST(WrongWordsTest, WhatIsReadAsWrittenStaysSilent) {
+TEST(WrongWords, what_is_read_as_written_stays_silent) {
     expect_silence(kSilent);
 }
 
-TEST(WrongWordsTest, LongTextsAreCutInTheMessage) {
+TEST(WrongWords, long_texts_are_cut_in_the_message) {
     const Lines lines = LintFixture().warnings(wave("INDEX='" + std::string(1000, 'x') + "'"));
     ASSERT_EQ(lines.size(), 1U);
     EXPECT_EQ(lines[0], "2:34 \"" + std::string(60, 'x') +

@@ -97,7 +97,7 @@ private:
     pid_t child_ = -1;
 };
 
-TEST(ProgressTest, ALongRunSaysWhatItDoesAndErasesThat) {
+TEST(Progress, a_long_run_says_what_it_does_and_erases_that) {
     const TerminalRun run;
     const std::string waiting = run.shown_within(std::chrono::milliseconds(2500));
     EXPECT_EQ(waiting.substr(0, waiting.find('\r', 1)), "\rchecking 1 of 1: -");
@@ -111,7 +111,7 @@ TEST(ProgressTest, ALongRunSaysWhatItDoesAndErasesThat) {
     EXPECT_NE(rest.find("1 file checked: 1 error in 1 file"), std::string::npos) << rest;
 }
 
-TEST(ProgressTest, AnInterruptedRunLeavesNoLineBehind) {
+TEST(Progress, an_interrupted_run_leaves_no_line_behind) {
     for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
         TerminalRun run;
         const std::string line = "\rchecking 1 of 1: -";
@@ -127,7 +127,7 @@ TEST(ProgressTest, AnInterruptedRunLeavesNoLineBehind) {
     }
 }
 
-TEST(ProgressTest, AShortRunSaysNothingOfItself) {
+TEST(Progress, a_short_run_says_nothing_of_itself) {
     const TerminalRun run;
     run.give("<ROOT/>");
     EXPECT_EQ(run.shown_within(kLong), "1 file checked: no messages\r\n");

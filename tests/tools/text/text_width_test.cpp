@@ -53,27 +53,27 @@ constexpr WidthRow kEscapedWidths[] = {
 };
 // clang-format on
 
-TEST(TextWidthTest, WideCharactersTakeTwoColumnsAndCombiningOnesNone) {
+TEST(TextWidth, wide_characters_take_two_columns_and_combining_ones_none) {
     for (const WidthRow& row : kWidths) {
         EXPECT_EQ(text_width(row.text), row.width) << row.text;
     }
 }
 
-TEST(TextWidthTest, WhatIsEscapedIsMeasuredAsItIsShown) {
+TEST(TextWidth, what_is_escaped_is_measured_as_it_is_shown) {
     for (const WidthRow& row : kEscapedWidths) {
         EXPECT_EQ(text_width(row.text), row.width) << escape_text(row.text);
         EXPECT_EQ(text_width(escape_text(row.text)), row.width) << escape_text(row.text);
     }
 }
 
-TEST(TextWidthTest, CellsKeepCombiningCharactersWithTheirLetter) {
+TEST(TextWidth, cells_keep_combining_characters_with_their_letter) {
     EXPECT_EQ(texts_of(text_cells("ae\u0301\u5E45")), (Lines{"a", "e\u0301", "\u5E45"}));
     EXPECT_EQ(texts_of(text_cells("\u0301a")), (Lines{"\u0301", "a"}));
     EXPECT_EQ(texts_of(text_cells("")), Lines());
     EXPECT_EQ(text_cells("\u5E45")[0].width, 2U);
 }
 
-TEST(TextWidthTest, TheStartThatFitsEndsBetweenCharacters) {
+TEST(TextWidth, the_start_that_fits_ends_between_characters) {
     EXPECT_EQ(start_within("abc", 2), "ab");
     EXPECT_EQ(start_within("abc", 3), "abc");
     EXPECT_EQ(start_within("abc", 9), "abc");
@@ -82,7 +82,7 @@ TEST(TextWidthTest, TheStartThatFitsEndsBetweenCharacters) {
     EXPECT_EQ(start_within("ae\u0301b", 2), "ae\u0301");
 }
 
-TEST(TextWidthTest, TheEndThatFitsBeginsBetweenCharacters) {
+TEST(TextWidth, the_end_that_fits_begins_between_characters) {
     EXPECT_EQ(end_within("abc", 2), "bc");
     EXPECT_EQ(end_within("abc", 3), "abc");
     EXPECT_EQ(end_within("abc", 0), "");
@@ -91,7 +91,7 @@ TEST(TextWidthTest, TheEndThatFitsBeginsBetweenCharacters) {
     EXPECT_EQ(end_within("ae\u0301b", 2), "e\u0301b");
 }
 
-TEST(TextWidthTest, AShortenedTextEndsWithItsMark) {
+TEST(TextWidth, a_shortened_text_ends_with_its_mark) {
     EXPECT_EQ(shortened_to("abcd", 4), "abcd");
     EXPECT_EQ(shortened_to("abcde", 4), "abc\u2026");
     EXPECT_EQ(shortened_to("abcde", 4, "~"), "abc~");
@@ -99,7 +99,7 @@ TEST(TextWidthTest, AShortenedTextEndsWithItsMark) {
     EXPECT_EQ(shortened_to("\u5E45", 1), "\u2026");
 }
 
-TEST(TextWidthTest, TextIsBrokenAtBlanks) {
+TEST(TextWidth, text_is_broken_at_blanks) {
     EXPECT_EQ(wrap_text("", 5), (Lines{""}));
     EXPECT_EQ(wrap_text("ab cd ef", 5), (Lines{"ab cd", "ef"}));
     EXPECT_EQ(wrap_text("ab cd ef", 2), (Lines{"ab", "cd", "ef"}));
@@ -107,12 +107,12 @@ TEST(TextWidthTest, TextIsBrokenAtBlanks) {
     EXPECT_EQ(wrap_text("a  b", 9), (Lines{"a  b"}));
 }
 
-TEST(TextWidthTest, TextIsBrokenByItsColumns) {
+TEST(TextWidth, text_is_broken_by_its_columns) {
     EXPECT_EQ(wrap_text("\u5E45\u5E45 \u5E45", 6), (Lines{"\u5E45\u5E45", "\u5E45"}));
     EXPECT_EQ(wrap_text("e\u0301e\u0301 e\u0301", 4), (Lines{"e\u0301e\u0301 e\u0301"}));
 }
 
-TEST(TextWidthTest, AWordWiderThanALineIsBrokenWhereItMayBe) {
+TEST(TextWidth, a_word_wider_than_a_line_is_broken_where_it_may_be) {
     EXPECT_EQ(wrap_text("AUTO;BLOCK;REGISTERS", 11), (Lines{"AUTO;BLOCK;", "REGISTERS"}));
     EXPECT_EQ(wrap_text("a 10,20,30", 6), (Lines{"a", "10,20,", "30"}));
     EXPECT_EQ(wrap_text("\u5E45\u5E45\u5E45", 5), (Lines{"\u5E45\u5E45", "\u5E45"}));

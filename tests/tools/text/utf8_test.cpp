@@ -6,7 +6,7 @@
 
 namespace {
 
-TEST(Utf8Test, WellFormedSequencesHaveTheirLength) {
+TEST(Utf8, well_formed_sequences_have_their_length) {
     struct Row {
         const char* text;
         std::size_t length;
@@ -38,7 +38,7 @@ TEST(Utf8Test, WellFormedSequencesHaveTheirLength) {
     }
 }
 
-TEST(Utf8Test, EverythingElseHasNone) {
+TEST(Utf8, everything_else_has_none) {
     for (const char* const text :
          {"\x80", "\xBF", "\xC0\x80", "\xC1\xBF", "\xE0\x9F\xBF", "\xED\xA0\x80", "\xED\xBF\xBF",
           "\xF0\x8F\xBF\xBF", "\xF4\x90\x80\x80", "\xF5\x80\x80\x80", "\xFF", "\xC2z",

@@ -7,7 +7,7 @@
 
 namespace {
 
-TEST(WholeNumberTest, DigitsAreReadAsFarAsTheTypeReaches) {
+TEST(WholeNumber, digits_are_read_as_far_as_the_type_reaches) {
     EXPECT_EQ(whole_number<std::int32_t>("0"), 0);
     EXPECT_EQ(whole_number<std::int32_t>("-0"), 0);
     EXPECT_EQ(whole_number<std::int32_t>("007"), 7);
@@ -16,7 +16,7 @@ TEST(WholeNumberTest, DigitsAreReadAsFarAsTheTypeReaches) {
     EXPECT_EQ(whole_number<std::uint8_t>("255"), 255);
 }
 
-TEST(WholeNumberTest, NothingElseIsANumber) {
+TEST(WholeNumber, nothing_else_is_a_number) {
     for (const char* const text : {"", "-", "+1", " 1", "1 ", "1.0", "0x1", "1e3", "--1",
                                    "2147483648", "-2147483649", "99999999999999999999"}) {
         EXPECT_FALSE(whole_number<std::int32_t>(text).has_value()) << text;

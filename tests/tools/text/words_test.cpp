@@ -4,25 +4,25 @@
 
 namespace {
 
-TEST(WordsTest, OnlyOneIsSingular) {
+TEST(Words, only_one_is_singular) {
     EXPECT_EQ(counted(0, "error"), "0 errors");
     EXPECT_EQ(counted(1, "error"), "1 error");
     EXPECT_EQ(counted(2, "error"), "2 errors");
 }
 
-TEST(WordsTest, NamesAreQuoted) {
+TEST(Words, names_are_quoted) {
     EXPECT_EQ(quoted({}), "none");
     EXPECT_EQ(quoted({"a"}), "'a'");
     EXPECT_EQ(quoted({"a", "b", ""}), "'a', 'b', ''");
 }
 
-TEST(WordsTest, AChoiceOfNamesEndsWithOr) {
+TEST(Words, a_choice_of_names_ends_with_or) {
     EXPECT_EQ(quoted_choice({"a"}), "'a'");
     EXPECT_EQ(quoted_choice({"a", "b"}), "'a' or 'b'");
     EXPECT_EQ(quoted_choice({"a", "b", "c"}), "'a', 'b' or 'c'");
 }
 
-TEST(WordsTest, AScaleThatHasANumberIsNoUnit) {
+TEST(Words, a_scale_that_has_a_number_is_no_unit) {
     EXPECT_EQ(with_unit(10, "ns"), "10 ns");
     EXPECT_EQ(with_unit(-10, ""), "-10");
     EXPECT_EQ(with_unit(10, "100 ps"), "10");

@@ -39,7 +39,7 @@ constexpr FitRow kRows[] = {
 };
 // clang-format on
 
-TEST(FitValueTest, NoWrongNumberCanBeReadWhereAValueIsCut) {
+TEST(FitValue, no_wrong_number_can_be_read_where_a_value_is_cut) {
     for (const FitRow& row : kRows) {
         EXPECT_EQ(fit_value(row.shown, row.radix, false, row.columns, "~"), row.cut_high)
             << row.shown << " in " << row.columns;

@@ -434,6 +434,7 @@ void Engine::run_cycle(std::uint32_t component) {
     // A port may stay CONSTANT while the number that stands in place of its state is another one.
     const auto number = [&](std::uint32_t node) { return numbers_[node % objects]; };
     std::vector<std::pair<Value, Value>> before;
+    before.reserve(order.size());
     for (const std::uint32_t node : order) {
         before.emplace_back(slot(node), number(node));
     }
