@@ -263,3 +263,15 @@ TEST(Judging, what_depends_on_a_cycle_follows_it) {
     EXPECT_EQ(state_of(d.session, "p"), "CONSTANT:2");
     EXPECT_EQ(value_of(d.session, "AFTER"), "3");
 }
+
+// Rules that alternate between the two zeros of reals would never come to rest.
+TEST(Judging, there_is_one_zero) {
+    Described d(in("HIDDEN_PARAMETERS",
+                   "<PARAMETER NAME='N' VALUE='-18'/><PARAMETER NAME='A' VALUE='B * N'/>"
+                   "<PARAMETER NAME='B' VALUE='0.0'><FORCE_VALUE V='A'/></PARAMETER>"
+                   "<PARAMETER NAME='C' VALUE='0.0'><FORCE_VALUE V='C' IF='1'/>"
+                   "<FORCE_VALUE V='-C' IF='2'/></PARAMETER>"));
+    EXPECT_EQ(value_of(d.session, "A"), "0");
+    EXPECT_EQ(evaluated(d.session, "-(0.0)"), "0");
+    EXPECT_EQ(verdicts_of(d.session), Texts());
+}

@@ -477,7 +477,8 @@ def fitting(value):
 def finite(value):
     if math.isnan(value):
         return fault_value("domain")
-    return fault_value("too-large") if math.isinf(value) else value
+    # There is no negative zero.
+    return fault_value("too-large") if math.isinf(value) else value + 0.0
 
 
 def number_in(text):
@@ -632,7 +633,7 @@ def calculate(operator, left, right):
 def signed(kind, value):
     if kind == "plus":
         return value
-    return fitting(-value) if type(value) is int else -value
+    return fitting(-value) if type(value) is int else finite(-value)
 
 
 def rounded(name, value):

@@ -26,6 +26,8 @@ Value Value::whole(Whole whole) {
 
 Value Value::real(double real) {
     Value value{0, 0, ValueKind::kReal};
+    // One zero: it is equal to its negative, and equal values are the same.
+    real = real == 0 ? 0 : real;
     std::memcpy(&value.low, &real, sizeof(real));
     return value;
 }
