@@ -88,7 +88,7 @@ Command make_configure() {
             {.name = "--allow-hidden", .target = &options->request.allows_hidden,
              .help = "Let hidden parameters be set"},
             {.name = "--why", .value_name = "NAME", .target = &options->depth.why,
-             .help = "Explain the value and the findings of NAME; 'all' explains every finding"},
+             .help = "Explain NAME's value and findings; 'all' explains every finding"},
             {.name = "--repairs", .target = &options->depth.shows_all_repairs,
              .help = "Show every change that makes a finding go, not the best alone"},
             {.name = "--format", .value_name = "FORMAT", .target = &options->format,

@@ -118,10 +118,10 @@ void add_operands(const KIVO_WHY& why, const KIVO_INFO& info, Table& table) {
         waiting.pop_back();
         const KIVO_OPERAND& operand = why.operands[step.operand];
         const std::string value = operand.is_known ? operand.value : "not known";
-        const std::string indent(2 * std::min(step.depth, kDeepest), ' ');
+        std::string name(2 * std::min(step.depth, kDeepest), ' ');
+        name.append(operand.name).append(" = ").append(value);
         const bool is_again = is_told[step.operand] && !operand.operands.empty();
-        table.add(indent + operand.name + " = " + value,
-                  is_again ? "see above" : operand.source_text,
+        table.add(std::move(name), is_again ? "see above" : operand.source_text,
                   is_again ? std::string() : place_text(info, operand.mark));
         if (!is_told[step.operand]) {
             is_told[step.operand] = true;

@@ -24,7 +24,7 @@ void sort_by_rank(const Model& model, std::vector<std::uint32_t>& nodes) {
 
 Cone cone_above(const Model& model, const std::vector<std::uint32_t>& objects) {
     Cone cone;
-    cone.is_node.resize(2 * model.object_count());
+    cone.is_node.resize(std::size_t{2} * model.object_count());
     for (const std::uint32_t object : objects) {
         add_node(cone, object);
         if (is_port(model.description->objects[object].kind)) {
@@ -47,7 +47,7 @@ Cone cone_above(const Model& model, const std::vector<std::uint32_t>& objects) {
 Cone cone_below(const Model& model, const std::vector<std::uint32_t>& nodes,
                 const std::vector<std::uint32_t>& leaves) {
     Cone cone;
-    cone.is_node.resize(2 * model.object_count());
+    cone.is_node.resize(std::size_t{2} * model.object_count());
     cone.leaves = leaves;
     for (const std::uint32_t node : nodes) {
         add_node(cone, node);

@@ -30,7 +30,7 @@ public:
           target_(target),
           budget_(effort),
           trial_(engine) {
-        everything_.is_node.assign(2 * model_.object_count(), 1);
+        everything_.is_node.assign(std::size_t{2} * model_.object_count(), 1);
     }
 
     KIVO_CONFLICT run() {

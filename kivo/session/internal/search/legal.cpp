@@ -52,6 +52,7 @@ OwnGoal own_goal(const Model& model, std::uint32_t object, const Cone& above) {
 
 std::vector<KIVO_RUN> runs_of(const std::vector<Interval>& intervals) {
     std::vector<KIVO_RUN> runs;
+    runs.reserve(intervals.size());
     for (const Interval& each : intervals) {
         runs.push_back({to_text(each.first), to_text(each.last)});
     }

@@ -98,6 +98,7 @@ private:
         }
         const Cone above = cone_above(model_, objects);
         std::vector<Domain> domains;
+        domains.reserve(objects.size());
         for (const std::uint32_t object : objects) {
             domains.push_back(domain_of(engine_, object, above));
         }

@@ -239,9 +239,12 @@ Finding Search::can_be_met(const Box& box) {
             return Finding::kYes;
         }
         auto [first, second] = halves(part, outlook);
-        const bool is_first_nearer = distance_of(first.box) <= distance_of(second.box);
-        waiting.push_back(is_first_nearer ? std::move(second) : std::move(first));
-        waiting.push_back(is_first_nearer ? std::move(first) : std::move(second));
+        // The nearer one is looked at first, so it goes last.
+        if (distance_of(first.box) <= distance_of(second.box)) {
+            std::swap(first, second);
+        }
+        waiting.push_back(std::move(first));
+        waiting.push_back(std::move(second));
     }
     return Finding::kNo;
 }

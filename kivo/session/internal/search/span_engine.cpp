@@ -49,7 +49,7 @@ SpanEngine::SpanEngine(const Engine& engine, const Cone& above)
       model_(engine.model()),
       description_(*model_.description),
       evaluator_(model_.code, engine.words(), engine.reasons(), *this),
-      slots_(2 * model_.object_count(), kNone) {
+      slots_(std::size_t{2} * model_.object_count(), kNone) {
     for (std::uint32_t i = 0; i < above.nodes.size(); ++i) {
         slots_[above.nodes[i]] = i;
     }
@@ -236,7 +236,7 @@ Span SpanEngine::condition(std::uint32_t text) {
         return Span::fault();
     }
     const CompiledText& compiled = model_.texts[text];
-    const Span decided = evaluator_.condition(compiled.program);
+    Span decided = evaluator_.condition(compiled.program);
     if (compiled.implication == kNone) {
         return decided;
     }

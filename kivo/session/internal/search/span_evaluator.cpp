@@ -255,6 +255,8 @@ Span SpanEvaluator::either(const Span& first, const Span& second) const {
     return negated(both(negated(as_condition(first)), negated(as_condition(second))));
 }
 
+// A text that stands for a number is compared once more as that number, and no deeper.
+// NOLINTNEXTLINE(misc-no-recursion)
 Span SpanEvaluator::compared(Operator operation, Span left, Span right) const {
     Span result;
     left = as_operand(left);
@@ -266,6 +268,7 @@ Span SpanEvaluator::compared(Operator operation, Span left, Span right) const {
     if (left.is_text() && right.is_text()) {
         compare_texts(operation, left, right, result);
     }
+    // NOLINTNEXTLINE(misc-no-recursion)
     const auto compare_mixed = [&](const Span& text, const Span& number) {
         if (!text.is_text() || !number.is_number()) {
             return;
