@@ -99,7 +99,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         const std::vector<std::string> conditions = wave_conditions(*vector);
         check_wave(make_wave_model(info, *vector, {}, kMostTransitions));
         if (!conditions.empty()) {
-            check_wave(make_wave_model(info, *vector, conditions, kMostTransitions));
+            check_wave(make_wave_model(info, *vector, {.otherwise = conditions}, kMostTransitions));
         }
     }
     return 0;

@@ -28,7 +28,8 @@ std::string found_in(const std::string& name, const Directories& directories) {
         return name;
     }
     for (const std::string& directory : directories) {
-        const std::string path = directory + (directory.back() == '/' ? "" : "/") + name;
+        std::string path = directory;
+        path.append(directory.back() == '/' ? "" : "/").append(name);
         if (stat(path.c_str(), &state) == 0 && S_ISREG(state.st_mode)) {
             return path;
         }

@@ -35,7 +35,7 @@ bool is_plain(std::string_view name) {
 
 std::string PageNames::add(std::string_view kind, const std::string& name) {
     // A number cannot be another one's plain name.
-    const std::string id =
+    std::string id =
         std::string(kind) + '-' + (is_plain(name) ? name : std::to_string(++unwritable_));
     ids_.emplace(name, id);
     return id;

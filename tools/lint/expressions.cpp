@@ -251,13 +251,13 @@ private:
     void post(const FaultRow& row, const KIVO_FAULT& fault, const TextInSource& where) {
         const Saying saying = saying_of(fault);
         const std::size_t offset = saying.look_alike.value_or(fault.offset);
-        Place place = where.place(offset, saying.look_alike ? 1 : fault.length);
+        const Place place = where.place(offset, saying.look_alike ? 1 : fault.length);
         const Position start = place.start.value_or(Position{});
         // A text that several records share is one in the file.
         if (!told_.emplace(place.file, start.line, start.column, row.row.id).second) {
             return;
         }
-        Finding& finding = lint_.post(row.row, *where.element, std::move(place), saying.text);
+        Finding& finding = lint_.post(row.row, *where.element, place, saying.text);
         if (!saying.meant.empty()) {
             finding.notes.push_back(did_you_mean(saying.meant, finding.place));
         }
