@@ -90,6 +90,7 @@ private:
         signal.fixed_point = vector_.get_vector_display_format_description(signal.name);
         // The values of each command, by their position in its timeline.
         std::vector<ValuePositions> positions;
+        positions.reserve(drivers.size());
         for (const Driver* driver : drivers) {
             positions.push_back(add_values(*driver, signal));
         }
