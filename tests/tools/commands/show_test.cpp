@@ -640,7 +640,8 @@ TEST(Show, settings_are_in_the_json_too) {
         }
     }
     const RunResult plain = run_kivo({"show", example("fifo_info.xml"), "--format", "json"});
-    for (const nlohmann::json& object : nlohmann::json::parse(plain.out)["object_map"]) {
+    const nlohmann::json without = nlohmann::json::parse(plain.out);
+    for (const nlohmann::json& object : without["object_map"]) {
         EXPECT_EQ(object["current_value"], "");
     }
 }
