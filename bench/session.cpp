@@ -31,12 +31,23 @@ std::string rules_description(std::size_t rules) {
     return text + "</RULES></ROOT>\n";
 }
 
+// As many rules, each with a name that nothing has.
+std::string faulty_description(std::size_t rules) {
+    std::string text =
+        "<ROOT><PARAMETERS><PARAMETER NAME=\"P0\" TYPE=\"INTEGER\" "
+        "VALUE=\"8\"/></PARAMETERS><RULES>";
+    for (std::size_t i = 0; i < rules; ++i) {
+        text += "<RULE>P0 gt NOBODY" + std::to_string(i) + "</RULE>\n";
+    }
+    return text + "</RULES></ROOT>\n";
+}
+
 // A loaded description and a session of it.
 struct Subject {
-    Subject(const Settings& settings, std::size_t rules) {
-        const auto path = settings.folder / ("rules_" + std::to_string(rules) + ".xml");
+    Subject(const Settings& settings, const std::string& name, const std::string& text) {
+        const auto path = settings.folder / (name + ".xml");
         std::ofstream file(path, std::ios::binary);
-        file << rules_description(rules);
+        file << text;
         require(static_cast<bool>(file.flush()), "a file cannot be written");
         const std::size_t before = used_memory();
         info = std::make_unique<KIVO_INFO>();
@@ -44,7 +55,6 @@ struct Subject {
         store_bytes = used_memory() - before;
         session = std::make_unique<KIVO_SESSION>(*info);
         session_bytes = used_memory() - before - store_bytes;
-        require(session->is_legal(), "a description is not legal");
     }
     Subject(const Subject&) = delete;
     Subject& operator=(const Subject&) = delete;
@@ -63,6 +73,30 @@ struct Subject {
 
 using SharedSubject = std::shared_ptr<Subject>;
 
+SharedSubject make_sound(const Settings& settings, std::size_t rules) {
+    auto subject = std::make_shared<Subject>(settings, "rules_" + std::to_string(rules),
+                                             rules_description(rules));
+    require(subject->session->is_legal(), "a description is not legal");
+    return subject;
+}
+
+SharedSubject make_faulty(const Settings& settings, std::size_t rules) {
+    auto subject = std::make_shared<Subject>(settings, "faulty_" + std::to_string(rules),
+                                             faulty_description(rules));
+    require(subject->session->faults().size() == rules, "a description has not all the faults");
+    return subject;
+}
+
+// Faults and verdicts after a setting, which tells all of them anew.
+Work tell_faults(const SharedSubject& subject) {
+    return timed([subject, is_odd = false]() mutable {
+        is_odd = !is_odd;
+        subject->session->set("P0", is_odd ? "9" : "10");
+        require(subject->session->verdicts().size() == subject->session->faults().size(),
+                "not every fault is a verdict");
+    });
+}
+
 Work compile(const SharedSubject& subject) {
     return timed([subject] { const KIVO_SESSION session(*subject->info); });
 }
@@ -77,12 +111,49 @@ Work set(const SharedSubject& subject, const std::string& name) {
     });
 }
 
+// The one verdict of a fork in which two settings break a rule.
+struct Broken {
+    explicit Broken(const Subject& subject) : session(subject.session->fork()) {
+        const auto result = session.set_all({{"P55", "300"}, {"P56", "9"}});
+        require(result == KIVO_SET_RESULT::kDone, "parameters cannot be set");
+        require(session.verdicts().size() == 1, "there is not one verdict");
+        verdict = session.verdicts()[0].subject;
+    }
+
+    KIVO_SESSION session;
+    KIVO_SUBJECT verdict;
+};
+
+using SharedBroken = std::shared_ptr<Broken>;
+
+Work ask_why(const SharedBroken& broken) {
+    return timed([broken] {
+        require(broken->session.why(broken->verdict).operands.size() >= 8, "nothing decides");
+    });
+}
+
+Work ask_conflict(const SharedBroken& broken) {
+    return timed([broken] {
+        const KIVO_CONFLICT conflict = broken->session.conflict(broken->verdict);
+        require(conflict.settings.size() == 2 && !conflict.may_be_smaller, "no conflict of two");
+    });
+}
+
+Work ask_repairs(const SharedBroken& broken) {
+    return timed([broken] {
+        bool are_all_tried = false;
+        require(broken->session.repairs(broken->verdict, {}, &are_all_tried).size() >= 2,
+                "there are not two ways out");
+        require(are_all_tried, "not every way out was tried");
+    });
+}
+
 }  // namespace
 
 void register_session(const Settings& settings, Results& results) {
     const std::size_t rules = settings.session_rules;
-    const auto large = std::make_shared<Subject>(settings, rules);
-    const auto small = std::make_shared<Subject>(settings, rules / 10);
+    const auto large = make_sound(settings, rules);
+    const auto small = make_sound(settings, rules / 10);
     const std::string of = ", " + std::to_string(rules) + " rules";
     const double batch = settings.batch_seconds;
     const auto add_single = [&results, &settings, batch](const std::string& what, const Work& work,
@@ -113,6 +184,13 @@ void register_session(const Settings& settings, Results& results) {
                               ">= 1000 x");
         });
     add_cost(few, "a tenth of the rules", set(large, "P50"), set(small, "P50"), "<= 1.2 x");
+    add_cost("faults of " + std::to_string(rules) + " rules", "a tenth of it",
+             tell_faults(make_faulty(settings, rules)),
+             tell_faults(make_faulty(settings, rules / 10)), "<= 13 x");
+    const auto broken = std::make_shared<Broken>(*large);
+    add_single("why of a verdict" + of, ask_why(broken), "<= 50 ms");
+    add_single("conflict of a verdict" + of, ask_conflict(broken), "<= 50 ms");
+    add_single("repairs of a verdict" + of, ask_repairs(broken), "<= 50 ms");
     results.add({"memory of a session" + of, format_size(large->session_bytes), "its store",
                  format_size(large->store_bytes),
                  format_ratio(static_cast<double>(large->session_bytes) /

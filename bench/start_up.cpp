@@ -30,6 +30,15 @@ void register_start_up(const Settings& settings, Results& results) {
         const Work theirs = run_to_end({KIVO_BENCH_EMPTY});
         results.add_cost(what, "empty C++ process", compare(state, ours, theirs, batch), "<= 2 x");
     });
+    for (const char* const name : {"fifo", "counter", "ram"}) {
+        const std::string example = std::string(KIVO_EXAMPLES "/") + name + "_info.xml";
+        const std::string row = std::string("kivo configure of the ") + name;
+        register_rounds(row.c_str(), settings.rounds, [=, &results](benchmark::State& state) {
+            const Work ours = run_to_end({KIVO_PROGRAM, "configure", example});
+            const Work theirs = run_to_end({KIVO_PROGRAM, "show", example});
+            results.add_cost(row, "kivo show", compare(state, ours, theirs, batch), "<= 2 x");
+        });
+    }
     register_rounds("start-up work", 1, [&results](benchmark::State& state) {
         StartWork work;
         for (auto round : state) {

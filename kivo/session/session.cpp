@@ -473,9 +473,14 @@ KIVO_CONFLICT KIVO_SESSION::conflict(const KIVO_SUBJECT& subject, KIVO_EFFORT ef
     return conflict_of(inside_->engine, subject, effort);
 }
 
-std::vector<KIVO_REPAIR> KIVO_SESSION::repairs(const KIVO_SUBJECT& subject,
-                                               KIVO_EFFORT effort) const {
-    return repairs_of(inside_->engine, subject, effort);
+std::vector<KIVO_REPAIR> KIVO_SESSION::repairs(const KIVO_SUBJECT& subject, KIVO_EFFORT effort,
+                                               bool* are_all_tried) const {
+    bool is_complete = true;
+    std::vector<KIVO_REPAIR> found = repairs_of(inside_->engine, subject, effort, is_complete);
+    if (are_all_tried != nullptr) {
+        *are_all_tried = is_complete;
+    }
+    return found;
 }
 
 std::vector<KIVO_CHANGE> KIVO_SESSION::take_changes() {

@@ -319,7 +319,10 @@ public:
     // that was granted is overridden: every item of lists, the nearest whole numbers below and
     // above. When there are none, changes of two settings. The best first: those that change the
     // fewest given settings, then the nearest values.
-    std::vector<KIVO_REPAIR> repairs(const KIVO_SUBJECT& subject, KIVO_EFFORT effort = {}) const;
+    // "are_all_tried" (may be null) becomes false when the effort did not suffice: there may be
+    // more of them then, or better ones.
+    std::vector<KIVO_REPAIR> repairs(const KIVO_SUBJECT& subject, KIVO_EFFORT effort = {},
+                                     bool* are_all_tried = nullptr) const;
 
     // What may have changed since the last call, each once.
     std::vector<KIVO_CHANGE> take_changes();

@@ -133,3 +133,32 @@ TEST(Repairs, of_what_holds_there_are_none) {
     EXPECT_TRUE(d.session.conflict(subject).settings.empty());
     EXPECT_EQ(d.session.why(subject).holds, KIVO_TRUTH::kYes);
 }
+
+TEST(Repairs, say_when_the_effort_did_not_suffice_to_try_all) {
+    Described d(in("PARAMETERS", integer("A", "VALUE='1'") + integer("B", "VALUE='2'") +
+                                     integer("C", "VALUE='3'")) +
+                in("RULES", "<RULE>A * B == C * C * 7</RULE>"));
+    const KIVO_SUBJECT subject = d.session.verdicts()[0].subject;
+    bool are_all_tried = false;
+    const std::size_t all = d.session.repairs(subject, {}, &are_all_tried).size();
+    EXPECT_GT(all, 0U);
+    EXPECT_TRUE(are_all_tried);
+    EXPECT_LT(d.session.repairs(subject, {4, 4, 2000}, &are_all_tried).size(), all);
+    EXPECT_FALSE(are_all_tried);
+    d.session.set("A", "63");
+    d.session.set("B", "1");
+    ASSERT_TRUE(d.session.is_legal());
+    EXPECT_TRUE(d.session.repairs(subject, {4, 4, 2000}, &are_all_tried).empty());
+    EXPECT_TRUE(are_all_tried);
+}
+
+TEST(Repairs, none_at_all_is_an_answer_when_all_were_tried) {
+    Described never(
+        in("PARAMETERS", integer("A", "VALUE='1'", "<FORCE_RANGE MIN='0' MAX='9'/>") +
+                             integer("B", "VALUE='1'", "<FORCE_RANGE MIN='0' MAX='9'/>")) +
+        in("RULES", "<RULE>A * B gt 99</RULE>"));
+    bool are_all_tried = false;
+    EXPECT_TRUE(
+        never.session.repairs(never.session.verdicts()[0].subject, {}, &are_all_tried).empty());
+    EXPECT_TRUE(are_all_tried);
+}

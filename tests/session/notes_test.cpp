@@ -108,14 +108,26 @@ TEST(Notes, tell_what_is_wrong_with_macros_that_nothing_uses) {
                      "macro-arguments A MACRO DEFINITION 4+4: V + log2(1, 2)"}));
     EXPECT_EQ(notes_of(declared + macros("<MACRO NAME='A' DEFINITION='1 + B'/>"
                                          "<MACRO NAME='B' DEFINITION='A'/>")),
-              (Texts{"macro-recursion A MACRO DEFINITION 4+0: 1 + B",
-                     "macro-recursion B MACRO DEFINITION 0+0: A"}));
+              (Texts{"macro-recursion A MACRO DEFINITION 4+1: 1 + B",
+                     "macro-recursion B MACRO DEFINITION 0+1: A"}));
     EXPECT_EQ(notes_of(declared + macros("<MACRO NAME='A' ARGUMENTS='n' DEFINITION='n + W'/>")),
               Texts());
     // As a fault when something does.
     EXPECT_EQ(notes_of(declared + macros("<MACRO NAME='A' DEFINITION='W +'/>") +
                        "<RULES><RULE>A gt 1</RULE></RULES>"),
               Texts());
+}
+
+TEST(Notes, tell_through_which_macro_one_that_nothing_uses_uses_itself) {
+    Loaded loaded(
+        macros("<MACRO NAME='A' DEFINITION='1 + B'/><MACRO NAME='B' DEFINITION='A'/>"
+               "<MACRO NAME='C' DEFINITION='C + D'/><MACRO NAME='D' DEFINITION='1'/>"));
+    Texts texts;
+    for (const KIVO_FAULT& note : KIVO_SESSION(loaded.info).notes()) {
+        texts.push_back(note.text);
+    }
+    EXPECT_EQ(texts, (Texts{"the macro A uses itself through B",
+                            "the macro B uses itself through A", "the macro C uses itself"}));
 }
 
 TEST(Notes, tell_of_values_that_look_like_expressions_and_are_read_as_texts) {

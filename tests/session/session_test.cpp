@@ -189,6 +189,24 @@ TEST(Session, macros_that_use_themselves_spoil_what_uses_them) {
     EXPECT_EQ(verdicts_of(d.session), (Texts{"fault A?", "fault B?"}));
 }
 
+TEST(Session, each_of_many_faults_is_told_with_its_own_name) {
+    constexpr int kRules = 3000;
+    std::string rules;
+    for (int i = 0; i < kRules; ++i) {
+        rules += "<RULE>N" + std::to_string(i) + " gt M" + std::to_string(i) + "</RULE>";
+    }
+    Described d(in("PARAMETERS", integer("W", "VALUE='4'")) + in("RULES", rules));
+    const std::vector<KIVO_FAULT>& faults = d.session.faults();
+    ASSERT_EQ(faults.size(), 2U * kRules);
+    ASSERT_EQ(d.session.verdicts().size(), 2U * kRules);
+    for (std::size_t i = 0; i < faults.size(); ++i) {
+        const std::string name = (i % 2 == 0 ? "N" : "M") + std::to_string(i / 2);
+        EXPECT_EQ(faults[i].text, "no parameter, port or macro is called " + name);
+        EXPECT_EQ(faults[i].length, name.size());
+        EXPECT_NE(d.session.verdicts()[i].text.find("called " + name + " ["), std::string::npos);
+    }
+}
+
 TEST(Session, text_values) {
     Described d(in("PARAMETERS",
                    integer("W", "VALUE='4'") +

@@ -1,5 +1,6 @@
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "tools/commands/commands.h"
 #include "tools/commands/configuring.h"
@@ -26,6 +27,19 @@ std::string check_output(const Options& options) {
     return is_input ? "'" + options.output + "' is read; name another output" : "";
 }
 
+// What is asked about exists, as a value or as the subject of a finding.
+std::string check_why(const KIVO_SESSION& session, const std::vector<std::string>& names) {
+    for (const std::string& name : names) {
+        if (name == "all" || session.why({name}).is_known) {
+            continue;
+        }
+        const std::string near = session.nearest_name(name);
+        return "--why: no parameter, port or macro is called '" + name + "'" +
+               (near.empty() ? "" : "; did you mean '" + near + "'?");
+    }
+    return {};
+}
+
 // Colours are for terminals: a file gets none.
 std::string report_of(const Stream& stream, const KIVO_SESSION& session,
                       const Description& description, const Options& options) {
@@ -49,6 +63,10 @@ int configure(Terminal& terminal, const Options& options) {
     const auto session = configured(terminal, description.info(), options.request, &status);
     if (!session) {
         return status;
+    }
+    if (const std::string problem = check_why(*session, options.depth.why); !problem.empty()) {
+        terminal.report_error(problem);
+        return kExitUsage;
     }
     const std::string report = report_of(terminal.out, *session, description, options);
     if (options.output.empty()) {

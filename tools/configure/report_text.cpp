@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "tools/configure/legal_column.h"
 #include "tools/configure/report.h"
 #include "tools/findings/text_report.h"
 #include "tools/terminal/page.h"
@@ -31,14 +32,32 @@ void add_table(Page& page, const char* title, const Table& table) {
     }
 }
 
-void add_settings(Page& page, const char* title, const std::vector<KIVO_SETTING>& settings) {
-    Table table({"Name", "Value", "Source", "Asked for"});
-    for (const KIVO_SETTING& each : settings) {
-        const std::string value = each.value.value_or(kNotKnown);
-        table.add_row(
-            {each.name, value, source_word(each.source, false), asked_if_other(each.asked, value)});
+std::vector<std::string> cells_of(const KIVO_SETTING& setting) {
+    const std::string value = setting.value.value_or(kNotKnown);
+    return {setting.name, value, source_word(setting.source, false),
+            asked_if_other(setting.asked, value)};
+}
+
+void add_settings(Page& page, const KIVO_SESSION& session) {
+    Table table({"Name", "Value", "Source", "Asked for", "Legal values"});
+    LegalColumn legal(session);
+    for (const KIVO_SETTING& each : session.settings()) {
+        std::vector<std::string> cells = cells_of(each);
+        cells.push_back(legal.cell(each.name));
+        table.add_row(std::move(cells));
     }
-    add_table(page, title, table);
+    add_table(page, "Settings", table);
+    if (const std::string footnote = legal.footnote(); !footnote.empty()) {
+        page.prose(footnote, 2);
+    }
+}
+
+void add_hidden(Page& page, const KIVO_SESSION& session) {
+    Table table({"Name", "Value", "Source", "Asked for"});
+    for (const KIVO_SETTING& each : session.hidden()) {
+        table.add_row(cells_of(each));
+    }
+    add_table(page, "Hidden parameters", table);
 }
 
 void add_ports(Page& page, const KIVO_SESSION& session) {
@@ -84,23 +103,32 @@ std::string heading(const Stream& stream, const char* title) {
     return "\n" + stream.paint(Style::kBold, title) + "\n";
 }
 
-// "  conflict of: A=1 B=2" and "  would be legal with: A=2, or B=1".
-std::string ways_out(const VerdictForm& form, bool shows_all_repairs) {
+// "  conflict of: A=1 B=2"
+std::string conflict_line(const VerdictForm& form) {
     std::string text;
     for (const KIVO_ASSIGNMENT& setting : form.conflict.settings) {
         text += (text.empty() ? "  conflict of: " : " ") + setting.name + "=" + setting.value;
     }
     text += form.conflict.may_be_smaller ? " (perhaps not all of them)" : "";
-    text += text.empty() ? "" : "\n";
-    const char* lead = "  would be legal with: ";
-    for (const KIVO_REPAIR& repair : form.repairs) {
-        text += lead + repair.text;
-        lead = ", or ";
-        if (!shows_all_repairs) {
-            break;
-        }
+    return text.empty() ? text : text + "\n";
+}
+
+// "  would be legal with: A=2, or B=1". What is wrong with the description no setting mends.
+std::string repairs_line(const VerdictForm& form, bool shows_all) {
+    const bool has_answer = form.finding.severity == Severity::kError && form.finding.id != "fault";
+    if (form.repairs.empty()) {
+        return !has_answer          ? ""
+               : form.are_all_tried ? "  no change of at most two settings makes it legal\n"
+                                    : "  no change that was tried makes it legal; there are more\n";
     }
-    return escape_lines(text + (form.repairs.empty() ? "" : "\n"));
+    std::string text = "  would be legal with: " + form.repairs[0].text;
+    if (shows_all) {
+        for (auto each = form.repairs.begin() + 1; each != form.repairs.end(); ++each) {
+            text += ", or " + each->text;
+        }
+        text += form.are_all_tried ? "" : " (not all changes were tried)";
+    }
+    return text + "\n";
 }
 
 std::string findings_text(const Stream& stream, const Description& description,
@@ -108,7 +136,7 @@ std::string findings_text(const Stream& stream, const Description& description,
     std::string text;
     for (const VerdictForm& form : forms) {
         text += finding_text(stream, description.name(), form.finding);
-        text += ways_out(form, depth.shows_all_repairs);
+        text += escape_lines(conflict_line(form) + repairs_line(form, depth.shows_all_repairs));
     }
     return text.empty() ? text : heading(stream, "Findings") + text;
 }
@@ -148,8 +176,8 @@ std::string configuration_text(const Stream& stream, const KIVO_SESSION& session
     facts.add("Asked for", asked_for(session));
     facts.add("Wizard map", session.map());
     page.table(facts.table(), 2);
-    add_settings(page, "Settings", session.settings());
-    add_settings(page, "Hidden parameters", session.hidden());
+    add_settings(page, session);
+    add_hidden(page, session);
     add_ports(page, session);
     add_messages(page, session);
     add_applications(page, "Waves", session.vectors());

@@ -84,6 +84,16 @@ Finding finding_of(const KIVO_SESSION& session, const Description& description,
     return finding;
 }
 
+// However many verdicts there are, the answer comes soon.
+KIVO_EFFORT effort_for_each(std::size_t verdicts) {
+    constexpr std::size_t kWithFullEffort = 20;
+    KIVO_EFFORT effort;
+    const auto share = static_cast<std::uint32_t>(verdicts / kWithFullEffort + 1);
+    effort.evaluations /= share;
+    effort.steps /= share;
+    return effort;
+}
+
 }  // namespace
 
 std::vector<VerdictForm> verdict_forms(const KIVO_SESSION& session,
@@ -91,14 +101,15 @@ std::vector<VerdictForm> verdict_forms(const KIVO_SESSION& session,
     std::vector<VerdictForm> forms;
     Sources sources;
     const FaultsByElement faults(session.faults());
+    const KIVO_EFFORT effort = effort_for_each(session.verdicts().size());
     for (const KIVO_VERDICT& verdict : session.verdicts()) {
         VerdictForm& form = forms.emplace_back();
         form.finding = finding_of(session, description, verdict, faults.told_by(verdict), sources);
         form.subject = verdict.subject;
         form.is_undecided = verdict.is_undecided;
         if (verdict.severity != KIVO_SEVERITY::kWarning) {
-            form.conflict = session.conflict(verdict.subject);
-            form.repairs = session.repairs(verdict.subject);
+            form.conflict = session.conflict(verdict.subject, effort);
+            form.repairs = session.repairs(verdict.subject, effort, &form.are_all_tried);
         }
     }
     return forms;

@@ -17,6 +17,7 @@ struct VerdictForm {
     // Of errors and advice; what only warns needs neither.
     KIVO_CONFLICT conflict;
     std::vector<KIVO_REPAIR> repairs;
+    bool are_all_tried = true;  // there are no more repairs
 };
 
 // All verdicts, in the order of the session.

@@ -691,8 +691,8 @@ const char* severity_word(Severity severity) {
                                             : "advice";
 }
 
-std::string summary_of(const MessageDescription& message) {
-    const std::string text = join_lines(message.explanation);
+std::string first_sentence(std::string_view explanation) {
+    const std::string text = join_lines(explanation);
     const std::size_t end = text.find(". ");
     return end == std::string::npos ? text : text.substr(0, end + 1);
 }

@@ -27,8 +27,8 @@ const std::vector<MessageDescription>& message_catalogue();
 // "error", "warning" or "advice".
 const char* severity_word(Severity severity);
 
-// The first sentence of the explanation, in one line.
-std::string summary_of(const MessageDescription& message);
+// The first sentence of an explanation, in one line.
+std::string first_sentence(std::string_view explanation);
 
 // The message of that id, or null.
 const MessageDescription* find_message(std::string_view id);

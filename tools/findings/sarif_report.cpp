@@ -21,7 +21,7 @@ Json message(std::string_view text) {
 Json rule_of(const MessageDescription& row) {
     const std::string explanation = join_lines(row.explanation);
     return {{"id", row.id},
-            {"shortDescription", message(summary_of(row))},
+            {"shortDescription", message(first_sentence(row.explanation))},
             {"fullDescription", message(explanation)},
             {"help", message(explanation + "\n\nExample:\n\n" + std::string(row.example))},
             {"defaultConfiguration", {{"level", severity_word(row.severity)}}}};

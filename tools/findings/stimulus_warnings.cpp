@@ -103,7 +103,8 @@ std::vector<MessageDescription> stimulus_warnings() {
 )"},
 
     {"stimulus-value", Severity::kWarning,
-     R"(A value of a stimulus command is no number of its radix, or does not fit its port.
+     R"(A value of a stimulus command is no number of its radix, does not fit its port, or
+        lies outside a FORCE_RANGE of the port that always counts.
         Without a radix values are decimal numbers. Hexadecimal ones have neither "0x" in front
         nor a sign, since "x" and "-" stand for unknown bits. X, Z and the other letters of
         multi-valued logic may stand in every radix.)",

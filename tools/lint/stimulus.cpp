@@ -1,6 +1,9 @@
 #include "tools/lint/stimulus.h"
 
+#include <algorithm>
+
 #include "tools/findings/notes.h"
+#include "tools/lint/constant_limit.h"
 #include "tools/lint/rooms.h"
 
 namespace {
@@ -108,7 +111,8 @@ void check_wave(Lint& lint, const Spot& spot) {
 
 }  // namespace
 
-PortNames::PortNames(const Lint& lint) : names_(lint.info(), ObjectNames::Kind::kPorts) {
+PortNames::PortNames(const Lint& lint)
+    : lint_(lint), names_(lint.info(), ObjectNames::Kind::kPorts) {
     lint.for_each([this](const Spot& spot) {
         const bool is_declaration =
             spot.context == Context::kPort &&
@@ -117,6 +121,38 @@ PortNames::PortNames(const Lint& lint) : names_(lint.info(), ObjectNames::Kind::
             declared_.insert(spot.element.value_of("NAME"));
         }
     });
+}
+
+const PortRange& PortNames::range(const std::string& name) const {
+    const auto [found, is_new] = ranges_.try_emplace(name);
+    if (is_new) {
+        found->second = read_range(name);
+    }
+    return found->second;
+}
+
+PortRange PortNames::read_range(const std::string& name) const {
+    PortRange range;
+    const KIVO_OBJ_INFO* const object = lint_.info().get_kivo_obj(name);
+    if (object == nullptr || !kivo_is_port(object->obj_type)) {
+        return range;
+    }
+    // A copy, because walking moves the cursor.
+    KIVO_OBJ_LIST rules = object->rule_list;
+    rules.reset();
+    while (KIVO_OBJ* record = rules.get_next_value()) {
+        const auto* rule = dynamic_cast<const KIVO_RULE_ELEMENT*>(record);
+        if (rule == nullptr || rule->origin != KIVO_ORIGIN_FORCE_RANGE || !rule->text3.empty()) {
+            continue;
+        }
+        if (const auto greatest = constant_limit(lint_.session(), rule->text1)) {
+            range.greatest = std::min(range.greatest.value_or(*greatest), *greatest);
+        }
+        if (const auto least = constant_limit(lint_.session(), rule->text2)) {
+            range.least = std::max(range.least.value_or(*least), *least);
+        }
+    }
+    return range;
 }
 
 void check_port(const CommandSpot& at, std::string_view whole, std::string_view name) {

@@ -1,6 +1,9 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <map>
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -11,18 +14,30 @@
 
 // What the sources of this room share.
 
+// What a port carries whatever is set: its FORCE_RANGEs without condition, with constant limits.
+struct PortRange {
+    std::optional<std::int64_t> least;
+    std::optional<std::int64_t> greatest;
+};
+
 // The ports of a description, also those whose declarations the library refuses.
 class PortNames {
 public:
+    // REQUIRES: the lint outlives this
     explicit PortNames(const Lint& lint);
 
     // A description without any port is a part of one, where every name can be right.
     bool has(std::string_view name) const { return declared_.empty() || declared_.count(name) > 0; }
     std::string nearest(std::string_view name) const { return names_.nearest(name); }
+    const PortRange& range(const std::string& name) const;
 
 private:
+    PortRange read_range(const std::string& name) const;
+
+    const Lint& lint_;
     std::set<std::string_view> declared_;
     ObjectNames names_;
+    mutable std::map<std::string, PortRange> ranges_;  // of those that were asked for
 };
 
 // The command or display format of an element, with what is known around it.

@@ -29,6 +29,8 @@ constexpr LintRow kNegative = {
     "stimulus-value", "{} is negative after {}"};
 constexpr LintRow kTooLarge = {
     "stimulus-value", "{} does not fit into {}"};
+constexpr LintRow kOutOfRange = {
+    "stimulus-value", "{} is outside the range of port {}, which is always {}"};
 constexpr LintRow kNoFixedPoint = {
     "fixed-point", "{} is no format of fixed point: (8.4) has 8 bits before and 4 after the point"};
 // clang-format on
@@ -112,6 +114,14 @@ bool is_beyond(std::string_view digits, bool is_negative, std::size_t bits) {
     return !value || (is_negative ? *value > limit / 2 : *value >= limit);
 }
 
+// Nothing for what has other letters or is beyond 64 bits.
+std::optional<std::int64_t> number_of(std::string_view text, int base) {
+    std::int64_t number = 0;
+    const char* const end = text.data() + text.size();
+    const auto [rest, error] = std::from_chars(text.data(), end, number, base);
+    return error == std::errc() && rest == end ? std::optional(number) : std::nullopt;
+}
+
 // The format that the library takes a description for: it tells by how it rewrites a number.
 std::optional<FixedPoint> read_fixed_point(std::string_view description) {
     std::string signal;
@@ -148,7 +158,8 @@ public:
     ValuesCheck(const CommandSpot& at, const StimulusCommand& command)
         : at_(at),
           command_(command),
-          width_(numeric_width(at.lint.info(), std::string(command.signal))) {}
+          width_(numeric_width(at.lint.info(), std::string(command.signal))),
+          range_(at.ports.range(std::string(command.signal))) {}
 
     void run() {
         radix_ = read_option();
@@ -240,7 +251,37 @@ private:
             post(kNoNumber, value, quoted(value), noun);
         } else if (width_ && bits_needed(value, bits_of_digit) > *width_) {
             post(kTooLarge, value, quoted(value), port_text());
+        } else {
+            std::string bare(value);
+            std::erase(bare, '_');
+            check_range(value, number_of(bare, bits_of_digit == 1 ? 2 : 16));
         }
+    }
+
+    // The same bits may stand for a number with a sign or without: the value is outside when it is
+    // so either way.
+    void check_range(std::string_view value, std::optional<std::int64_t> number) {
+        if (!number || holds(*number)) {
+            return;
+        }
+        constexpr std::size_t kMostBits = 62;
+        const bool has_one_reading = *number >= 0 && range_.least.value_or(0) >= 0;
+        const bool has_other = width_ && *width_ <= kMostBits;
+        const std::int64_t turn = has_other ? std::int64_t{1} << *width_ : 0;
+        if (has_one_reading || (has_other && !holds(*number + (*number < 0 ? turn : -turn)))) {
+            post(kOutOfRange, value, quoted(value), quoted(command_.signal), range_text());
+        }
+    }
+
+    bool holds(std::int64_t number) const {
+        return (!range_.least || number >= *range_.least) &&
+               (!range_.greatest || number <= *range_.greatest);
+    }
+
+    std::string range_text() const {
+        return !range_.least      ? fmt::format("at most {}", *range_.greatest)
+               : !range_.greatest ? fmt::format("at least {}", *range_.least)
+                                  : fmt::format("{} to {}", *range_.least, *range_.greatest);
     }
 
     void check_hex(std::string_view value) {
@@ -276,6 +317,8 @@ private:
             post(kNegative, value, quoted(value), command_.option);
         } else if (width_ && is_beyond(digits, is_negative, *width_)) {
             post(kTooLarge, value, quoted(value), port_text());
+        } else {
+            check_range(value, number_of(value, 10));
         }
     }
 
@@ -300,6 +343,7 @@ private:
     const CommandSpot& at_;
     const StimulusCommand& command_;
     std::optional<std::size_t> width_;  // of the port, when it is a number
+    const PortRange& range_;
     Radix radix_ = Radix::kDecimal;
     FixedPoint fixed_point_;
 };

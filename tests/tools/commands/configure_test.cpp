@@ -1,51 +1,13 @@
 #include <gtest/gtest.h>
 
-#include <nlohmann/json.hpp>
 #include <string>
-#include <vector>
 
-#include "tests/tools/program.h"
+#include "tests/tools/commands/configured.h"
 
 namespace {
 
-using Json = nlohmann::json;
-using Words = std::vector<std::string>;
-
 bool contains(const std::string& text, const std::string& part) {
     return text.find(part) != std::string::npos;
-}
-
-RunResult configure(const std::string& path, Words words) {
-    words.insert(words.begin(), {"configure", path});
-    return run_kivo(words);
-}
-
-// A configuration of an example as JSON, with the expected exit status.
-Json configured(const std::string& name, const Words& words, int status) {
-    Words all = words;
-    all.insert(all.end(), {"--format", "json"});
-    const RunResult run = configure(example(name + "_info.xml"), all);
-    EXPECT_EQ(run.status, status) << testing::PrintToString(words) << run.err;
-    return Json::parse(run.out);
-}
-
-const Json& named(const Json& list, const std::string& name) {
-    for (const Json& each : list) {
-        if (each["name"] == name) {
-            return each;
-        }
-    }
-    throw std::runtime_error("nothing is called " + name);
-}
-
-// "id subject line" of each verdict.
-Words verdicts_of(const Json& document) {
-    Words verdicts;
-    for (const Json& each : document["verdicts"]) {
-        verdicts.push_back(each["id"].get<std::string>() + " " +
-                           each["subject"].get<std::string>() + " " + each["place"]["line"].dump());
-    }
-    return verdicts;
 }
 
 Words texts_of(const Json& document) {
@@ -131,11 +93,7 @@ TEST(Configure, a_verdict_names_what_is_in_conflict_and_every_way_out) {
     const Json fifo = configured("fifo", {"DEPTH=128", "STORAGE=REGISTERS"}, 1);
     const Json& range = fifo["verdicts"][0];
     EXPECT_EQ(range["conflict"], (Json{"DEPTH", "STORAGE"}));
-    Words texts;
-    for (const Json& repair : range["repairs"]) {
-        texts.push_back(repair["text"]);
-    }
-    EXPECT_EQ(texts, (Words{"STORAGE=AUTO", "STORAGE=BLOCK", "DEPTH=64"}));
+    EXPECT_EQ(repairs_of(range), (Words{"STORAGE=AUTO", "STORAGE=BLOCK", "DEPTH=64"}));
     EXPECT_EQ(range["repairs"][2]["set"], (Json{{"DEPTH", "64"}}));
 }
 
@@ -417,4 +375,89 @@ TEST(Configure, a_fault_is_shown_at_the_very_character) {
          }) {
         EXPECT_TRUE(contains(run.out, path + part)) << part << "in:\n" << run.out;
     }
+}
+
+TEST(Configure, why_of_what_nothing_is_called_is_refused) {
+    expect_refused({"--why", "DEPHT"}, 2,
+                   "--why: no parameter, port or macro is called 'DEPHT'; did you mean 'DEPTH'?");
+    expect_refused({"--why", "DEPTH", "--why", "xyzzy"}, 2,
+                   "--why: no parameter, port or macro is called 'xyzzy'");
+    EXPECT_EQ(configure(example("fifo_info.xml"), {"--why", "STORAGE_BITS"}).status, 0);
+    EXPECT_EQ(configure(example("fifo_info.xml"), {"--why", "reset", "--why", "all"}).status, 0);
+}
+
+TEST(Configure, where_there_is_no_way_out_that_is_said) {
+    const TemporaryFolder folder;
+    const std::string path = folder.write(
+        "some_info.xml",
+        with_sections(
+            "<PARAMETERS><PARAMETER NAME='A' TYPE='INTEGER' VALUE='1'>"
+            "<FORCE_RANGE MIN='0' MAX='9'/></PARAMETER></PARAMETERS>"
+            "<RULES><RULE>A gt 9</RULE><RULE REQUIRED_RULE='OFF'>A gt 99</RULE></RULES>"));
+    const RunResult run = configure(path, {});
+    EXPECT_EQ(run.status, 1);
+    const std::string none = "\n  no change of at most two settings makes it legal\n";
+    const std::size_t at = run.out.find(none);
+    EXPECT_NE(at, std::string::npos) << run.out;
+    // Not of advice, which keeps nothing from being legal.
+    EXPECT_EQ(run.out.find(none, at + 1), std::string::npos) << run.out;
+    EXPECT_EQ(Json::parse(configure(path, {"--format", "json"}).out)["verdicts"][0]["repairs"],
+              Json::array());
+}
+
+TEST(Configure, a_way_out_of_very_many_is_told_as_far_as_was_tried) {
+    const TemporaryFolder folder;
+    std::string parameters;
+    std::string sum;
+    for (int i = 0; i < 40; ++i) {
+        const std::string name = "P" + std::to_string(i);
+        parameters += "<PARAMETER NAME='" + name + "' TYPE='INTEGER' VALUE='1'/>";
+        sum += name + " * " + name + " * " + std::to_string(i + 3) + " + ";
+    }
+    const std::string path =
+        folder.write("some_info.xml",
+                     with_sections("<PARAMETERS>" + parameters + "</PARAMETERS><RULES><RULE>( " +
+                                   sum + "0 ) % 1000003 == 999999</RULE></RULES>"));
+    const RunResult run = configure(path, {"--repairs"});
+    EXPECT_EQ(run.status, 1);
+    const bool is_told =
+        contains(run.out, "\n  no change that was tried makes it legal; there are more\n") ||
+        contains(run.out, " (not all changes were tried)\n");
+    EXPECT_TRUE(is_told) << run.out;
+}
+
+TEST(Configure, legal_values_stand_beside_each_parameter) {
+    const TemporaryFolder folder;
+    const std::string path = folder.write(
+        "some_info.xml",
+        with_sections(
+            "<PARAMETERS><PARAMETER NAME='EVEN' TYPE='INTEGER' VALUE='4'>"
+            "<FORCE_RANGE MIN='1' MAX='64'/><VALUE_RULE>EVEN % 2 == 0</VALUE_RULE></PARAMETER>"
+            "<PARAMETER NAME='SPLIT' TYPE='INTEGER' VALUE='4'><FORCE_RANGE MIN='0' MAX='64'/>"
+            "<VALUE_RULE>SPLIT == 0 || SPLIT gt 2 and SPLIT != 9</VALUE_RULE></PARAMETER>"
+            "<PARAMETER NAME='FILE' TYPE='STRING'/>"
+            "<PARAMETER NAME='STYLE' TYPE='STRING' VALUE='A;B;C' DEFAULT_VALUE_INDEX='0'/>"
+            "</PARAMETERS>"
+            "<RULES><RULE>STYLE != \"B\"</RULE><RULE>FILE != \"none\"</RULE></RULES>"));
+    const RunResult run = configure(path, {});
+    EXPECT_EQ(run.status, 0) << run.out;
+    EXPECT_TRUE(contains(run.out,
+                         "\n  Name   Value  Source   Legal values\n"
+                         "  EVEN   4      default  2, 4, 6, 8, ..., 64\n"
+                         "  SPLIT  4      default  0, 3 to 8, 10 to 64\n"
+                         "  FILE          default  \"\", any other text\n"
+                         "  STYLE  A      default  A, C\n"))
+        << run.out;
+}
+
+TEST(Configure, values_that_take_too_long_to_find_are_called_not_decided) {
+    const TemporaryFolder folder;
+    const std::string path = folder.write(
+        "some_info.xml",
+        with_sections("<PARAMETERS><PARAMETER NAME='W' TYPE='INTEGER' VALUE='4'>"
+                      "<VALUE_RULE>W * W % 5 != 2</VALUE_RULE><VALUE_RULE>W % 3 != 2</VALUE_RULE>"
+                      "</PARAMETER></PARAMETERS>"));
+    const RunResult run = configure(path, {});
+    EXPECT_EQ(run.status, 0) << run.out;
+    EXPECT_TRUE(contains(run.out, "not decided: ")) << run.out;
 }

@@ -6,6 +6,7 @@
 
 #include "tests/tools/program.h"
 #include "tools/findings/catalogue.h"
+#include "tools/findings/verdict_pages.h"
 #include "tools/text/text_escape.h"
 
 namespace {
@@ -48,6 +49,43 @@ TEST(Explain, every_message_is_explained_in_lines_that_a_terminal_holds) {
     }
 }
 
+TEST(Explain, a_verdict_is_explained_with_what_to_set) {
+    EXPECT_EQ(run_kivo({"explain", "out-of-range"}).out,
+              "out-of-range (error of a configuration)\n"
+              "\n"
+              "A parameter lies outside a FORCE_RANGE that counts now. The configuration is not\n"
+              "legal. Values are never moved into the range: set another one, or change what\n"
+              "the limits or the condition of the range depend on. The message shows the limits\n"
+              "as they stand now, and --why what they come from.\n"
+              "\n"
+              "Example, with kivo configure FILE DEPTH=128:\n"
+              "\n"
+              "  <ROOT>\n"
+              "    <PARAMETERS>\n"
+              "      <PARAMETER NAME=\"DEPTH\" TYPE=\"INTEGER\" VALUE=\"16\">\n"
+              "        <FORCE_RANGE MIN=\"4\" MAX=\"64\"/>\n"
+              "      </PARAMETER>\n"
+              "    </PARAMETERS>\n"
+              "  </ROOT>\n");
+}
+
+TEST(Explain, an_id_of_both_kinds_is_explained_twice) {
+    const std::string out = run_kivo({"explain", "overridden"}).out;
+    EXPECT_EQ(out.rfind("overridden (warning)\n\n", 0), 0U) << out;
+    EXPECT_TRUE(contains(out, "\n\noverridden (warning of a configuration)\n\n")) << out;
+}
+
+TEST(Explain, every_verdict_is_explained_in_lines_that_a_terminal_holds) {
+    for (const VerdictPage& page : verdict_pages()) {
+        const RunResult run = run_kivo({"explain", std::string(page.id)});
+        EXPECT_EQ(run.status, 0) << page.id;
+        for (const std::string& line : lines_of(run.out)) {
+            EXPECT_LE(line.size(), 100U) << line;
+            EXPECT_EQ(escape_text(line), line) << page.id;
+        }
+    }
+}
+
 TEST(Explain, several_messages_are_explained_in_the_order_given) {
     const std::string first = run_kivo({"explain", "surplus-else"}).out;
     const std::string second = run_kivo({"explain", "no-root"}).out;
@@ -59,13 +97,22 @@ TEST(Explain, without_an_id_all_are_listed_in_one_line_each) {
     EXPECT_EQ(run.status, 0);
     EXPECT_EQ(run.err, "");
     const std::vector<std::string> lines = lines_of(run.out);
-    ASSERT_EQ(lines.size(), message_catalogue().size());
-    for (std::size_t index = 0; index < lines.size(); ++index) {
+    const std::size_t messages = message_catalogue().size();
+    ASSERT_EQ(lines.size(), messages + 1 + verdict_pages().size());
+    for (std::size_t index = 0; index < messages; ++index) {
         const MessageDescription& row = message_catalogue()[index];
         const std::string kind = row.severity == Severity::kError ? " error " : " warning ";
         EXPECT_EQ(lines[index].rfind(std::string(row.id) + ' ', 0), 0U) << lines[index];
         EXPECT_TRUE(contains(lines[index], kind)) << lines[index];
         EXPECT_EQ(lines[index].back(), '.') << lines[index];
+    }
+    EXPECT_EQ(lines[messages], "");
+    for (std::size_t index = 0; index < verdict_pages().size(); ++index) {
+        const VerdictPage& page = verdict_pages()[index];
+        const std::string& line = lines[messages + 1 + index];
+        EXPECT_EQ(line.rfind(std::string(page.id) + ' ', 0), 0U) << line;
+        EXPECT_TRUE(contains(line, " " + std::string(page.severity) + " ")) << line;
+        EXPECT_EQ(line.back(), '.') << line;
     }
     EXPECT_TRUE(contains(run.out,
                          "error    An element directly in ROOT is not a section of a "

@@ -131,7 +131,7 @@ const LintCase kNames[] = {
     {rule("W(3) gt 3"), {
      "3:14 W is no macro and takes no arguments [macro-arguments]"}},
     {macro("DEFINITION='1 + M'"), {
-     "3:41 the macro uses itself [macro-recursion]"}},
+     "3:41 the macro M uses itself [macro-recursion]"}},
     {map("<PARAMETER NAME='WW' TYPE='INTEGER' VALUE='1'/>"), {
      "3:52 no parameter is called WW: the map says nothing of any [unknown-name]",
      "  did you mean \"W\"?"}},

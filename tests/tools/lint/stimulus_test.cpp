@@ -220,6 +220,44 @@ const CommandCase kValues[] = {
      "the point [fixed-point]"}},
 };
 
+// The command begins in column 7 of line 4.
+std::string in_ranges(const std::string& command) {
+    return "<PORTS><PORT NAME='level' TYPE='INPUT' WIDTH='4'><FORCE_RANGE MIN='1' MAX='2 * 5'/>"
+           "</PORT>\n<PORT NAME='error' TYPE='INPUT' WIDTH='4'><FORCE_RANGE MIN='-3' MAX='3'/>"
+           "</PORT><PORT NAME='count' TYPE='INPUT' WIDTH='W'><FORCE_RANGE MAX='9'/>"
+           "<FORCE_RANGE MAX='W' /><FORCE_RANGE MIN='5' MAX='6' IF='W gt 1'/>"
+           "<CONSTANT_RANGE MIN='2' MAX='3'/></PORT></PORTS><PARAMETERS><PARAMETER NAME='W' "
+           "TYPE='INTEGER' VALUE='8'/></PARAMETERS><WAVE_DATA><WAVE NAME='w'>\n<STIM>" +
+           command + "</STIM></WAVE></WAVE_DATA>";
+}
+
+const CommandCase kRanges[] = {
+    {"force level 0 0,1 10,10 20,11 30", {
+     "4:19 \"0\" is outside the range of port \"level\", which is always 1 to 10 "
+     "[stimulus-value]",
+     "4:34 \"11\" is outside the range of port \"level\", which is always 1 to 10 "
+     "[stimulus-value]"}},
+    {"force -hex level A 0,b 10,X 20", {
+     "4:28 \"b\" is outside the range of port \"level\", which is always 1 to 10 "
+     "[stimulus-value]"}},
+    {"force -bin level 1_010 0,1011 10,1Z11 20", {
+     "4:32 \"1011\" is outside the range of port \"level\", which is always 1 to 10 "
+     "[stimulus-value]"}},
+    // 1010 in bits, which is 10 as well.
+    {"force level -6 0,-5 10", {
+     "4:24 \"-5\" is outside the range of port \"level\", which is always 1 to 10 "
+     "[stimulus-value]"}},
+    // 13 is -3.
+    {"force error -3 0,3 10,13 20,12 30,-4 40", {
+     "4:35 \"12\" is outside the range of port \"error\", which is always -3 to 3 "
+     "[stimulus-value]",
+     "4:41 \"-4\" is outside the range of port \"error\", which is always -3 to 3 "
+     "[stimulus-value]"}},
+    {"force count 0 0,9 10,10 20,-1 30", {
+     "4:28 \"10\" is outside the range of port \"count\", which is always at most 9 "
+     "[stimulus-value]"}},
+};
+
 const CommandCase kPorts[] = {
     {"force dta 0 0", {
      "3:13 \"dta\" is no port [unknown-port]",
@@ -325,6 +363,10 @@ TEST(Stimulus, times_that_are_none_or_out_of_reach) {
 
 TEST(Stimulus, times_in_another_order) {
     expect_warnings(stimulus, kOrders);
+}
+
+TEST(Stimulus, values_outside_the_range_of_the_port) {
+    expect_warnings(in_ranges, kRanges);
 }
 
 TEST(Stimulus, repeats_that_repeat_nothing) {

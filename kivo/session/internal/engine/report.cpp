@@ -49,6 +49,23 @@ std::string quoted(std::string_view text) {
     return "\"" + std::string(text) + "\"";
 }
 
+// What was found wrong with a text when it was compiled; null when it was found later.
+const Fault* fault_that_spoils(const Model& model, Reason reason) {
+    const auto wanted = std::make_pair(reason.text(), reason.offset());
+    auto each = std::partition_point(
+        model.faults.begin(), model.faults.end(), [&wanted](const TextFault& fault) {
+            return std::make_pair(fault.text, fault.fault.offset) < wanted;
+        });
+    for (; each != model.faults.end() && each->text == wanted.first &&
+           each->fault.offset == wanted.second;
+         ++each) {
+        if (each->fault.id == reason.fault_id()) {
+            return &each->fault;
+        }
+    }
+    return nullptr;
+}
+
 }  // namespace
 
 std::vector<KIVO_VERDICT> Reporter::verdicts() {
@@ -140,15 +157,12 @@ void Reporter::collect_own_faults(const Leaf& leaf) {
 }
 
 void Reporter::add_fault(Reason reason, KIVO_SEVERITY severity) {
-    const auto place =
-        std::lower_bound(told_.begin(), told_.end(), reason,
-                         [](const auto& entry, Reason wanted) { return entry.first < wanted; });
-    if (place != told_.end() && place->first == reason) {
+    const auto [place, is_new] = told_.try_emplace(reason, verdicts_.size());
+    if (!is_new) {
         KIVO_VERDICT& earlier = verdicts_[place->second];
         earlier.severity = std::min(earlier.severity, severity);
         return;
     }
-    told_.insert(place, {reason, verdicts_.size()});
     const KIVO_FAULT found = fault(reason);
     KIVO_VERDICT verdict;
     verdict.id = "fault";
@@ -388,14 +402,9 @@ KIVO_FAULT Reporter::fault(Reason reason) const {
     result.attribute = source.attribute;
     result.source = source.text;
     result.mark = source.mark;
-    const auto spoils =
-        std::find_if(model_.faults.begin(), model_.faults.end(), [&](const TextFault& each) {
-            return each.text == reason.text() && each.fault.id == reason.fault_id() &&
-                   each.fault.offset == reason.offset();
-        });
-    if (spoils != model_.faults.end()) {
-        result.text = spoils->fault.text;
-        result.length = spoils->fault.length;
+    if (const Fault* const spoils = fault_that_spoils(model_, reason)) {
+        result.text = spoils->text;
+        result.length = spoils->length;
     }
     return result;
 }

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -56,7 +58,7 @@ private:
     const Model& model_;
     const Description& description_;
     std::vector<KIVO_VERDICT> verdicts_;
-    std::vector<std::pair<Reason, std::size_t>> told_;  // faults and where they stand in verdicts_
+    std::map<Reason, std::size_t> told_;  // faults and where they stand in verdicts_
 };
 
 }  // namespace kivo_session

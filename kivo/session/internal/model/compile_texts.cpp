@@ -17,6 +17,14 @@ bool is_quoted(std::string_view text) {
     return text.size() >= 2 && text.front() == '"' && text.find('"', 1) == text.size() - 1;
 }
 
+void sort_by_place(std::vector<TextFault>& faults) {
+    std::stable_sort(faults.begin(), faults.end(),
+                     [](const TextFault& left, const TextFault& right) {
+                         return left.text != right.text ? left.text < right.text
+                                                        : left.fault.offset < right.fault.offset;
+                     });
+}
+
 Position position_of(TextRole role) {
     switch (role) {
         case TextRole::kWholeValue:
@@ -123,8 +131,8 @@ void ModelBuilder::find_macro_recursion() {
             if (first != nullptr) {
                 macro_faults_[macro].push_back(
                     {FaultId::kMacroRecursion, first->offset, first->length,
-                     "the macro " + std::string(object(macro).name) + " uses itself through " +
-                         std::string(object(used).name)});
+                     "the macro " + std::string(object(macro).name) + " uses itself" +
+                         (used == macro ? "" : " through " + std::string(object(used).name))});
             }
         }
         // All members are spoiled by the faults of all.
@@ -341,7 +349,7 @@ void ModelBuilder::spoil_by_macros(std::uint32_t number) {
     }
 }
 
-// A definition has its faults told when something uses it.
+// A definition has its faults told as such when something uses it.
 void ModelBuilder::list_macro_faults() {
     std::vector<std::uint32_t> waiting;
     for (std::uint32_t i = 0; i < model_.object_count(); ++i) {
@@ -365,11 +373,15 @@ void ModelBuilder::list_macro_faults() {
             }
         }
     }
-    std::stable_sort(model_.faults.begin(), model_.faults.end(),
-                     [](const TextFault& left, const TextFault& right) {
-                         return left.text != right.text ? left.text < right.text
-                                                        : left.fault.offset < right.fault.offset;
-                     });
+    for (std::uint32_t i = 0; i < model_.object_count(); ++i) {
+        if (is_macro_used_[i] == 0) {
+            for (const Fault& fault : macro_faults_[i]) {
+                model_.unused_faults.push_back({object(i).default_text, fault});
+            }
+        }
+    }
+    sort_by_place(model_.faults);
+    sort_by_place(model_.unused_faults);
 }
 
 }  // namespace kivo_session

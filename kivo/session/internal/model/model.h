@@ -113,8 +113,9 @@ public:
     std::vector<CompiledText> texts;  // like Description::texts
     std::vector<Branches> implications;
     std::vector<std::vector<Reason>> spoiled;
-    std::vector<TextFault> faults;
-    std::vector<Program> macros;                                 // by object
+    std::vector<TextFault> faults;         // by text, then by offset
+    std::vector<TextFault> unused_faults;  // the same of macros that nothing uses
+    std::vector<Program> macros;           // by object
     std::vector<std::vector<std::string_view>> macro_arguments;  // by object
     std::vector<std::vector<Node>> macro_nodes;                  // by object
 

@@ -1,7 +1,6 @@
 #include "kivo/session/internal/model/text_notes.h"
 
 #include <algorithm>
-#include <set>
 #include <utility>
 
 #include "kivo/session/internal/expression/author_notes.h"
@@ -41,11 +40,7 @@ Range repeated_condition(std::string_view text, const std::vector<Node>& nodes) 
 
 class TextNotes {
 public:
-    explicit TextNotes(const Model& model) : model_(model), description_(*model.description) {
-        for (const TextFault& fault : model.faults) {
-            faulty_.insert(fault.text);
-        }
-    }
+    explicit TextNotes(const Model& model) : model_(model), description_(*model.description) {}
 
     std::vector<TextNote> run() {
         for (text_ = 0; text_ < description_.texts.size(); ++text_) {
@@ -105,42 +100,33 @@ private:
     }
 
     void look_at_macro() {
-        const bool is_told = faulty_.count(text_) != 0;
-        if (!parse_source()) {
-            return is_told ? void() : add_fault(*expression_.fault);
-        }
-        resolve_source(model_.macro_arguments[source().object]);
-        if (!is_told) {
-            for (const Fault& fault : resolution_.faults) {
-                add_fault(fault);
+        add_unused_faults();
+        if (parse_source()) {
+            resolve_source(model_.macro_arguments[source().object]);
+            if (!is_recursive()) {
+                add_author_notes();
             }
-        }
-        if (!add_recursion(is_told)) {
-            add_author_notes();
         }
     }
 
-    // Whether there is any.
-    bool add_recursion(bool is_told) {
+    void add_unused_faults() {
+        const auto first =
+            std::partition_point(model_.unused_faults.begin(), model_.unused_faults.end(),
+                                 [this](const TextFault& each) { return each.text < text_; });
+        for (auto each = first; each != model_.unused_faults.end() && each->text == text_; ++each) {
+            const Fault& fault = each->fault;
+            notes_.push_back({text_, fault_name(fault.id), fault.offset, fault.length, fault.text});
+        }
+    }
+
+    bool is_recursive() const {
         const std::uint32_t spoiled = model_.texts[text_].spoiled;
-        if (spoiled == kNone) {
-            return false;
-        }
-        bool has_found = false;
-        for (const Reason reason : model_.spoiled[spoiled]) {
-            if (reason.text() == text_ && reason.fault_id() == FaultId::kMacroRecursion) {
-                has_found = true;
-                if (!is_told) {
-                    add_fault({FaultId::kMacroRecursion, reason.offset(), 0,
-                               fault_text(FaultId::kMacroRecursion)});
-                }
-            }
-        }
-        return has_found;
-    }
-
-    void add_fault(const Fault& fault) {
-        notes_.push_back({text_, fault_name(fault.id), fault.offset, fault.length, fault.text});
+        return spoiled != kNone &&
+               std::any_of(model_.spoiled[spoiled].begin(), model_.spoiled[spoiled].end(),
+                           [this](Reason reason) {
+                               return reason.text() == text_ &&
+                                      reason.fault_id() == FaultId::kMacroRecursion;
+                           });
     }
 
     void add_author_notes() {
@@ -161,7 +147,6 @@ private:
 
     const Model& model_;
     const Description& description_;
-    std::set<std::uint32_t> faulty_;  // texts whose faults are told as such
     std::uint32_t text_ = 0;
     Expression expression_;
     Resolution resolution_;

@@ -56,6 +56,9 @@ public:
         return told();
     }
 
+    // Nothing was left out for want of effort.
+    bool is_complete() const { return is_complete_; }
+
 private:
     void try_pairs(const std::vector<std::uint32_t>& settings) {
         std::size_t left = settings.size();
@@ -65,7 +68,9 @@ private:
             for (const std::uint32_t second : others) {
                 const bool is_known =
                     second < first && std::binary_search(settings.begin(), settings.end(), second);
-                if (first != second && !is_known && !budget_.is_spent()) {
+                if (budget_.is_spent()) {
+                    is_complete_ = false;
+                } else if (first != second && !is_known) {
                     try_settings({std::min(first, second), std::max(first, second)}, pairs);
                 }
                 --pairs;
@@ -89,7 +94,11 @@ private:
     // Whether changing them can mend all that is wrong. What that costs is counted too.
     bool can_reach(const std::vector<std::uint32_t>& objects) {
         const Cone above = cone_above(model_, objects);
-        return budget_.take(above.leaves.size() + above.nodes.size()) && wrongs_.are_in(above);
+        if (!budget_.take(above.leaves.size() + above.nodes.size())) {
+            is_complete_ = false;
+            return false;
+        }
+        return wrongs_.are_in(above);
     }
 
     void try_settings(const std::vector<std::uint32_t>& objects, std::size_t searches) {
@@ -110,6 +119,7 @@ private:
                 add(domains, *point);
             }
         }
+        is_complete_ = is_complete_ && !part.is_spent();
         budget_.give_back(part, searches);
     }
 
@@ -203,18 +213,23 @@ private:
     Trial trial_;
     const Wrongs wrongs_;
     std::vector<Candidate> found_;
+    bool is_complete_ = true;
 };
 
 }  // namespace
 
 std::vector<KIVO_REPAIR> repairs_of(Engine& engine, const KIVO_SUBJECT& subject,
-                                    const KIVO_EFFORT& effort) {
+                                    const KIVO_EFFORT& effort, bool& is_complete) {
+    is_complete = true;
     engine.collect_garbage();
     const Target target = target_of(engine.model(), subject);
     if (!target.is_verdict() || !is_told(engine, target)) {
         return {};
     }
-    return RepairFinder(engine, target, effort).run();
+    RepairFinder finder(engine, target, effort);
+    std::vector<KIVO_REPAIR> found = finder.run();
+    is_complete = finder.is_complete();
+    return found;
 }
 
 }  // namespace kivo_session
