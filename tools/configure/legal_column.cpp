@@ -9,9 +9,6 @@
 
 namespace {
 
-// However many parameters there are, the table comes soon.
-constexpr std::uint32_t kStepsOfAll = 200000;
-constexpr std::uint32_t kEvaluationsOfAll = 2000000;
 constexpr std::size_t kMostRuns = 5;
 
 std::string joined(const std::vector<std::string>& texts) {
@@ -59,8 +56,9 @@ std::string text_of(const KIVO_LEGAL_VALUES& legal) {
 LegalColumn::LegalColumn(const KIVO_SESSION& session) : session_(session) {
     const auto parameters =
         static_cast<std::uint32_t>(std::max<std::size_t>(session.settings().size(), 1));
-    effort_.steps = std::min(effort_.steps, kStepsOfAll / parameters);
-    effort_.evaluations = std::min(effort_.evaluations, kEvaluationsOfAll / parameters);
+    // However many parameters there are, the table comes soon.
+    effort_.steps /= parameters;
+    effort_.evaluations /= parameters;
 }
 
 std::string LegalColumn::cell(const std::string& parameter) {

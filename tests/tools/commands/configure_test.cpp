@@ -193,8 +193,9 @@ TEST(Configure, the_text_shows_what_the_json_holds) {
     EXPECT_EQ(run.err, "");
     for (const char* const part : {
              "counter: legal\n  Asked for  WIDTH=4 DIRECTION=PORT load=USED\n",
-             "\nSettings\n  Name         Value  Source\n"
-             "  WIDTH        4      given\n  DIRECTION    PORT   given\n",
+             "\nSettings\n  Name         Value  Source   Legal values\n"
+             "  WIDTH        4      given    1 to 64\n"
+             "  DIRECTION    PORT   given    UP, DOWN, PORT\n",
              "\nHidden parameters\n  Name        Value  Source  Asked for\n"
              "  LAST_COUNT  15     forced  255\n",
              "\nPorts\n  Name        State     Width  Tied to  Source   Asked for\n",
@@ -409,7 +410,7 @@ TEST(Configure, a_way_out_of_very_many_is_told_as_far_as_was_tried) {
     const TemporaryFolder folder;
     std::string parameters;
     std::string sum;
-    for (int i = 0; i < 40; ++i) {
+    for (int i = 0; i < 12; ++i) {
         const std::string name = "P" + std::to_string(i);
         parameters += "<PARAMETER NAME='" + name + "' TYPE='INTEGER' VALUE='1'/>";
         sum += name + " * " + name + " * " + std::to_string(i + 3) + " + ";
