@@ -1,9 +1,6 @@
 #include "tools/lint/stimulus.h"
 
-#include <algorithm>
-
 #include "tools/findings/notes.h"
-#include "tools/lint/constant_limit.h"
 #include "tools/lint/rooms.h"
 
 namespace {
@@ -126,33 +123,9 @@ PortNames::PortNames(const Lint& lint)
 const PortRange& PortNames::range(const std::string& name) const {
     const auto [found, is_new] = ranges_.try_emplace(name);
     if (is_new) {
-        found->second = read_range(name);
+        found->second = range_of_port(lint_, name);
     }
     return found->second;
-}
-
-PortRange PortNames::read_range(const std::string& name) const {
-    PortRange range;
-    const KIVO_OBJ_INFO* const object = lint_.info().get_kivo_obj(name);
-    if (object == nullptr || !kivo_is_port(object->obj_type)) {
-        return range;
-    }
-    // A copy, because walking moves the cursor.
-    KIVO_OBJ_LIST rules = object->rule_list;
-    rules.reset();
-    while (KIVO_OBJ* record = rules.get_next_value()) {
-        const auto* rule = dynamic_cast<const KIVO_RULE_ELEMENT*>(record);
-        if (rule == nullptr || rule->origin != KIVO_ORIGIN_FORCE_RANGE || !rule->text3.empty()) {
-            continue;
-        }
-        if (const auto greatest = constant_limit(lint_.session(), rule->text1)) {
-            range.greatest = std::min(range.greatest.value_or(*greatest), *greatest);
-        }
-        if (const auto least = constant_limit(lint_.session(), rule->text2)) {
-            range.least = std::max(range.least.value_or(*least), *least);
-        }
-    }
-    return range;
 }
 
 void check_port(const CommandSpot& at, std::string_view whole, std::string_view name) {

@@ -1,24 +1,17 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <map>
-#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
 
 #include "tools/description/object_names.h"
 #include "tools/lint/lint.h"
+#include "tools/lint/port_range.h"
 #include "tools/lint/stimulus_command.h"
 
 // What the sources of this room share.
-
-// What a port carries whatever is set: its FORCE_RANGEs without condition, with constant limits.
-struct PortRange {
-    std::optional<std::int64_t> least;
-    std::optional<std::int64_t> greatest;
-};
 
 // The ports of a description, also those whose declarations the library refuses.
 class PortNames {
@@ -32,8 +25,6 @@ public:
     const PortRange& range(const std::string& name) const;
 
 private:
-    PortRange read_range(const std::string& name) const;
-
     const Lint& lint_;
     std::set<std::string_view> declared_;
     ObjectNames names_;

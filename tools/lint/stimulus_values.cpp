@@ -261,27 +261,17 @@ private:
     // The same bits may stand for a number with a sign or without: the value is outside when it is
     // so either way.
     void check_range(std::string_view value, std::optional<std::int64_t> number) {
-        if (!number || holds(*number)) {
+        if (!number || range_.holds(*number)) {
             return;
         }
         constexpr std::size_t kMostBits = 62;
         const bool has_one_reading = *number >= 0 && range_.least.value_or(0) >= 0;
         const bool has_other = width_ && *width_ <= kMostBits;
         const std::int64_t turn = has_other ? std::int64_t{1} << *width_ : 0;
-        if (has_one_reading || (has_other && !holds(*number + (*number < 0 ? turn : -turn)))) {
-            post(kOutOfRange, value, quoted(value), quoted(command_.signal), range_text());
+        if (has_one_reading ||
+            (has_other && !range_.holds(*number + (*number < 0 ? turn : -turn)))) {
+            post(kOutOfRange, value, quoted(value), quoted(command_.signal), range_.text());
         }
-    }
-
-    bool holds(std::int64_t number) const {
-        return (!range_.least || number >= *range_.least) &&
-               (!range_.greatest || number <= *range_.greatest);
-    }
-
-    std::string range_text() const {
-        return !range_.least      ? fmt::format("at most {}", *range_.greatest)
-               : !range_.greatest ? fmt::format("at least {}", *range_.least)
-                                  : fmt::format("{} to {}", *range_.least, *range_.greatest);
     }
 
     void check_hex(std::string_view value) {

@@ -9,7 +9,6 @@
 
 #include "tools/description/default_value.h"
 #include "tools/findings/notes.h"
-#include "tools/lint/constant_limit.h"
 #include "tools/lint/rooms.h"
 #include "tools/lint/slots.h"
 #include "tools/text/text_steps.h"
@@ -203,7 +202,16 @@ void Values::add_range(const KIVO_RULE_ELEMENT& rule, Facts& facts) const {
 }
 
 std::optional<std::int64_t> Values::constant(std::string_view text) const {
-    return constant_limit(lint_.session(), text);
+    const std::string_view bare = trimmed(text);
+    const auto number = whole_number<std::int64_t>(bare);
+    const bool is_sum = !number && !bare.empty() &&
+                        bare.find_first_not_of("0123456789+-*/%^(). ") == std::string_view::npos;
+    if (!is_sum) {
+        return number;
+    }
+    const KIVO_EVALUATION result = lint_.session().evaluate(bare);
+    return result.kind == KIVO_VALUE_KIND::kInteger ? whole_number<std::int64_t>(result.value)
+                                                    : std::nullopt;
 }
 
 std::optional<std::string> Values::text_value(const Facts& facts, std::string_view text) const {
