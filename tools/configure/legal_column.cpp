@@ -45,10 +45,10 @@ std::string text_of(const KIVO_LEGAL_VALUES& legal) {
         texts.push_back(text_of(legal.runs));
     }
     std::string text = joined(texts);
-    if (!legal.undecided.empty()) {
-        text += (text.empty() ? "not decided: " : "; not decided: ") + text_of(legal.undecided);
+    if (legal.undecided.empty()) {
+        return text;
     }
-    return text;
+    return text.empty() ? "not decided" : text + "; not decided: " + text_of(legal.undecided);
 }
 
 }  // namespace

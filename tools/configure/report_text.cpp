@@ -115,7 +115,8 @@ std::string conflict_line(const VerdictForm& form) {
 
 // "  would be legal with: A=2, or B=1". What is wrong with the description no setting mends.
 std::string repairs_line(const VerdictForm& form, bool shows_all) {
-    const bool has_answer = form.finding.severity == Severity::kError && form.finding.id != "fault";
+    const bool has_answer = form.is_explained && form.finding.severity == Severity::kError &&
+                            form.finding.id != "fault";
     if (form.repairs.empty()) {
         return !has_answer          ? ""
                : form.are_all_tried ? "  no change of at most two settings makes it legal\n"

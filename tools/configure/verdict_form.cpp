@@ -1,5 +1,6 @@
 #include "tools/configure/verdict_form.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <map>
 #include <string_view>
@@ -85,10 +86,13 @@ Finding finding_of(const KIVO_SESSION& session, const Description& description,
 }
 
 // However many verdicts there are, the answer comes soon.
+constexpr std::size_t kMostExplained = 100;
+
 KIVO_EFFORT effort_for_each(std::size_t verdicts) {
     constexpr std::size_t kWithFullEffort = 20;
     KIVO_EFFORT effort;
-    const auto share = static_cast<std::uint32_t>(verdicts / kWithFullEffort + 1);
+    const std::size_t explained = std::min(verdicts, kMostExplained);
+    const auto share = static_cast<std::uint32_t>(explained / kWithFullEffort + 1);
     effort.evaluations /= share;
     effort.steps /= share;
     return effort;
@@ -101,13 +105,17 @@ std::vector<VerdictForm> verdict_forms(const KIVO_SESSION& session,
     std::vector<VerdictForm> forms;
     Sources sources;
     const FaultsByElement faults(session.faults());
+    std::size_t explained = 0;
     const KIVO_EFFORT effort = effort_for_each(session.verdicts().size());
     for (const KIVO_VERDICT& verdict : session.verdicts()) {
         VerdictForm& form = forms.emplace_back();
         form.finding = finding_of(session, description, verdict, faults.told_by(verdict), sources);
         form.subject = verdict.subject;
         form.is_undecided = verdict.is_undecided;
-        if (verdict.severity != KIVO_SEVERITY::kWarning) {
+        form.is_explained =
+            verdict.severity != KIVO_SEVERITY::kWarning && explained < kMostExplained;
+        if (form.is_explained) {
+            ++explained;
             form.conflict = session.conflict(verdict.subject, effort);
             form.repairs = session.repairs(verdict.subject, effort, &form.are_all_tried);
         }

@@ -14,7 +14,8 @@ struct VerdictForm {
     Finding finding;
     KIVO_SUBJECT subject;
     bool is_undecided = false;
-    // Of errors and advice; what only warns needs neither.
+    // Of errors and advice, what only warns needs neither; of very many, of the first ones.
+    bool is_explained = false;
     KIVO_CONFLICT conflict;
     std::vector<KIVO_REPAIR> repairs;
     bool are_all_tried = true;  // there are no more repairs

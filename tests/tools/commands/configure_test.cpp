@@ -460,5 +460,27 @@ TEST(Configure, values_that_take_too_long_to_find_are_called_not_decided) {
                       "</PARAMETER></PARAMETERS>"));
     const RunResult run = configure(path, {});
     EXPECT_EQ(run.status, 0) << run.out;
-    EXPECT_TRUE(contains(run.out, "not decided: ")) << run.out;
+    EXPECT_TRUE(contains(run.out, "not decided")) << run.out;
+}
+
+TEST(Configure, of_very_many_errors_the_first_are_explained) {
+    const TemporaryFolder folder;
+    std::string rules;
+    for (int i = 0; i < 130; ++i) {
+        rules += "<RULE>A != 1</RULE>\n";
+    }
+    const std::string path = folder.write(
+        "some_info.xml", with_sections("<PARAMETERS><PARAMETER NAME='A' TYPE='INTEGER' VALUE='1'>"
+                                       "<FORCE_RANGE MIN='0' MAX='9'/></PARAMETER></PARAMETERS>"
+                                       "<RULES>" +
+                                       rules + "</RULES>"));
+    const Json verdicts = Json::parse(configure(path, {"--format", "json"}).out)["verdicts"];
+    ASSERT_EQ(verdicts.size(), 130U);
+    EXPECT_EQ(repairs_of(verdicts[99]), (Words{"A=0", "A=2"}));
+    EXPECT_EQ(verdicts[99]["conflict"], Json{"A"});
+    EXPECT_EQ(verdicts[100]["repairs"], Json::array());
+    EXPECT_EQ(verdicts[100]["conflict"], Json::array());
+    const RunResult run = configure(path, {});
+    EXPECT_EQ(lines_of(run.out)[0], "some: not legal: 130 errors");
+    EXPECT_FALSE(contains(run.out, "no change")) << run.out;
 }
