@@ -121,7 +121,7 @@ Command make_explain() {
         .summary = "Explain messages and verdicts and show what gives them",
         .rows = {
             {.name = "ID", .target = ids.get(),
-             .help = "Ids as 'kivo check' and 'kivo configure' print them; else all are listed",
+             .help = "Ids as 'kivo check' and 'configure' print them; else all are listed",
              .choices = {ids_shown.begin(), ids_shown.end()}, .check = check_id},
         },
         .footer = kFooter,
