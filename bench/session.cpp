@@ -195,12 +195,11 @@ void register_session(const Settings& settings, Results& results) {
     const auto all_broken =
         std::make_shared<Broken>(*large, std::vector<KIVO_ASSIGNMENT>{{"P0", "-9"}}, false);
     const std::string goal = "<= 50 ms";
-    for (const auto& [broken, verdict] :
-         {std::pair(one_broken, std::string(" of the only verdict")),
-          std::pair(all_broken, std::string(" of one of all verdicts"))}) {
-        add_single("why" + verdict + of, ask_why(broken), goal);
-        add_single("conflict" + verdict + of, ask_conflict(broken), goal);
-        add_single("repairs" + verdict + of, ask_repairs(broken), goal);
+    for (const auto& [broken, verdict] : {std::pair(one_broken, " of the only verdict" + of),
+                                          std::pair(all_broken, " of one of all verdicts" + of)}) {
+        add_single("why" + verdict, ask_why(broken), goal);
+        add_single("conflict" + verdict, ask_conflict(broken), goal);
+        add_single("repairs" + verdict, ask_repairs(broken), goal);
     }
     results.add({"memory of a session" + of, format_size(large->session_bytes), "its store",
                  format_size(large->store_bytes),
