@@ -37,20 +37,25 @@ public:
         }
     }
 
-    // The one that a verdict tells; null for a verdict of another sort.
-    const KIVO_FAULT* told_by(const KIVO_VERDICT& verdict) const {
+    // The one that a verdict tells; null for a verdict of another sort. Each is given out once: the
+    // same text may have the same fault in several places.
+    const KIVO_FAULT* take_told_by(const KIVO_VERDICT& verdict) {
         const auto element = faults_.find({verdict.mark.file, verdict.mark.offset});
         if (verdict.id != "fault" || element == faults_.end()) {
             return nullptr;
         }
-        for (const KIVO_FAULT* const fault : element->second) {
-            const std::string end =
-                "\"" + fault->source + "\": " + fault->text + " [" + fault->id + "]";
-            if (ends_with(verdict.text, end)) {
-                return fault;
-            }
+        std::vector<const KIVO_FAULT*>& faults = element->second;
+        const auto found =
+            std::find_if(faults.begin(), faults.end(), [&verdict](const KIVO_FAULT* fault) {
+                return ends_with(verdict.text, "\"" + fault->source + "\": " + fault->text + " [" +
+                                                   fault->id + "]");
+            });
+        if (found == faults.end()) {
+            return nullptr;
         }
-        return nullptr;
+        const KIVO_FAULT* const fault = *found;
+        faults.erase(found);
+        return fault;
     }
 
 private:
@@ -104,12 +109,13 @@ std::vector<VerdictForm> verdict_forms(const KIVO_SESSION& session,
                                        const Description& description) {
     std::vector<VerdictForm> forms;
     Sources sources;
-    const FaultsByElement faults(session.faults());
+    FaultsByElement faults(session.faults());
     std::size_t explained = 0;
     const KIVO_EFFORT effort = effort_for_each(session.verdicts().size());
     for (const KIVO_VERDICT& verdict : session.verdicts()) {
         VerdictForm& form = forms.emplace_back();
-        form.finding = finding_of(session, description, verdict, faults.told_by(verdict), sources);
+        form.finding =
+            finding_of(session, description, verdict, faults.take_told_by(verdict), sources);
         form.subject = verdict.subject;
         form.is_undecided = verdict.is_undecided;
         form.is_explained =

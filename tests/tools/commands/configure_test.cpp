@@ -365,7 +365,7 @@ TEST(Configure, a_fault_is_shown_at_the_very_character) {
         "some_info.xml",
         "<ROOT>\n<PARAMETERS><PARAMETER NAME='DEPTH' TYPE='INTEGER' VALUE='8'>\n"
         "  <FORCE_RANGE MIN='1' MAX='DEPTH &lt; 3 &amp;&amp; DEPHT'/></PARAMETER></PARAMETERS>\n"
-        "<RULES><RULE>\n   DEPTH gt HEIGHT</RULE></RULES>\n"
+        "<RULES><RULE>\n   DEPTH gt HEIGHT</RULE><RULE>X gt X</RULE></RULES>\n"
         "</ROOT>\n");
     const RunResult run = configure(path, {});
     EXPECT_EQ(run.status, 1);
@@ -373,6 +373,8 @@ TEST(Configure, a_fault_is_shown_at_the_very_character) {
              ":3:53: error: FORCE_RANGE, MAX: \"DEPTH < 3 && DEPHT\": no parameter, port or macro "
              "is called DEPHT; did you mean DEPTH? [unknown-name] [fault]\n",
              ":5:13: error: RULE: \" DEPTH gt HEIGHT\": ",
+             ":5:32: error: RULE: \"X gt X\": ",
+             ":5:37: error: RULE: \"X gt X\": ",
          }) {
         EXPECT_TRUE(contains(run.out, path + part)) << part << "in:\n" << run.out;
     }
