@@ -23,11 +23,13 @@ constexpr HintRow kHints[] = {
     { "~",  "write \"!\" or \"not\""                                 },
 };
 
-// Looked for before operators: an operator is the beginning of each.
+// Looked for before operators and the signs above, which are the beginnings of these.
 constexpr HintRow kLongHints[] = {
-    { "**", "write \"^\""  },
-    { "/=", "write \"!=\"" },
-    { "<>", "write \"!=\"" },
+    { "**", "write \"^\""              },
+    { "/=", "write \"!=\""             },
+    { "<>", "write \"!=\""             },
+    { "=<", "write \"<=\" or \"lte\""  },
+    { "=>", "write \">=\" or \"gte\""  },
 };
 
 constexpr LookAlike kLookAlikes[] = {

@@ -20,6 +20,23 @@ struct Open {
     std::uint32_t count;  // arguments of a call so far
 };
 
+// A word of other languages that stands where an operator is needed.
+struct ForeignWord {
+    const char* word;
+    const char* instead;
+};
+
+// clang-format off
+constexpr ForeignWord kForeignWords[] = {
+    { "eq",  "\"==\""                            },
+    { "ge",  "\">=\" or \"gte\""                },
+    { "le",  "\"<=\" or \"lte\""                },
+    { "ne",  "\"!=\""                            },
+    { "neq", "\"!=\""                            },
+    { "xor", "\"!=\" between two conditions"    },
+};
+// clang-format on
+
 bool is_left_associative(Level level) {
     return level != Level::kComparison && level != Level::kPower;
 }
@@ -66,6 +83,8 @@ private:
 
     void fail(const Token& token, std::string text, FaultId id = FaultId::kExpressionSyntax);
     std::string quoted(const Token& token) const;
+    // Null for a token that is none.
+    const ForeignWord* find_foreign_word(const Token& token) const;
     // What to say of a token that cannot stand where it stands.
     void fail_at(const Token& token, const char* expected);
 
@@ -257,6 +276,19 @@ std::string Parser::quoted(const Token& token) const {
            (bytes.size() > kLongest ? "...\"" : "\"");
 }
 
+const ForeignWord* Parser::find_foreign_word(const Token& token) const {
+    if (token.kind != TokenKind::kName) {
+        return nullptr;
+    }
+    const std::string_view word = text_.substr(token.offset, token.length);
+    for (const ForeignWord& row : kForeignWords) {
+        if (LESS_C_STRING::compare(word, row.word) == 0) {
+            return &row;
+        }
+    }
+    return nullptr;
+}
+
 void Parser::fail_at(const Token& token, const char* expected) {
     std::string text;
     if (token.hint != nullptr) {
@@ -264,9 +296,8 @@ void Parser::fail_at(const Token& token, const char* expected) {
     } else if (token.kind == TokenKind::kEnd) {
         text = nodes_.empty() && open_.empty() ? "the text is empty"
                                                : std::string(expected) + " is missing at the end";
-    } else if (token.kind == TokenKind::kName &&
-               LESS_C_STRING::compare(text_.substr(token.offset, token.length), "xor") == 0) {
-        text = "there is no \"xor\"; write \"!=\" between two conditions";
+    } else if (const ForeignWord* const word = find_foreign_word(token)) {
+        text = std::string("there is no \"") + word->word + "\"; write " + word->instead;
     } else {
         text = std::string(expected) + " is missing before " + quoted(token);
     }
