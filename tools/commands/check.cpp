@@ -13,9 +13,8 @@
 #include "tools/description/source_text.h"
 #include "tools/files/inputs.h"
 #include "tools/files/standard_input.h"
+#include "tools/findings/finding_filter.h"
 #include "tools/findings/report.h"
-#include "tools/findings/waivers.h"
-#include "tools/findings/warning_settings.h"
 #include "tools/lint/all_findings.h"
 #include "tools/terminal/progress.h"
 
@@ -29,22 +28,16 @@ const std::map<std::string, ReportMaker> kFormats = {
 struct Options {
     std::vector<std::string> paths;
     std::string format = "text";
-    std::vector<std::string> warnings;
+    FindingOptions findings;
     std::string fail_on = "warning";
-    std::string config;
     Directories directories;
 };
 
 // What one run of the command is told by.
 class Check {
 public:
-    // REQUIRES: every setting of a warning is known.
     explicit Check(const Options& options)
-        : waivers_(options.config), directories_(options.directories) {
-        for (const std::string& warning : options.warnings) {
-            settings_.take(warning);
-        }
-    }
+        : filter_(options.findings), directories_(options.directories) {}
 
     CheckedFile check(const Input& input) {
         if (input.failure) {
@@ -55,13 +48,7 @@ public:
     }
 
     // What is wrong with the settings, when all is checked.
-    std::vector<CheckedFile> check_settings() const {
-        std::vector<CheckedFile> files = waivers_.report();
-        for (CheckedFile& file : files) {
-            settings_.apply(file.findings);
-        }
-        return files;
-    }
+    std::vector<CheckedFile> check_settings() const { return filter_.settings_files(); }
 
 private:
     CheckedFile check_description(const Description& description) {
@@ -69,8 +56,7 @@ private:
         if (!file.failure) {
             Sources sources;
             file.findings = all_findings(description, sources);
-            waivers_.apply(file.findings, description);
-            settings_.apply(file.findings);
+            filter_.apply(file.findings, description);
         }
         return file;
     }
@@ -82,8 +68,7 @@ private:
                                      Description(StandardInput::kName, input.path(), directories_));
     }
 
-    WarningSettings settings_;
-    WaiverFiles waivers_;
+    FindingFilter filter_;
     Directories directories_;
 };
 
@@ -134,17 +119,13 @@ std::string check_paths(const Options& options) {
                : "";
 }
 
-std::string check_setting(const std::string& setting) {
-    return WarningSettings().take(setting);
-}
-
 constexpr const char* kFooter =
     "Every message is one line on standard error, with its source line below it; what it\n"
     "means and how to mend it says 'kivo explain ID', with the id that ends the line.\n"
     "Errors are what the library finds; warnings are for what it reads without a word although\n"
     "it was surely not meant so, and for files that are not well-formed XML.\n"
     "A file kivo.toml beside a description names findings to live with, in tables [[waiver]]\n"
-    "with id, file, reason and perhaps name.\n"
+    "with id, file, reason and perhaps name; errors cannot be waived.\n"
     "Exit status: 0 no messages, 1 messages, 2 wrong usage, 3 a file cannot be read.\n\n"
     "Example:\n"
     "  kivo check fifo_info.xml counter_info.xml\n"
@@ -165,16 +146,12 @@ Command make_check() {
             {.name = "--format", .value_name = "FORMAT", .target = &options->format,
              .help = "text (the default); json or sarif go to standard output",
              .choices = {"text", "json", "sarif"}},
-            {.name = "-W", .value_name = "ID", .target = &options->warnings,
-             .help = "Switch a warning: ID, no-ID, all, error=ID; later ones win",
-             .choices = WarningSettings::all(), .check = check_setting},
+            warnings_row(options->findings),
             {.name = "--fail-on", .value_name = "WHAT", .target = &options->fail_on,
              .help = "What makes the exit status 1: error, warning (the default) or never",
              .choices = {"error", "warning", "never"}},
             directories_row(options->directories),
-            {.name = "--config", .value_name = "FILE", .target = &options->config,
-             .help = "Settings for all files, instead of the kivo.toml beside each",
-             .offer = Offer::kFiles},
+            config_row(options->findings),
         },
         .footer = kFooter,
         .check = [options] { return check_paths(*options); },

@@ -1,5 +1,6 @@
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "tools/commands/commands.h"
 #include "tools/commands/configuring.h"
@@ -15,6 +16,7 @@ struct Options {
     ConfigurationRequest request;
     std::string output;
     Directories directories;
+    FindingOptions findings;
 };
 
 int write_doc(Terminal& terminal, const Options& options) {
@@ -30,13 +32,18 @@ int write_doc(Terminal& terminal, const Options& options) {
     if (configuration.failure()) {
         return *configuration.failure();
     }
+    FindingFilter filter(options.findings);
+    const std::vector<Finding> findings = told_findings(description, filter);
+    if (!report_settings(terminal, filter)) {
+        return kExitFailed;
+    }
     if (const auto reason = write_file(
-            options.output, make_page(description.info(), description.path(),
-                                      standing_findings(description), configuration.session()))) {
+            options.output,
+            make_page(description.info(), description.path(), findings, configuration.session()))) {
         terminal.report_error("cannot write '" + options.output + "': " + *reason);
         return kExitFailed;
     }
-    return description.has_messages() ? static_cast<int>(kExitMessages) : configuration.status();
+    return has_errors(findings) ? static_cast<int>(kExitMessages) : configuration.status();
 }
 
 constexpr const char* kFooter =
@@ -65,6 +72,8 @@ Command make_doc() {
              .target = &options->output, .help = "Where the page goes", .is_required = true,
              .offer = Offer::kFiles},
             directories_row(options->directories),
+            warnings_row(options->findings),
+            config_row(options->findings),
         },
         .footer = kFooter,
         .run = [options](Terminal& terminal) { return write_doc(terminal, *options); },

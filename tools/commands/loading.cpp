@@ -2,8 +2,6 @@
 
 #include "tools/findings/library_findings.h"
 #include "tools/findings/text_report.h"
-#include "tools/findings/waivers.h"
-#include "tools/findings/warning_settings.h"
 #include "tools/lint/all_findings.h"
 #include "tools/lint/lint.h"
 
@@ -20,19 +18,29 @@ bool report_loading(Terminal& terminal, const Description& description) {
     return true;
 }
 
-std::vector<Finding> warnings_of_waves(const Description& description) {
+std::vector<Finding> warnings_of_waves(const Description& description, FindingFilter& filter) {
     Sources sources;
     std::vector<Finding> findings = stimulus_findings(description, sources);
-    WaiverFiles("").apply(findings, description);
+    filter.apply(findings, description);
     return findings;
 }
 
-std::vector<Finding> standing_findings(const Description& description) {
+std::vector<Finding> told_findings(const Description& description, FindingFilter& filter) {
     Sources sources;
     std::vector<Finding> findings = all_findings(description, sources);
-    WaiverFiles("").apply(findings, description);
-    WarningSettings().apply(findings);
+    filter.apply(findings, description);
     return findings;
+}
+
+bool report_settings(Terminal& terminal, const FindingFilter& filter) {
+    bool are_taken = true;
+    for (const CheckedFile& file : filter.settings_files()) {
+        if (file.failure) {
+            terminal.report_error("cannot read '" + file.name + "': " + *file.failure);
+            are_taken = false;
+        }
+    }
+    return are_taken;
 }
 
 OptionRow description_row(std::string& path) {
@@ -52,4 +60,21 @@ OptionRow directories_row(Directories& directories) {
             .check = [](const std::string& directory) {
                 return directory.empty() ? std::string("a directory has a name") : std::string();
             }};
+}
+
+OptionRow warnings_row(FindingOptions& options) {
+    return {.name = "-W",
+            .value_name = "ID",
+            .target = &options.warnings,
+            .help = "Switch a warning: ID, no-ID, all, error=ID; later ones win",
+            .choices = WarningSettings::all(),
+            .check = [](const std::string& setting) { return WarningSettings().take(setting); }};
+}
+
+OptionRow config_row(FindingOptions& options) {
+    return {.name = "--config",
+            .value_name = "FILE",
+            .target = &options.config,
+            .help = "Settings for all files, instead of the kivo.toml beside each",
+            .offer = Offer::kFiles};
 }

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -31,6 +32,7 @@ constexpr std::size_t kMaxTransitionsOfOneAmongMany = kMaxTransitions / 4;
 struct Options {
     std::string file;
     Directories directories;
+    FindingOptions findings;
     std::string vector;
     ConfigurationRequest request;
     std::vector<std::string> otherwise;
@@ -89,13 +91,17 @@ class Wave {
 public:
     // "session" may be null.
     Wave(Terminal& terminal, Description& description, const KIVO_SESSION* session,
-         const Options& options)
+         const Options& options, const std::vector<Finding>& warnings)
         : terminal_(terminal),
           info_(description.info()),
           session_(session),
           options_(options),
           vectors_(all_vectors(info_)),
-          warnings_(warnings_of_waves(description)) {}
+          warnings_(warnings) {
+        if (session == nullptr) {
+            defaults_.emplace(info_);
+        }
+    }
 
     int run() {
         const std::string all = names_of(vectors_);
@@ -158,6 +164,7 @@ private:
     WaveModel make_model(KIVO_VECTOR_OBJ& vector, std::size_t max_transitions) {
         WaveCase drawn;
         drawn.session = session_;
+        drawn.defaults = defaults_ ? &*defaults_ : nullptr;
         for (const std::string& condition : options_.otherwise) {
             drawn.otherwise.push_back(join_lines(condition));
         }
@@ -252,9 +259,10 @@ private:
     Terminal& terminal_;
     KIVO_INFO& info_;
     const KIVO_SESSION* session_;
+    std::optional<KIVO_SESSION> defaults_;  // without a session
     const Options& options_;
     std::vector<KIVO_VECTOR_OBJ*> vectors_;
-    std::vector<Finding> warnings_;
+    const std::vector<Finding>& warnings_;
 };
 
 // What is wrong with the paths of the files to be written; empty when nothing is.
@@ -289,10 +297,17 @@ int wave(Terminal& terminal, const Options& options) {
     if (configuration.failure()) {
         return *configuration.failure();
     }
-    const int status = Wave(terminal, description, configuration.session(), options).run();
-    return status != kExitDone          ? status
-           : description.has_messages() ? static_cast<int>(kExitMessages)
-                                        : configuration.status();
+    FindingFilter filter(options.findings);
+    const std::vector<Finding> warnings = warnings_of_waves(description, filter);
+    if (!report_settings(terminal, filter)) {
+        return kExitFailed;
+    }
+    const int status =
+        Wave(terminal, description, configuration.session(), options, warnings).run();
+    const bool has_messages = description.has_messages() || has_errors(warnings);
+    return status != kExitDone ? status
+           : has_messages      ? static_cast<int>(kExitMessages)
+                               : configuration.status();
 }
 
 constexpr const char* kFooter =
@@ -329,6 +344,8 @@ Command make_wave() {
             {.name = "--else", .value_name = "COND", .target = &options->otherwise,
              .help = "Take the ELSE part where this is the condition; may be repeated"},
             directories_row(options->directories),
+            warnings_row(options->findings),
+            config_row(options->findings),
             {.name = "--ascii", .target = &options->is_ascii,
              .help = "Draw with ASCII characters; otherwise that depends on the locale"},
             {.name = "--width", .value_name = "COLUMNS", .target = &options->columns,

@@ -2,7 +2,6 @@
 
 #include <string_view>
 
-#include "tools/description/default_value.h"
 #include "tools/text/text_escape.h"
 #include "tools/text/whole_number.h"
 
@@ -34,21 +33,4 @@ std::optional<std::size_t> numeric_width(const KIVO_INFO& info, const std::strin
     return object != nullptr && object->port_width2d.empty()
                ? read_width(join_lines(object->port_width))
                : std::nullopt;
-}
-
-std::optional<std::size_t> declared_width(const KIVO_INFO& info, const std::string& port) {
-    const KIVO_OBJ_INFO* const object = find_port(info, port);
-    if (object == nullptr) {
-        return std::nullopt;
-    }
-    const std::string width = join_lines(object->port_width);
-    if (const auto number = read_width(width)) {
-        return number;
-    }
-    const KIVO_OBJ_INFO* const parameter = info.get_kivo_obj(width);
-    if (parameter == nullptr || !kivo_is_parameter(parameter->obj_type)) {
-        return std::nullopt;
-    }
-    const std::optional<std::string> value = default_of(*parameter);
-    return value ? read_width(join_lines(*value)) : std::nullopt;
 }

@@ -116,8 +116,8 @@ void write_map_objects(HtmlWriter& html, const PageNames& names, KIVO_WIZARD_MAP
                        : is_integer ? "integer parameter"
                                     : "string parameter",
                        default_cell(names, *object), value_list(*object),
-                       is_port ? width_of(names, *object) : "", is_port ? usage_of(*object) : "",
-                       value_rule_list(names, *object)});
+                       object->port_width.empty() ? "" : width_of(names, *object),
+                       is_port ? usage_of(*object) : "", value_rule_list(names, *object)});
     }
     table.write(html);
 }

@@ -1,6 +1,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -95,7 +96,11 @@ void write_decided_stimulus(HtmlWriter& html, const PageNames& names, const KIVO
 class WaveformSection {
 public:
     WaveformSection(HtmlWriter& html, DocSource& source)
-        : html_(html), source_(source), names_(source.names) {}
+        : html_(html), source_(source), names_(source.names) {
+        if (source.session == nullptr) {
+            defaults_.emplace(source.info);
+        }
+    }
 
     void write(KIVO_VECTOR_OBJ& vector) {
         const HtmlScope article(html_, "article", {{"id", source_.ids[&vector]}});
@@ -152,7 +157,8 @@ private:
             return;
         }
         const WaveModel model =
-            make_wave_model(source_.info, vector, {drawn.otherwise(), source_.session},
+            make_wave_model(source_.info, vector,
+                            {drawn.otherwise(), source_.session, defaults_ ? &*defaults_ : nullptr},
                             std::min(kMaxPictureTransitions, kMaxTransitions - transitions_));
         transitions_ += model.transitions;
         if (!group.empty()) {
@@ -243,6 +249,7 @@ private:
     HtmlWriter& html_;
     DocSource& source_;
     const PageNames& names_;
+    std::optional<KIVO_SESSION> defaults_;  // without a configuration
     std::size_t groups_ = 0;
     std::size_t pictures_ = 0;
     std::size_t bytes_ = 0;

@@ -74,8 +74,14 @@ private:
         if (waiver.id.empty() || waiver.file.empty() || reason.empty()) {
             return at(table.source(), "a waiver needs \"id\", \"file\" and \"reason\"");
         }
-        if (find_message(waiver.id) == nullptr) {
+        const MessageDescription* const message = find_message(waiver.id);
+        if (message == nullptr) {
             return at(table.source(), fmt::format("there is no message '{}'", waiver.id));
+        }
+        // Hosts are told of it whatever is written here.
+        if (message->severity == Severity::kError) {
+            return at(table.source(),
+                      fmt::format("'{}' is an error, which cannot be waived", waiver.id));
         }
         waiver.file = resolved((folder_ / waiver.file).string());
         waiver.place = place_of(table.source());

@@ -8,7 +8,8 @@
 #include "tools/description/description.h"
 #include "tools/findings/finding.h"
 
-// One finding that an author has decided to live with.
+// One warning that an author has decided to live with. Errors are the library's messages, which
+// hosts get too: they are not to be waived.
 struct Waiver {
     std::string id;
     std::string file;    // as a path from where the program runs

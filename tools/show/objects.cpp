@@ -181,7 +181,7 @@ std::vector<std::string> mapped_cells(const KIVO_OBJ_INFO& object) {
     const bool is_port = kivo_is_port(object.obj_type);
     return {object.name,
             kind_of(object.obj_type),
-            is_port ? width_of(object) : std::string(),
+            object.port_width.empty() ? std::string() : width_of(object),
             is_port ? kivo_get_usage_state_as_string(object.usage_state) : std::string(),
             timing_of(object),
             shown_default(object),

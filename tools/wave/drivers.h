@@ -20,6 +20,9 @@ struct Driver {
 struct WaveCase {
     std::vector<std::string> otherwise = {};  // the conditions that do not hold
     const KIVO_SESSION* session = nullptr;    // decides all conditions and widths; null for none
+    // Everything at its default: decides the widths of vectors that apply so, where no session
+    // does; null: those that are numbers alone are known.
+    const KIVO_SESSION* defaults = nullptr;
 };
 
 // The commands that count, not evaluated yet; of a condition that is not decided the THEN part.

@@ -10,6 +10,7 @@
 #include "tools/description/port_width.h"
 #include "tools/text/text_escape.h"
 #include "tools/text/text_width.h"
+#include "tools/text/words.h"
 #include "tools/wave/driver_merge.h"
 #include "tools/wave/drivers.h"
 #include "tools/wave/wave_values.h"
@@ -57,8 +58,19 @@ void note_undecided(WaveModel& model, KIVO_VECTOR_OBJ& vector, const KIVO_SESSIO
     }
 }
 
+// The session that knows the widths of a vector's ports.
+const KIVO_SESSION* deciding_session(const KIVO_VECTOR_OBJ& vector, const WaveCase& drawn) {
+    if (drawn.session != nullptr || drawn.defaults == nullptr) {
+        return drawn.session;
+    }
+    const bool applies = vector.wave_condition == nullptr ||
+                         drawn.defaults->holds(vector.wave_condition->text3) == KIVO_TRUTH::kYes;
+    return applies ? drawn.defaults : nullptr;
+}
+
 class ModelBuilder {
 public:
+    // "session" decides the widths that are no numbers; null for none.
     ModelBuilder(const KIVO_INFO& info, KIVO_VECTOR_OBJ& vector, const KIVO_SESSION* session,
                  WaveModel& model)
         : info_(info), vector_(vector), session_(session), model_(model) {}
@@ -150,7 +162,7 @@ private:
         for (const WaveValue& value : signal.values) {
             widest = std::max(widest, value.bits.size());
         }
-        const auto width = session_ == nullptr ? declared_width(info_, signal.name)
+        const auto width = session_ == nullptr ? numeric_width(info_, signal.name)
                                                : configured_width(*session_, signal.name);
         signal.width = width.value_or(widest);
         if (signal.width > widest && bits_ + signal.width * signal.values.size() > kMaxBits) {
@@ -173,9 +185,8 @@ private:
             }
         }
         if (!misfit.empty()) {
-            model_.notes.push_back(
-                fmt::format("value '{}' of signal '{}' is not a number of {} bits", misfit,
-                            signal.name, signal.width));
+            model_.notes.push_back(fmt::format("value '{}' of signal '{}' is not a number of {}",
+                                               misfit, signal.name, counted(signal.width, "bit")));
         }
     }
 
@@ -253,6 +264,6 @@ WaveModel make_wave_model(const KIVO_INFO& info, KIVO_VECTOR_OBJ& vector, const 
     }
     evaluate_range(model, drivers, info.start_time, std::max(info.start_time, end),
                    max_transitions);
-    ModelBuilder(info, vector, drawn.session, model).add_signals(drivers);
+    ModelBuilder(info, vector, deciding_session(vector, drawn), model).add_signals(drivers);
     return model;
 }

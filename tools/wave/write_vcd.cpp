@@ -1,11 +1,10 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <charconv>
-#include <iterator>
 #include <string_view>
 #include <vector>
 
+#include "tools/description/time_scale.h"
 #include "tools/text/text_escape.h"
 #include "tools/wave/renderers.h"
 #include "tools/wave/vcd_names.h"
@@ -14,32 +13,6 @@ namespace {
 
 // Of all changes of a dump together: half a gigabyte of text.
 constexpr std::size_t kMaxBits = 500'000'000;
-
-// What a time scale of the description is in a dump, which knows 1, 10 and 100 of its units.
-struct Timescale {
-    std::int64_t factor = 1;  // of the description's times
-    std::string text = "1 ns";
-    bool is_known = false;
-};
-
-Timescale read_time_scale(const std::string& written) {
-    std::int64_t number = 1;
-    const char* const end = written.data() + written.size();
-    const auto read = std::from_chars(written.data(), end, number);
-    const char* at = read.ec == std::errc() ? read.ptr : written.data();
-    at = std::find_if(at, end, [](char letter) { return letter != ' '; });
-    const std::string_view unit(at, static_cast<std::size_t>(end - at));
-    constexpr std::string_view kUnits[] = {"fs", "ps", "ns", "us", "ms", "s"};
-    constexpr std::int64_t kLargestNumber = 1'000'000;
-    const bool is_unit = std::find(std::begin(kUnits), std::end(kUnits), unit) != std::end(kUnits);
-    if (!is_unit || number < 1 || number > kLargestNumber) {
-        return {};
-    }
-    if (number == 1 || number == 10 || number == 100) {
-        return {1, fmt::format("{} {}", number, unit), true};
-    }
-    return {number, fmt::format("1 {}", unit), true};
-}
 
 // Short codes of the printable characters from "!" to "~".
 std::string code_of(std::size_t index) {
@@ -168,7 +141,7 @@ private:
 
     const WaveModel& model_;
     const VcdNames names_;
-    const Timescale scale_;
+    const TimeScale scale_;
     std::string out_;
 };
 

@@ -271,6 +271,49 @@ TEST(Wave, what_is_warned_of_a_vector_is_said_in_the_words_of_the_check) {
     EXPECT_EQ(messages_in(run_kivo({"wave", path, "w"}).err, path), expected);
 }
 
+TEST(Wave, warnings_are_switched_and_waived_as_in_the_check) {
+    const TemporaryFolder folder;
+    const std::string path = folder.write("a_info.xml", kWithWarnings);
+    const auto told = [&](const std::vector<std::string>& options) {
+        std::vector<std::string> arguments = {"wave", path, "w"};
+        arguments.insert(arguments.end(), options.begin(), options.end());
+        return run_kivo(arguments);
+    };
+    EXPECT_EQ(messages_in(told({}).err, path).size(), 2U);
+    EXPECT_EQ(messages_in(told({"-W", "no-stimulus-value"}).err, path).size(), 1U);
+    const RunResult strict = told({"-W", "error=stimulus-value"});
+    EXPECT_EQ(strict.status, 1);
+    EXPECT_TRUE(has(strict.err, ":3:15: error: \"16\" does not fit")) << strict.err;
+    EXPECT_EQ(told({"-W", "no-such"}).status, 2);
+    const std::string settings = folder.write("w.toml",
+                                              "[[waiver]]\nid = 'stimulus-command'\n"
+                                              "file = 'a_info.xml'\nreason = 'later'\n");
+    EXPECT_EQ(messages_in(told({"--config", settings}).err, path).size(), 1U);
+    const RunResult missing = told({"--config", folder.path("none.toml")});
+    EXPECT_EQ(missing.status, 3);
+    EXPECT_TRUE(has(missing.err, "cannot read '" + folder.path("none.toml") + "'")) << missing.err;
+}
+
+// The default of a parameter in those waves alone that apply with it.
+TEST(Wave, the_default_width_is_that_of_waves_that_apply_by_default) {
+    const TemporaryFolder folder;
+    const std::string path = folder.write(
+        "a_info.xml",
+        with_sections("<PARAMETERS><PARAMETER NAME='W' TYPE='INTEGER' VALUE='4'/></PARAMETERS>"
+                      "<HIDDEN_PARAMETERS><PARAMETER NAME='B' VALUE='2 * W'/></HIDDEN_PARAMETERS>"
+                      "<PORTS><PORT NAME='d' TYPE='INPUT' WIDTH='W'/><PORT NAME='e' TYPE='INPUT' "
+                      "WIDTH='B'/></PORTS><WAVE_DATA><WAVE NAME='narrow'><STIM>force d 1 0</STIM>"
+                      "<STIM>force e 1 0</STIM></WAVE><WAVE NAME='wide'><WAVE_CONDITION>W == 8"
+                      "</WAVE_CONDITION><STIM>force -hex d 7F 0</STIM></WAVE></WAVE_DATA>"));
+    const RunResult narrow = run_kivo({"wave", path, "narrow"});
+    EXPECT_TRUE(has(narrow.out, "d[3:0]")) << narrow.out;
+    EXPECT_TRUE(has(narrow.out, "e[7:0]")) << narrow.out;
+    const RunResult wide = run_kivo({"wave", path, "wide"});
+    EXPECT_TRUE(has(wide.out, "7F")) << wide.out;
+    EXPECT_FALSE(has(wide.out, "d[3:0]")) << wide.out;
+    EXPECT_EQ(wide.err, "");
+}
+
 TEST(Wave, a_picture_tells_the_warnings_of_its_vector) {
     const TemporaryFolder folder;
     const std::string path = folder.write("a_info.xml", kWithWarnings);

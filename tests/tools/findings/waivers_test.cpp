@@ -95,6 +95,9 @@ TEST_F(WaiversTest, what_is_wrong_with_the_settings_is_said_with_its_place) {
               "line 1, column 2: only tables [[waiver]] are known here");
     EXPECT_EQ(settings("[[waiver]]\nid = \"x\"\nfile = \"a\"\nreason = \"b\"\n").failure(),
               "line 1, column 1: there is no message 'x'");
+    EXPECT_EQ(
+        settings("[[waiver]]\nid = \"unknown-section\"\nfile = \"a\"\nreason = \"b\"\n").failure(),
+        "line 1, column 1: 'unknown-section' is an error, which cannot be waived");
     const auto failure = settings("[[waiver]\n").failure();
     ASSERT_TRUE(failure);
     EXPECT_EQ(failure->substr(0, 7), "line 1,");
