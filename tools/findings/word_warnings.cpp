@@ -27,6 +27,17 @@ std::vector<MessageDescription> word_warnings() {
 </ROOT>
 )"},
 
+    {"time-unit", Severity::kWarning,
+     R"(TIME_SCALE is the unit in which all times count: fs, ps, ns, us, ms or s, perhaps with a whole
+        number before it, such as "100 ps". Another one is shown as it is written, but programs
+        that read waveforms take it for nanoseconds. Write one that they know.)",
+     R"(<ROOT>
+  <FUNCTION_INFORMATION>
+    <TIME_SCALE VALUE="nsec"/>
+  </FUNCTION_INFORMATION>
+</ROOT>
+)"},
+
     {"time-step", Severity::kWarning,
      R"(A wave with a TIME_STEP of 0 or less gets nowhere: hosts go through its times in
         such steps. Write how far apart the times are that a host is to look at, or leave

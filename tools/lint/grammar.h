@@ -59,6 +59,22 @@ enum class Context : std::uint8_t {
     kCount
 };
 
+// What the parts of such an element are to each other. Rooms switch over it without "default", so
+// that the compiler names those that have to know of a new one.
+enum class Form : std::uint8_t {
+    kOther,
+    kMacro,
+    kForce,      // a value, perhaps another one, and a condition
+    kRange,      // limits and a condition
+    kValueRule,  // a text, or IF, THEN and ELSE
+    kRule,
+    kMessage,
+    kVector,  // IF, THEN, ELSE and commands in their order
+    kWizardCondition,
+    kSequence,   // IF, THEN, ELSE and texts in their order
+    kCondition,  // a text
+};
+
 // What a text or the value of an attribute is.
 enum class Meaning : std::uint8_t {
     kNotRead,
@@ -70,6 +86,7 @@ enum class Meaning : std::uint8_t {
     kWord,         // one of a few; any other counts as one of them
     kWholeNumber,  // read up to the first letter that is none of it
     kTime,         // a number that is kept as text
+    kTimeScale,    // a unit of time
     kList,         // of the values of a parameter, separated by ";"
     kLibraries,    // separated by ";"
     kArguments,    // names separated by ","
@@ -106,9 +123,13 @@ struct ContextRule {
     Telling of_sub_elements;
     Telling of_attributes;
     Meaning text;
+    Form form;
 };
 
 const ContextRule& rule_of(Context context);
+inline Form form_of(Context context) {
+    return rule_of(context).form;
+}
 
 // Null for an attribute that the element does not have.
 const AttributeRule* find_attribute_rule(Context context, std::string_view name);

@@ -79,12 +79,6 @@ void check_condition(Lint& lint, const Spot& spot) {
     }
 }
 
-void check_value_rule(Lint& lint, const Spot& spot) {
-    if (is_blank(spot.element.text.text) && spot.element.first_sub == nullptr) {
-        post_empty(lint, spot);
-    }
-}
-
 void check_wizard_condition(Lint& lint, const Spot& spot) {
     if (is_blank(spot.element.text.text) && is_blank(spot.element.value_of("CONDITION"))) {
         post_empty(lint, spot);
@@ -107,41 +101,28 @@ void check_condition_attributes(Lint& lint, const Spot& spot) {
 
 void find_incomplete_parts(Lint& lint) {
     lint.for_each([&lint](const Spot& spot) {
-        switch (spot.context) {
-            case Context::kMacro:
-                check_macro(lint, spot);
-                break;
-            case Context::kMessage:
-                check_message(lint, spot);
-                break;
-            case Context::kForceValue:
-            case Context::kHiddenForceValue:
-            case Context::kState:
+        switch (form_of(spot.context)) {
+            case Form::kMacro:
+                return check_macro(lint, spot);
+            case Form::kMessage:
+                return check_message(lint, spot);
+            case Form::kForce:
                 check_force(lint, spot);
-                check_condition_attributes(lint, spot);
-                break;
-            case Context::kParameterRange:
-            case Context::kPortRange:
-            case Context::kConstantRange:
+                return check_condition_attributes(lint, spot);
+            case Form::kRange:
                 check_range(lint, spot);
-                check_condition_attributes(lint, spot);
-                break;
-            case Context::kRule:
-                check_rule(lint, spot);
-                break;
-            case Context::kCondition:
-            case Context::kSequenceCondition:
-            case Context::kWaveCondition:
-                check_condition(lint, spot);
-                break;
-            case Context::kValueRule:
-                check_value_rule(lint, spot);
-                break;
-            case Context::kWizardCondition:
-                check_wizard_condition(lint, spot);
-                break;
-            default:
-                break;
+                return check_condition_attributes(lint, spot);
+            case Form::kRule:
+                return check_rule(lint, spot);
+            case Form::kCondition:
+            case Form::kValueRule:
+                return check_condition(lint, spot);
+            case Form::kWizardCondition:
+                return check_wizard_condition(lint, spot);
+            case Form::kOther:
+            case Form::kVector:
+            case Form::kSequence:
+                return;
         }
     });
 }

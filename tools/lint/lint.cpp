@@ -30,6 +30,8 @@ constexpr void (*kRooms[])(Lint&) = {
     find_wrong_stimulus,
     find_wrong_expressions,
     find_wrong_values,
+    find_wrong_defaults,
+    find_wrong_ports,
 };
 // clang-format on
 

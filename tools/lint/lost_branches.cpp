@@ -196,27 +196,24 @@ void check_force(Lint& lint, const Spot& spot) {
 
 void find_lost_branches(Lint& lint) {
     lint.for_each([&lint](const Spot& spot) {
-        switch (spot.context) {
-            case Context::kVector:
-                check_vector(lint, spot);
-                break;
-            case Context::kSequence:
-            case Context::kSequencePart:
-                check_sequence(lint, spot);
-                break;
-            case Context::kValueRule:
-                check_value_rule(lint, spot);
-                break;
-            case Context::kMessage:
-                check_message(lint, spot);
-                break;
-            case Context::kForceValue:
-            case Context::kHiddenForceValue:
-            case Context::kState:
-                check_force(lint, spot);
-                break;
-            default:
-                break;
+        switch (form_of(spot.context)) {
+            case Form::kVector:
+                return check_vector(lint, spot);
+            case Form::kSequence:
+                return check_sequence(lint, spot);
+            case Form::kValueRule:
+                return check_value_rule(lint, spot);
+            case Form::kMessage:
+                return check_message(lint, spot);
+            case Form::kForce:
+                return check_force(lint, spot);
+            case Form::kOther:
+            case Form::kMacro:
+            case Form::kRange:
+            case Form::kRule:
+            case Form::kWizardCondition:
+            case Form::kCondition:
+                return;
         }
     });
 }

@@ -38,3 +38,9 @@ void find_wrong_expressions(Lint& lint);
 
 // Values that the description itself rules out, and those that do not count.
 void find_wrong_values(Lint& lint);
+
+// Parameters without a default, and items of lists that do not count or can never be chosen.
+void find_wrong_defaults(Lint& lint);
+
+// What a port of its direction cannot be, and widths that are known too late.
+void find_wrong_ports(Lint& lint);

@@ -31,22 +31,25 @@ bool has(const Slot& slot, std::string_view word) {
 }  // namespace
 
 const std::vector<Slot>& slots_of(Context context) {
-    switch (context) {
-        case Context::kForceValue:
-        case Context::kHiddenForceValue:
-        case Context::kState:
+    switch (form_of(context)) {
+        case Form::kForce:
             return kOfForces;
-        case Context::kParameterRange:
-        case Context::kPortRange:
-        case Context::kConstantRange:
+        case Form::kRange:
             return kOfRanges;
-        case Context::kValueRule:
+        case Form::kValueRule:
             return kOfValueRules;
-        case Context::kMessage:
+        case Form::kMessage:
             return kOfMessages;
-        default:
-            return kOfOthers;
+        case Form::kOther:
+        case Form::kMacro:
+        case Form::kRule:
+        case Form::kVector:
+        case Form::kWizardCondition:
+        case Form::kSequence:
+        case Form::kCondition:
+            break;
     }
+    return kOfOthers;
 }
 
 const Slot& slot_of(Context context, std::string_view word) {

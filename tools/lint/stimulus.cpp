@@ -1,7 +1,11 @@
 #include "tools/lint/stimulus.h"
 
+#include <fmt/format.h>
+
+#include "tools/description/port_width.h"
 #include "tools/findings/notes.h"
 #include "tools/lint/rooms.h"
+#include "tools/text/words.h"
 
 namespace {
 
@@ -128,6 +132,38 @@ const PortRange& PortNames::range(const std::string& name) const {
     return found->second;
 }
 
+VectorsByDefault::VectorsByDefault(const Lint& lint) {
+    for (const KIVO_APPLICATION& vector : lint.session().vectors()) {
+        if (vector.applies == KIVO_TRUTH::kYes) {
+            names_.insert(vector.name);
+        }
+    }
+}
+
+bool VectorsByDefault::has(const Spot& command) const {
+    const DocumentElement& parent = *command.element.parent;
+    return context_in(Context::kVectors, parent.tag) == Context::kVector &&
+           names_.count(parent.value_of("NAME")) != 0;
+}
+
+std::string PortWidth::of_port(std::string_view port) const {
+    return fmt::format("the {} {} port {}{}", counted(bits, "bit"), is_default ? "that" : "of",
+                       quoted(port), is_default ? " has by default" : "");
+}
+
+std::optional<PortWidth> CommandSpot::width_of(std::string_view port) const {
+    const std::string name(port);
+    if (const auto number = numeric_width(lint.info(), name)) {
+        return PortWidth{*number, false};
+    }
+    const KIVO_OBJ_INFO* const object = lint.info().get_kivo_obj(name);
+    if (object == nullptr || !object->port_width2d.empty() || !vectors.has(spot)) {
+        return std::nullopt;
+    }
+    const auto by_default = configured_width(lint.session(), name);
+    return by_default ? std::optional(PortWidth{*by_default, true}) : std::nullopt;
+}
+
 void check_port(const CommandSpot& at, std::string_view whole, std::string_view name) {
     if (at.ports.has(name)) {
         return;
@@ -145,16 +181,17 @@ void check_port(const CommandSpot& at, std::string_view whole, std::string_view 
 
 void find_wrong_stimulus(Lint& lint) {
     const PortNames ports(lint);
+    const VectorsByDefault vectors(lint);
     lint.for_each([&](const Spot& spot) {
         switch (spot.context) {
             case Context::kVector:
                 check_wave(lint, spot);
                 break;
             case Context::kStimulus:
-                check_command({lint, spot, ports});
+                check_command({lint, spot, ports, vectors});
                 break;
             case Context::kDisplay:
-                check_display({lint, spot, ports});
+                check_display({lint, spot, ports, vectors});
                 break;
             default:
                 break;

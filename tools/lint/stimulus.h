@@ -1,7 +1,9 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <map>
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -31,13 +33,38 @@ private:
     mutable std::map<std::string, PortRange> ranges_;  // of those that were asked for
 };
 
+// The vectors that apply with everything at its default.
+class VectorsByDefault {
+public:
+    explicit VectorsByDefault(const Lint& lint);
+
+    // Whether the command or display format is of one of them, whatever else is set.
+    bool has(const Spot& command) const;
+
+private:
+    std::set<std::string, std::less<>> names_;
+};
+
+// How wide a port is.
+struct PortWidth {
+    std::size_t bits;
+    bool is_default;  // it depends on what is set
+
+    // "the 2 bits of port "select""
+    std::string of_port(std::string_view port) const;
+};
+
 // The command or display format of an element, with what is known around it.
 struct CommandSpot {
     Lint& lint;
     const Spot& spot;
     const PortNames& ports;
+    const VectorsByDefault& vectors;
 
     std::string_view source() const { return spot.element.text.text; }
+
+    // Nothing where the command may apply to other configurations than the port has its width in.
+    std::optional<PortWidth> width_of(std::string_view port) const;
 
     // Posts a warning about a part of the element's text.
     template <class... Argument>
@@ -70,6 +97,9 @@ void check_port(const CommandSpot& at, std::string_view whole, std::string_view 
 
 // Whether the description of fixed point is one, as in "(s4.12)"; posts a warning of what is none.
 bool check_fixed_point(const CommandSpot& at, std::string_view whole, std::string_view option);
+
+// The bits of a description that is one.
+std::optional<std::size_t> fixed_point_bits(std::string_view option);
 
 // A display format that is read.
 void check_display(const CommandSpot& at);

@@ -9,6 +9,8 @@ constexpr LintRow kBlankInName = {
     "command-blank", "{} is taken as a part of the port's name"};
 constexpr LintRow kOnePort = {
     "unread-text", "{} is not read: a DISPLAY is for one port"};
+constexpr LintRow kTooWide = {
+    "fixed-point", "{} does not fit into {}"};
 // clang-format on
 
 constexpr std::string_view kRadixes[] = {"-bin", "-hex", "-signed", "-unsigned"};
@@ -29,6 +31,13 @@ std::string_view without_blanks(std::string_view name) {
     return name.substr(0, end);
 }
 
+void check_fixed_width(const CommandSpot& at, std::string_view radix, std::string_view port) {
+    const auto width = at.width_of(port);
+    if (width && fixed_point_bits(radix).value_or(0) > width->bits) {
+        at.post(kTooWide, at.source(), radix, quoted(radix), width->of_port(port));
+    }
+}
+
 }  // namespace
 
 void check_display(const CommandSpot& at) {
@@ -44,10 +53,10 @@ void check_display(const CommandSpot& at) {
     if (!is_display || !is_known || name.empty()) {
         return;  // which the library tells
     }
-    if (is_fixed_point) {
-        check_fixed_point(at, at.source(), radix);
-    }
     const std::string_view port = without_blanks(name);
+    if (is_fixed_point && check_fixed_point(at, at.source(), radix)) {
+        check_fixed_width(at, radix, port);
+    }
     if (port.size() < name.size()) {
         const std::string_view blank = name.substr(port.size());
         at.post(kBlankInName, at.source(), blank.substr(0, blank_length(blank)),

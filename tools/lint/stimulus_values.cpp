@@ -7,10 +7,8 @@
 #include <optional>
 #include <system_error>
 
-#include "tools/description/port_width.h"
 #include "tools/lint/stimulus.h"
 #include "tools/text/whole_number.h"
-#include "tools/text/words.h"
 
 namespace {
 
@@ -158,14 +156,13 @@ public:
     ValuesCheck(const CommandSpot& at, const StimulusCommand& command)
         : at_(at),
           command_(command),
-          width_(numeric_width(at.lint.info(), std::string(command.signal))),
+          width_(at.width_of(command.signal)),
           range_(at.ports.range(std::string(command.signal))) {}
 
     void run() {
         radix_ = read_option();
-        if (radix_ == Radix::kFixedPoint && width_ && fixed_point_.bits > *width_) {
+        if (radix_ == Radix::kFixedPoint && width_ && fixed_point_.bits > width_->bits) {
             post(kTooLarge, command_.option, quoted(command_.option), port_text());
-            width_.reset();
         }
         for (const CommandItem& item : command_.items) {
             if (item.kind() == ItemKind::kUnknownOption) {
@@ -182,9 +179,7 @@ private:
         return at_.post(row, command_.text, part, arguments...);
     }
 
-    std::string port_text() const {
-        return fmt::format("the {} of port {}", counted(*width_, "bit"), quoted(command_.signal));
-    }
+    std::string port_text() const { return width_->of_port(command_.signal); }
 
     Radix read_option() {
         const std::string_view option = command_.option;
@@ -249,7 +244,7 @@ private:
                        std::string_view noun) {
         if (!is_pattern(value, digits)) {
             post(kNoNumber, value, quoted(value), noun);
-        } else if (width_ && bits_needed(value, bits_of_digit) > *width_) {
+        } else if (width_ && bits_needed(value, bits_of_digit) > width_->bits) {
             post(kTooLarge, value, quoted(value), port_text());
         } else {
             std::string bare(value);
@@ -266,8 +261,8 @@ private:
         }
         constexpr std::size_t kMostBits = 62;
         const bool has_one_reading = *number >= 0 && range_.least.value_or(0) >= 0;
-        const bool has_other = width_ && *width_ <= kMostBits;
-        const std::int64_t turn = has_other ? std::int64_t{1} << *width_ : 0;
+        const bool has_other = width_ && width_->bits <= kMostBits;
+        const std::int64_t turn = has_other ? std::int64_t{1} << width_->bits : 0;
         if (has_one_reading ||
             (has_other && !range_.holds(*number + (*number < 0 ? turn : -turn)))) {
             post(kOutOfRange, value, quoted(value), quoted(command_.signal), range_.text());
@@ -305,7 +300,7 @@ private:
             }
         } else if (is_negative && radix_ == Radix::kUnsigned) {
             post(kNegative, value, quoted(value), command_.option);
-        } else if (width_ && is_beyond(digits, is_negative, *width_)) {
+        } else if (width_ && is_beyond(digits, is_negative, width_->bits)) {
             post(kTooLarge, value, quoted(value), port_text());
         } else {
             check_range(value, number_of(value, 10));
@@ -332,7 +327,7 @@ private:
 
     const CommandSpot& at_;
     const StimulusCommand& command_;
-    std::optional<std::size_t> width_;  // of the port, when it is a number
+    std::optional<PortWidth> width_;  // of the port, when it is known
     const PortRange& range_;
     Radix radix_ = Radix::kDecimal;
     FixedPoint fixed_point_;
@@ -346,6 +341,11 @@ bool check_fixed_point(const CommandSpot& at, std::string_view whole, std::strin
     }
     at.post(kNoFixedPoint, whole, option, quoted(option));
     return false;
+}
+
+std::optional<std::size_t> fixed_point_bits(std::string_view option) {
+    const auto format = format_of(option);
+    return format ? std::optional(format->bits) : std::nullopt;
 }
 
 void check_values(const CommandSpot& at, const StimulusCommand& command) {

@@ -59,7 +59,11 @@ void check_attributes(Lint& lint, const Spot& spot) {
 void check_text(Lint& lint, const Spot& spot) {
     const DocumentElement& element = spot.element;
     if (rule_of(spot.context).text == Meaning::kNotRead && !is_blank(element.text.text)) {
-        lint.post(kUnreadText, element, spot.document.place(element.text), element.tag);
+        Finding& finding =
+            lint.post(kUnreadText, element, spot.document.place(element.text), element.tag);
+        if (spot.context == Context::kCommands) {
+            finding.notes.push_back({"a command stands in STIM or VECTOR", finding.place});
+        }
     }
 }
 
@@ -148,8 +152,11 @@ void check_macro(Lint& lint, const Spot& spot) {
     }
 }
 
-// Of a hidden parameter, where the library says nothing of it.
+// Of all but a hidden parameter the library says it.
 void check_hidden_force(Lint& lint, const Spot& spot) {
+    if (spot.context != Context::kHiddenForceValue) {
+        return;
+    }
     bool has_command = spot.element.attribute("WHEN_CMD") != nullptr;
     for (const DocumentElement& sub : spot.element.sub_elements()) {
         has_command = has_command || sub.tag == "WHEN_CMD";
@@ -166,24 +173,24 @@ void find_unread_parts(Lint& lint) {
         check_attributes(lint, spot);
         check_text(lint, spot);
         check_sub_elements(lint, spot);
-        switch (spot.context) {
-            case Context::kMessage:
-                check_message(lint, spot);
-                break;
-            case Context::kValueRule:
-                check_value_rule(lint, spot);
-                break;
-            case Context::kWizardCondition:
-                check_wizard_condition(lint, spot);
-                break;
-            case Context::kMacro:
-                check_macro(lint, spot);
-                break;
-            case Context::kHiddenForceValue:
-                check_hidden_force(lint, spot);
-                break;
-            default:
-                break;
+        switch (form_of(spot.context)) {
+            case Form::kMessage:
+                return check_message(lint, spot);
+            case Form::kValueRule:
+                return check_value_rule(lint, spot);
+            case Form::kWizardCondition:
+                return check_wizard_condition(lint, spot);
+            case Form::kMacro:
+                return check_macro(lint, spot);
+            case Form::kForce:
+                return check_hidden_force(lint, spot);
+            case Form::kOther:
+            case Form::kRange:
+            case Form::kRule:
+            case Form::kVector:
+            case Form::kSequence:
+            case Form::kCondition:
+                return;
         }
     });
 }

@@ -1,17 +1,14 @@
 #include <algorithm>
 #include <cstdint>
 #include <initializer_list>
-#include <map>
 #include <optional>
 #include <string>
-#include <unordered_set>
 #include <vector>
 
-#include "tools/description/default_value.h"
 #include "tools/findings/notes.h"
 #include "tools/lint/rooms.h"
 #include "tools/lint/slots.h"
-#include "tools/text/text_steps.h"
+#include "tools/lint/value_facts.h"
 #include "tools/text/whole_number.h"
 
 namespace {
@@ -55,32 +52,6 @@ constexpr TypeRow kTypes[] = {
 };
 // clang-format on
 
-std::string_view trimmed(std::string_view text) {
-    skip_blanks(text);
-    return text.substr(0, text.find_last_not_of(kBlanks) + 1);
-}
-
-// What a parameter or port may be, whatever else is set.
-struct Facts {
-    const KIVO_OBJ_INFO* object = nullptr;
-    std::vector<std::string> list;
-    std::unordered_set<std::string> texts;     // the items of the list
-    std::unordered_set<std::int64_t> numbers;  // those that are constant numbers
-    std::optional<std::int64_t> least;
-    std::optional<std::int64_t> greatest;
-    bool has_open_item = false;  // an item that is no constant number
-
-    bool is_text() const { return object->obj_type == KIVO_OBJ_STRING_PARAMETER; }
-    bool holds(std::int64_t value) const {
-        return (!least || value >= *least) && (!greatest || value <= *greatest);
-    }
-    std::string range() const {
-        return !least      ? "at most " + std::to_string(*greatest)
-               : !greatest ? "at least " + std::to_string(*least)
-                           : std::to_string(*least) + " to " + std::to_string(*greatest);
-    }
-};
-
 // A text that gives an object a value.
 struct Given {
     const Spot& spot;
@@ -104,117 +75,47 @@ const DocumentText& text_of(const Giver& giver) {
     return giver.attribute != nullptr ? giver.attribute->value : giver.element->text;
 }
 
-bool is_in_map(const DocumentElement& element) {
-    return element.parent->tag == "WIZARD_MAP" || element.parent->tag == "WIZARD_DATA";
-}
-
 class Values {
 public:
-    explicit Values(Lint& lint) : lint_(lint) {}
+    explicit Values(Lint& lint) : lint_(lint), facts_(lint) {}
 
     void pass(const Spot& spot) {
-        switch (spot.context) {
-            case Context::kParameter:
-            case Context::kPort:
-                return is_in_map(spot.element) ? pass_mapped(spot) : pass_declared(spot);
-            case Context::kForceValue:
-                return pass_force(spot);
-            case Context::kParameterRange:
-            case Context::kPortRange:
-            case Context::kConstantRange:
-                return pass_range(spot);
-            default:
-                return;
+        const bool is_object =
+            spot.context == Context::kParameter || spot.context == Context::kPort;
+        if (is_object) {
+            is_in_map(spot.element) ? pass_mapped(spot) : pass_declared(spot);
+        } else if (spot.context == Context::kForceValue) {
+            pass_force(spot);
+        } else if (form_of(spot.context) == Form::kRange) {
+            pass_range(spot);
         }
     }
 
 private:
-    const Facts* facts_of(std::string_view name);
-    void add_range(const KIVO_RULE_ELEMENT& rule, Facts& facts) const;
-    // The number that a text is, when it names nothing.
-    std::optional<std::int64_t> constant(std::string_view text) const;
     // What a value given to a parameter of type STRING is: itself, but for the value of an object.
-    std::optional<std::string> text_value(const Facts& facts, std::string_view text) const;
+    std::optional<std::string> text_value(const ValueFacts& facts, std::string_view text) const;
 
     void pass_declared(const Spot& spot);
     void pass_mapped(const Spot& spot);
-    bool is_of_other_type(const Spot& spot, const Facts& facts);
+    bool is_of_other_type(const Spot& spot, const ValueFacts& facts);
     void pass_force(const Spot& spot);
     void pass_range(const Spot& spot);
-    void pass_index(const Spot& spot, const Facts& facts, const DocumentText& index);
-    void pass_ignored_default(const Spot& spot, const Facts& facts);
+    void pass_index(const Spot& spot, const ValueFacts& facts, const DocumentText& index);
+    void pass_ignored_default(const Spot& spot, const ValueFacts& facts);
     bool may_be_number(std::string_view text);
     void check_number(const Given& given);
     void check_numbers(const Spot& spot, std::initializer_list<std::string_view> words);
-    void check(const Facts& facts, const Given& given);
-    void check_list(const Facts& facts, const Given& given);
-    void check_range(const Facts& facts, const Given& given, std::string_view value,
+    void check(const ValueFacts& facts, const Given& given);
+    void check_list(const ValueFacts& facts, const Given& given);
+    void check_range(const ValueFacts& facts, const Given& given, std::string_view value,
                      const LintRow& row);
 
     Lint& lint_;
-    std::map<std::string, Facts, std::less<>> facts_;
+    FactsOfValues facts_;
 };
 
-const Facts* Values::facts_of(std::string_view name) {
-    const auto known = facts_.find(name);
-    if (known != facts_.end()) {
-        return &known->second;
-    }
-    const KIVO_OBJ_INFO* const object = lint_.info().get_kivo_obj(std::string(name));
-    if (object == nullptr) {
-        return nullptr;
-    }
-    Facts facts;
-    facts.object = object;
-    if (object->value_array.find(';') != std::string::npos || object->default_index >= 0) {
-        facts.list = list_items(object->value_array);
-        facts.texts.insert(facts.list.begin(), facts.list.end());
-        for (const std::string& item : facts.list) {
-            if (const auto number = constant(item)) {
-                facts.numbers.insert(*number);
-            } else {
-                facts.has_open_item = true;
-            }
-        }
-    }
-    KIVO_OBJ_LIST rules = object->rule_list;
-    rules.reset();
-    while (KIVO_OBJ* record = rules.get_next_value()) {
-        if (const auto* rule = dynamic_cast<const KIVO_RULE_ELEMENT*>(record)) {
-            add_range(*rule, facts);
-        }
-    }
-    return &facts_.emplace(name, std::move(facts)).first->second;
-}
-
-void Values::add_range(const KIVO_RULE_ELEMENT& rule, Facts& facts) const {
-    const bool is_range =
-        rule.origin == KIVO_ORIGIN_FORCE_RANGE || rule.origin == KIVO_ORIGIN_CONSTANT_RANGE;
-    if (!is_range || !rule.text3.empty()) {
-        return;
-    }
-    if (const auto greatest = constant(rule.text1)) {
-        facts.greatest = facts.greatest ? std::min(*facts.greatest, *greatest) : *greatest;
-    }
-    if (const auto least = constant(rule.text2)) {
-        facts.least = facts.least ? std::max(*facts.least, *least) : *least;
-    }
-}
-
-std::optional<std::int64_t> Values::constant(std::string_view text) const {
-    const std::string_view bare = trimmed(text);
-    const auto number = whole_number<std::int64_t>(bare);
-    const bool is_sum = !number && !bare.empty() &&
-                        bare.find_first_not_of("0123456789+-*/%^(). ") == std::string_view::npos;
-    if (!is_sum) {
-        return number;
-    }
-    const KIVO_EVALUATION result = lint_.session().evaluate(bare);
-    return result.kind == KIVO_VALUE_KIND::kInteger ? whole_number<std::int64_t>(result.value)
-                                                    : std::nullopt;
-}
-
-std::optional<std::string> Values::text_value(const Facts& facts, std::string_view text) const {
+std::optional<std::string> Values::text_value(const ValueFacts& facts,
+                                              std::string_view text) const {
     const std::string_view bare = trimmed(text);
     if (bare.size() >= 2 && bare.front() == '"' && bare.find('"', 1) == bare.size() - 1) {
         return std::string(bare.substr(1, bare.size() - 2));
@@ -227,7 +128,7 @@ std::optional<std::string> Values::text_value(const Facts& facts, std::string_vi
 
 // What a hidden parameter or macro is, and a parameter without a list, is not known for certain.
 bool Values::may_be_number(std::string_view text) {
-    const Facts* const facts = facts_of(text);
+    const ValueFacts* const facts = facts_.find(text);
     return facts != nullptr &&
            (!facts->is_text() || facts->list.empty() || !facts->numbers.empty());
 }
@@ -253,7 +154,7 @@ void Values::check_numbers(const Spot& spot, std::initializer_list<std::string_v
     }
 }
 
-void Values::check(const Facts& facts, const Given& given) {
+void Values::check(const ValueFacts& facts, const Given& given) {
     if (!given.value().empty()) {
         if (!facts.is_text()) {
             check_number(given);
@@ -263,7 +164,7 @@ void Values::check(const Facts& facts, const Given& given) {
     }
 }
 
-void Values::check_list(const Facts& facts, const Given& given) {
+void Values::check_list(const ValueFacts& facts, const Given& given) {
     if (facts.list.empty()) {
         return;
     }
@@ -274,7 +175,7 @@ void Values::check_list(const Facts& facts, const Given& given) {
         is_held = !text || facts.texts.count(*text) != 0;
     } else {
         // An item that is no constant may be any number.
-        const auto number = constant(given.value());
+        const auto number = facts_.constant(given.value());
         is_held = !number || facts.has_open_item || facts.numbers.count(*number) != 0;
     }
     if (is_held) {
@@ -295,11 +196,10 @@ void Values::check_list(const Facts& facts, const Given& given) {
     add_likely_word(finding, shown, items);
 }
 
-void Values::check_range(const Facts& facts, const Given& given, std::string_view value,
+void Values::check_range(const ValueFacts& facts, const Given& given, std::string_view value,
                          const LintRow& row) {
-    const auto number = constant(value);
-    const bool is_empty = facts.least && facts.greatest && *facts.least > *facts.greatest;
-    if (number && !is_empty && !facts.holds(*number)) {
+    const auto number = facts_.constant(value);
+    if (number && !facts.admits(*number)) {
         lint_.post(row, given.spot.element, given.place(), value, facts.object->name,
                    facts.range());
     }
@@ -307,7 +207,7 @@ void Values::check_range(const Facts& facts, const Given& given, std::string_vie
 
 // The attribute that gives an object its default is looked at where it counts.
 void Values::pass_declared(const Spot& spot) {
-    const Facts* const facts = facts_of(spot.element.value_of("NAME"));
+    const ValueFacts* const facts = facts_.find(spot.element.value_of("NAME"));
     if (facts == nullptr) {
         return;
     }
@@ -344,7 +244,7 @@ void Values::pass_declared(const Spot& spot) {
     }
 }
 
-void Values::pass_index(const Spot& spot, const Facts& facts, const DocumentText& text) {
+void Values::pass_index(const Spot& spot, const ValueFacts& facts, const DocumentText& text) {
     const auto index = whole_number<std::int32_t>(trimmed(text.text));
     if (!index || *index < 0 || *index != facts.object->default_index) {
         return;
@@ -360,7 +260,7 @@ void Values::pass_index(const Spot& spot, const Facts& facts, const DocumentText
     }
 }
 
-void Values::pass_ignored_default(const Spot& spot, const Facts& facts) {
+void Values::pass_ignored_default(const Spot& spot, const ValueFacts& facts) {
     const DocumentText& text = spot.element.attribute("DEFAULT_VALUE")->value;
     const bool has_value = spot.element.attribute("VALUE") != nullptr;
     const bool has_index = facts.object->default_index >= 0;
@@ -385,7 +285,7 @@ void Values::pass_ignored_default(const Spot& spot, const Facts& facts) {
 }
 
 // What no TYPE names is told of by the library, and so is a TYPE that is none.
-bool Values::is_of_other_type(const Spot& spot, const Facts& facts) {
+bool Values::is_of_other_type(const Spot& spot, const ValueFacts& facts) {
     const DocumentAttribute* const type = spot.element.attribute("TYPE");
     const TypeRow* declared = nullptr;
     bool is_known = false;
@@ -402,7 +302,7 @@ bool Values::is_of_other_type(const Spot& spot, const Facts& facts) {
 }
 
 void Values::pass_mapped(const Spot& spot) {
-    const Facts* const facts = facts_of(spot.element.value_of("NAME"));
+    const ValueFacts* const facts = facts_.find(spot.element.value_of("NAME"));
     if (facts == nullptr || is_of_other_type(spot, *facts)) {
         return;
     }
@@ -415,7 +315,7 @@ void Values::pass_mapped(const Spot& spot) {
 }
 
 void Values::pass_force(const Spot& spot) {
-    const Facts* const facts = facts_of(spot.element.parent->value_of("NAME"));
+    const ValueFacts* const facts = facts_.find(spot.element.parent->value_of("NAME"));
     if (facts == nullptr) {
         return;
     }
@@ -431,8 +331,8 @@ void Values::pass_force(const Spot& spot) {
 void Values::pass_range(const Spot& spot) {
     check_numbers(spot, {"MAX", "MIN", "THEN", "TO", "V"});
     const std::vector<Giver> givers = givers_of(spot, slot_of(spot.context, "MIN"));
-    const auto least = constant(text_in(spot, "MIN"));
-    const auto greatest = constant(text_in(spot, "MAX"));
+    const auto least = facts_.constant(text_in(spot, "MIN"));
+    const auto greatest = facts_.constant(text_in(spot, "MAX"));
     if (!givers.empty() && least && greatest && *least > *greatest) {
         lint_.post(kEmptyRange, spot.element, spot.document.place(text_of(givers.back())), *least,
                    *greatest);

@@ -2,6 +2,7 @@
 #include <cstdint>
 #include <optional>
 
+#include "tools/description/time_scale.h"
 #include "tools/lint/rooms.h"
 #include "tools/text/text_steps.h"
 
@@ -18,6 +19,8 @@ constexpr LintRow kTooLarge = {
     "not-a-number", "{} is too large for {}: it is read as {}"};
 constexpr LintRow kNoTime = {
     "not-a-number", "{} is no number: {} counts in the unit of TIME_SCALE"};
+constexpr LintRow kNoUnit = {
+    "time-unit", "{} is no unit of time: fs, ps, ns, us, ms or s, perhaps a whole number before it"};
 constexpr LintRow kNoStep = {
     "time-step", "a TIME_STEP of {} gets nowhere"};
 constexpr LintRow kListSeparator = {
@@ -178,6 +181,14 @@ void check_time(const Value& value) {
     }
 }
 
+// An empty one leaves the setting as it was.
+void check_time_scale(const Value& value) {
+    const std::string written(value.text());
+    if (!written.empty() && !read_time_scale(written).is_known) {
+        value.lint.post(kNoUnit, value.spot.element, value.place(), quoted(written));
+    }
+}
+
 // Places the warning where the first separator stands that is none.
 void check_list(const Value& value) {
     if (is_comma_list(value.text())) {
@@ -209,6 +220,9 @@ void check_value(const Value& value) {
             break;
         case Meaning::kTime:
             check_time(value);
+            break;
+        case Meaning::kTimeScale:
+            check_time_scale(value);
             break;
         case Meaning::kList:
             check_list(value);

@@ -387,9 +387,10 @@ TEST(Check, output_that_cannot_be_written_is_an_error) {
 TEST(Check, a_clash_names_the_first_declaration) {
     const TemporaryFolder folder;
     const std::string path = folder.write(
-        "a_info.xml", with_sections("<PARAMETERS><PARAMETER NAME=\"A\" TYPE=\"INTEGER\"/>"
-                                    "</PARAMETERS>\n"
-                                    "<PORTS><PORT NAME=\"A\" TYPE=\"INPUT\"/></PORTS>"));
+        "a_info.xml",
+        with_sections("<PARAMETERS><PARAMETER NAME=\"A\" TYPE=\"INTEGER\" VALUE=\"1\"/>"
+                      "</PARAMETERS>\n"
+                      "<PORTS><PORT NAME=\"A\" TYPE=\"INPUT\"/></PORTS>"));
     EXPECT_EQ(run_kivo({"check", path}).err,
               path +
                   ":3:8: error: Kivofunction Object A of different type Integer parameter already "
@@ -398,7 +399,8 @@ TEST(Check, a_clash_names_the_first_declaration) {
                   "       |        ^              ~~~~~~~~~~~~\n" +
                   path +
                   ":2:13: note: first declared here\n"
-                  "     2 | <PARAMETERS><PARAMETER NAME=\"A\" TYPE=\"INTEGER\"/></PARAMETERS>\n"
+                  "     2 | <PARAMETERS><PARAMETER NAME=\"A\" TYPE=\"INTEGER\" "
+                  "VALUE=\"1\"/></PARAMETERS>\n"
                   "       |             ^\n"
                   "1 file checked: 1 error in 1 file\n");
 }
@@ -454,7 +456,7 @@ std::vector<std::string> notes_of(const std::string& sections) {
 using Notes = std::vector<std::string>;
 
 const std::string kWidthAndClock =
-    "<PARAMETERS><PARAMETER NAME='WIDTH' TYPE='INTEGER'/></PARAMETERS>"
+    "<PARAMETERS><PARAMETER NAME='WIDTH' TYPE='INTEGER' VALUE='8'/></PARAMETERS>"
     "<PORTS><PORT NAME='clock' TYPE='INPUT'/></PORTS>";
 
 TEST(Check, a_misspelt_name_names_the_declared_one_of_its_kind) {
@@ -490,7 +492,7 @@ TEST(Check, rules_before_the_declaration_name_it) {
         with_sections("<PORT_RULES><PORT NAME='clock'/></PORT_RULES>\n" + kWidthAndClock));
     const std::vector<std::string> found = places_in(run_kivo({"check", path}).err, path);
     ASSERT_EQ(found.size(), 2U);
-    EXPECT_EQ(found[1], "3:73: note: declared later, here");
+    EXPECT_EQ(found[1], "3:83: note: declared later, here");
 }
 
 TEST(Check, a_repeated_attribute_names_the_first) {

@@ -42,11 +42,11 @@ struct Surroundings {
 };
 
 const Surroundings kSurroundings[] = {
-    {"PARAMETERS", "PARAMETER", "WIDTH", "TYPE='INTEGER'"},
-    {"PARAMETERS", "PARAMETER", "DEPTH", "TYPE='INTEGER'"},
-    {"PARAMETERS", "PARAMETER", "MODE", "TYPE='INTEGER'"},
-    {"PARAMETERS", "PARAMETER", "HAS_ENABLE", "TYPE='INTEGER'"},
-    {"PARAMETERS", "PARAMETER", "STYLE", "TYPE='INTEGER'"},
+    {"PARAMETERS", "PARAMETER", "WIDTH", "TYPE='INTEGER' VALUE='1'"},
+    {"PARAMETERS", "PARAMETER", "DEPTH", "TYPE='INTEGER' VALUE='1'"},
+    {"PARAMETERS", "PARAMETER", "MODE", "TYPE='INTEGER' VALUE='1'"},
+    {"PARAMETERS", "PARAMETER", "HAS_ENABLE", "TYPE='INTEGER' VALUE='1'"},
+    {"PARAMETERS", "PARAMETER", "STYLE", "TYPE='INTEGER' VALUE='1'"},
     {"PORTS", "PORT", "clock", "TYPE='INPUT'"},
     {"PORTS", "PORT", "reset", "TYPE='INPUT'"},
     {"PORTS", "PORT", "enable", "TYPE='INPUT'"},

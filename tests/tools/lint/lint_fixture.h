@@ -80,7 +80,8 @@ inline const std::string kPassing =
 
 inline std::string parameter_with(const std::string& rules) {
     return R"(<PARAMETERS><PARAMETER NAME="W" TYPE="INTEGER">)" + rules +
-           "</PARAMETER></PARAMETERS>" + kPassing;
+           "</PARAMETER></PARAMETERS>" + kPassing +
+           "<PARAMETER_RULES><PARAMETER NAME='W' DEFAULT_VALUE='1'/></PARAMETER_RULES>";
 }
 
 inline std::string port_with(const std::string& rules) {

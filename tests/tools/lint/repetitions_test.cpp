@@ -7,7 +7,7 @@ namespace {
 
 // clang-format off
 const LintCase kDeclared[] = {
-    {"<PARAMETERS><PARAMETER NAME='W' TYPE='INTEGER'/>\n<PARAMETER NAME='W' TYPE='INTEGER'/>"
+    {"<PARAMETERS><PARAMETER NAME='W' TYPE='INTEGER' VALUE='1'/>\n<PARAMETER NAME='W' TYPE='INTEGER' VALUE='1'/>"
      "</PARAMETERS>", {
      "3:1 PARAMETER \"W\" is declared again: its attributes replace those of the first, its rules "
      "are added [declared-twice]",
@@ -113,7 +113,7 @@ const LintCase kMisplaced[] = {
      "<PARAMETER_RULES><PARAMETER NAME='q'/></PARAMETER_RULES>", {
      "3:18 PARAMETER \"q\" reaches the port of that name [other-kind]",
      "  2:8 declared here"}},
-    {"<PARAMETERS><PARAMETER NAME='W' TYPE='INTEGER'/></PARAMETERS>\n"
+    {"<PARAMETERS><PARAMETER NAME='W' TYPE='INTEGER' VALUE='1'/></PARAMETERS>\n"
      "<PORT_RULES><PORT NAME='W'/></PORT_RULES>", {
      "3:13 PORT \"W\" reaches the parameter of that name [other-kind]",
      "  2:13 declared here"}},
@@ -132,9 +132,9 @@ const LintCase kMisplaced[] = {
 };
 
 const std::string kSilent[] = {
-    "<PARAMETERS><PARAMETER NAME='W' TYPE='INTEGER'/></PARAMETERS><PARAMETER_RULES>"
+    "<PARAMETERS><PARAMETER NAME='W' TYPE='INTEGER' VALUE='1'/></PARAMETERS><PARAMETER_RULES>"
     "<PARAMETER NAME='W' VALUE='1'/><PARAMETER NAME='W'/></PARAMETER_RULES>",
-    "<PARAMETERS><PARAMETER NAME='W' TYPE='INTEGER'/></PARAMETERS><PORTS>"
+    "<PARAMETERS><PARAMETER NAME='W' TYPE='INTEGER' VALUE='1'/></PARAMETERS><PORTS>"
     "<PORT NAME='W' TYPE='INPUT'/><PORT NAME='w' TYPE='INPUT'/></PORTS>",
     "<PARAMETER_RULES><PARAMETER NAME='q'/></PARAMETER_RULES>"
     "<PORTS><PORT NAME='q' TYPE='INPUT'/></PORTS>",

@@ -15,7 +15,7 @@ std::string stimulus(const std::string& command) {
            "MAX_TIME='100'>\n<STIM>" +
            command +
            "</STIM></WAVE></WAVE_DATA><PARAMETERS><PARAMETER NAME='W' "
-           "TYPE='INTEGER'/></PARAMETERS>";
+           "TYPE='INTEGER' VALUE='128'/></PARAMETERS>";
 }
 
 // The format begins in column 38 of line 3.
@@ -375,6 +375,42 @@ TEST(Stimulus, repeats_that_repeat_nothing) {
 
 TEST(Stimulus, values_that_are_none_or_do_not_fit) {
     expect_warnings(stimulus, kValues);
+}
+
+// A port as wide as a parameter, 4 bits by default, in a wave with these parts; the parts begin in
+// column 16 of line 3.
+std::string wave_of_bus(const std::string& parts) {
+    return "<PARAMETERS><PARAMETER NAME='W' TYPE='INTEGER' VALUE='4'/></PARAMETERS><PORTS><PORT "
+           "NAME='bus' TYPE='INPUT' WIDTH='W'/></PORTS><WAVE_DATA>\n<WAVE NAME='w'>" +
+           parts + "</WAVE></WAVE_DATA>";
+}
+
+// clang-format off
+const LintCase kWidthsByDefault[] = {
+    {wave_of_bus("<STIM>force -hex bus 1F 0</STIM>"), {
+     "3:37 \"1F\" does not fit into the 4 bits that port \"bus\" has by default [stimulus-value]"}},
+    {wave_of_bus("<WAVE_CONDITION>W lt 8</WAVE_CONDITION><STIM>force bus 16 0</STIM>"), {
+     "3:71 \"16\" does not fit into the 4 bits that port \"bus\" has by default [stimulus-value]"}},
+    {wave_of_bus("<STIM>force bus 1 0</STIM><DISPLAY>add wave -fixed_point(s4.4) bus</DISPLAY>"), {
+     "3:60 \"-fixed_point(s4.4)\" does not fit into the 4 bits that port \"bus\" has by default "
+     "[fixed-point]"}},
+};
+
+const std::string kOtherWidths[] = {
+    wave_of_bus("<STIM>force -hex bus F 0</STIM>"),
+    wave_of_bus("<STIM>force bus 1 0</STIM><DISPLAY>add wave -fixed_point(s2.2) bus</DISPLAY>"),
+    // For other configurations.
+    wave_of_bus("<WAVE_CONDITION>W == 8</WAVE_CONDITION><STIM>force -hex bus 1F 0</STIM>"),
+    wave_of_bus("<IF>W == 8</IF><THEN><STIM>force -hex bus 1F 0</STIM></THEN>"),
+};
+// clang-format on
+
+TEST(Stimulus, values_that_do_not_fit_by_default) {
+    expect_warnings(kWidthsByDefault);
+}
+
+TEST(Stimulus, values_for_other_widths_stay_silent) {
+    expect_silence(kOtherWidths);
 }
 
 TEST(Stimulus, signals_that_are_no_port) {

@@ -114,7 +114,8 @@ const LintCase kTexts[] = {
     {"<FUNCTION_INFORMATION><START_TIME>5</START_TIME></FUNCTION_INFORMATION>", {
      "2:35 the text of START_TIME is not read [unread-text]"}},
     {wave_with("<IF>A</IF><THEN>force a 1 0<STIM>force b 1 0</STIM></THEN>"), {
-     "2:43 the text of THEN is not read [unread-text]"}},
+     "2:43 the text of THEN is not read [unread-text]",
+     "  a command stands in STIM or VECTOR"}},
 };
 
 const LintCase kOverridden[] = {

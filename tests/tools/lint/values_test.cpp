@@ -128,7 +128,7 @@ const std::string kSilent[] = {
     integer("VALUE='8'", kRange + "<FORCE_VALUE V='A * 80'/>"),
     integer("VALUE='8'", "<FORCE_RANGE MIN='A' MAX='-1'/><FORCE_RANGE MIN='8' MAX='8'/>"),
     integer("VALUE='\"8\"'"),
-    integer("", "<FORCE_RANGE MAX='A'/>"),
+    integer("VALUE='1'", "<FORCE_RANGE MAX='A'/>"),
     port("WIDTH='MODE' DEFAULT_VALUE='7'", "<CONSTANT_RANGE MIN='0' MAX='7'/>"),
     port("WIDTH='S'", "") + "<PARAMETERS><PARAMETER NAME='S' TYPE='STRING' VALUE='AUTO;8'/>"
     "</PARAMETERS>",

@@ -82,6 +82,12 @@ const LintCase kNumbers[] = {
      "2:54 \"50%\" is no whole number: HIGH_PROBABILITY is read as 50 [not-a-number]"}},
     {setting("START_TIME VALUE='20ns'"), {
      "2:42 \"20ns\" is no whole number: START_TIME is read as 20 [not-a-number]"}},
+    {setting("TIME_SCALE VALUE='nsec'"), {
+     "2:42 \"nsec\" is no unit of time: fs, ps, ns, us, ms or s, perhaps a whole number before it "
+     "[time-unit]"}},
+    {setting("TIME_SCALE VALUE='2.5 ns'"), {
+     "2:42 \"2.5 ns\" is no unit of time: fs, ps, ns, us, ms or s, perhaps a whole number before it "
+     "[time-unit]"}},
     {setting("TIME_DELTA VALUE='5 ns'"), {
      "2:42 \"5 ns\" is no number: TIME_DELTA counts in the unit of TIME_SCALE [not-a-number]"}},
     {port("CLOCK_PERIOD='fast'"), {
@@ -108,7 +114,7 @@ const LintCase kNames[] = {
      "2:20 the name \" clock\" has blanks around it: they are part of it [name-with-blanks]"}},
     {"<WAVE_DATA><WAVE NAME='w '><STIM>force a 1 0</STIM></WAVE></WAVE_DATA>", {
      "2:24 the name \"w \" has blanks around it: they are part of it [name-with-blanks]"}},
-    {"<PARAMETERS><PARAMETER NAME='DATA-WIDTH' TYPE='INTEGER'/></PARAMETERS>", {
+    {"<PARAMETERS><PARAMETER NAME='DATA-WIDTH' TYPE='INTEGER' VALUE='1'/></PARAMETERS>", {
      "2:34 no condition can write the name \"DATA-WIDTH\": \"-\" cannot be part of a name "
      "[unwritable-name]"}},
     {"<PORTS><PORT NAME='data in' TYPE='INPUT'/></PORTS>", {
@@ -135,10 +141,14 @@ const std::string kSilent[] = {
     parameter("CNX_TYPE='private'"),
     "<RULES><RULE ENABLED='NO' REQUIRED_RULE='OFF'>A</RULE></RULES>",
     map("MAP_CONSTANTS='OFF' MAP_USED_PORTS='ON' MODULE_NAME='a b'"),
-    port_with("<STATE V='CONSTANT'/><STATE TO='1' IF='A' ELSE='VARIABLE'/>"),
+    "<PORTS><PORT NAME='d' TYPE='INPUT'><STATE V='CONSTANT'/><STATE TO='1' IF='A' ELSE='VARIABLE'/>"
+    "</PORT></PORTS>" + kPassing,
     wave("MAX_TIME='+200' TIME_STEP=' 5 ' INDEX='-1'"),
     wave("MAX_TIME='2147483647' DISPLAY_TRUNCATION='low'"),
     setting("START_TIME VALUE=''"),
+    setting("TIME_SCALE VALUE=''"),
+    setting("TIME_SCALE VALUE='100 ps'"),
+    setting("TIME_SCALE VALUE='25us'"),
     setting("START_TIME VALUE='-5'"),
     setting("TIME_SCALE VALUE='10 ns'"),
     setting("VHDL_LIBRARY NAME=' ieee.std_logic_1164 ; work.pkg;; '"),
