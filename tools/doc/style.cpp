@@ -179,8 +179,9 @@ figcaption { margin: 0 auto; max-width: 46rem; color: var(--quiet); font-size: 0
   }
   html { font-size: 10pt; }
   body { max-width: none; padding: 0; }
-  h1, h2, h3, thead, .facts, :has(+ figure) { break-after: avoid; }
-  tr, li, svg, figure, .facts { break-inside: avoid; }
+  h1, h2, h3, thead, .facts, :has(+ figure), :has(+ .cases) { break-after: avoid; }
+  article > :has(+ .branch) { break-after: avoid; }
+  tr, li, svg, figure, .facts, .branch { break-inside: avoid; }
   tbody tr:first-child, tbody tr:nth-last-child(2) { break-after: avoid; }
   p, li { orphans: 3; widows: 3; }
   .cases { display: block; }
