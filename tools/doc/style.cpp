@@ -183,6 +183,7 @@ figcaption { margin: 0 auto; max-width: 46rem; color: var(--quiet); font-size: 0
   article > :has(+ .branch) { break-after: avoid; }
   tr, li, svg, figure, .facts, .branch { break-inside: avoid; }
   tbody tr:first-child, tbody tr:nth-last-child(2) { break-after: avoid; }
+  table:not(:has(tbody tr:nth-child(4))) { break-inside: avoid; }
   p, li { orphans: 3; widows: 3; }
   .cases { display: block; }
   .cases > input, .cases > label { display: none; }

@@ -5,8 +5,8 @@ std::vector<MessageDescription> port_warnings() {
     return {
     {"wrong-direction", Severity::kWarning,
      R"(A port is given what its direction cannot have. IS_CLOCK_PORT and ASYNC count for ports of type
-        INPUT alone, and a port of type OUTPUT drives its signal, so that no constant can be tied to
-        it. Correct the TYPE, or remove what does not fit it.)",
+        INPUT alone, CLOCK_PERIOD for clocks, and a port of type OUTPUT drives its signal, so that no
+        constant can be tied to it. Correct the TYPE, or remove what does not fit it.)",
      R"(<ROOT>
   <PORTS>
     <PORT NAME="clock_out" TYPE="OUTPUT" IS_CLOCK_PORT="TRUE"/>

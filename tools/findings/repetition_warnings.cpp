@@ -19,7 +19,8 @@ std::vector<MessageDescription> repetition_warnings() {
      R"(What can be given once is given again, or two words of one meaning stand in one
         element, such as IF and WHEN: only one of them counts, as the warning says. Keep
         that one. A file that is included again is read again, so that its rules apply
-        twice.)",
+        twice. Of two stimulus commands that give one signal a value at the same time the
+        last counts: the signal of one of them is often a copy.)",
      R"(<ROOT>
   <PARAMETERS>
     <PARAMETER NAME="WIDTH" TYPE="INTEGER" VALUE="8">

@@ -70,8 +70,8 @@ std::vector<MessageDescription> structure_warnings() {
     {"overridden", Severity::kWarning,
      R"(Two ways to say one thing are used at once, and the library reads only one of them:
         a message with a text has no use for its IF and THEN, a value rule with IF and THEN
-        none for its text, a macro reads its first element alone. Keep the one that is
-        meant.)",
+        none for its text, a macro reads its first element alone, a port that is always used
+        has no other USAGE. Keep the one that is meant.)",
      R"(<ROOT>
   <MESSAGES>
     <MESSAGE TYPE="INFO">Wide counters are slow.<IF>WIDTH gt 32</IF></MESSAGE>

@@ -18,8 +18,9 @@ std::vector<MessageDescription> value_warnings() {
 )"},
 
     {"value-out-of-range", Severity::kWarning,
-     R"(A default, a forced value or the value that a map sets lies outside a range that always holds:
-        it can never be legal. Correct the value or the range.)",
+     R"(A default, an item of a list, a forced value or the value that a map sets lies outside a range
+        that always holds: it can never be legal. The default of a port has to fit into its width, too.
+        Correct the value or the range.)",
      R"(<ROOT>
   <PARAMETERS>
     <PARAMETER NAME="WIDTH" TYPE="INTEGER" VALUE="128">
@@ -64,7 +65,7 @@ std::vector<MessageDescription> value_warnings() {
     {"default-ignored", Severity::kWarning,
      R"(DEFAULT_VALUE does not count beside VALUE or DEFAULT_VALUE_INDEX, and says something else. Of a
         list DEFAULT_VALUE_INDEX names the default; without it the first item is the default. Remove
-        the one that is wrong.)",
+        the one that is wrong. In a map the index presets nothing: write the value as VALUE.)",
      R"(<ROOT>
   <PARAMETERS>
     <PARAMETER NAME="WIDTH" TYPE="INTEGER" VALUE="8" DEFAULT_VALUE="4"/>

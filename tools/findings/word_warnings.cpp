@@ -40,14 +40,30 @@ std::vector<MessageDescription> word_warnings() {
 
     {"time-step", Severity::kWarning,
      R"(A wave with a TIME_STEP of 0 or less gets nowhere: hosts go through its times in
-        such steps. Write how far apart the times are that a host is to look at, or leave
-        out the attribute for steps of 1.)",
+        such steps. A clock with a CLOCK_PERIOD of 0 and a TIME_DELTA of 0 get nowhere either,
+        one step is too large that goes beyond MAX_TIME, and a wave whose MAX_TIME lies before
+        START_TIME is over before it begins. Write how far apart the times are that a host is
+        to look at, or leave out the attribute for steps of 1.)",
      R"(<ROOT>
   <WAVE_DATA>
     <WAVE NAME="count" MAX_TIME="120" TIME_STEP="0">
       <STIM>force enable 1 20</STIM>
     </WAVE>
   </WAVE_DATA>
+</ROOT>
+)"},
+
+    {"unused-argument", Severity::kWarning,
+     R"(The definition of a macro does not use one of its arguments, so that it does not matter
+        what a call gives for it. Perhaps the definition names a parameter in its place. Use
+        the argument, or take it away, there and in the calls.)",
+     R"(<ROOT>
+  <PARAMETERS>
+    <PARAMETER NAME="WIDTH" TYPE="INTEGER" VALUE="8"/>
+  </PARAMETERS>
+  <MACROS>
+    <MACRO NAME="IS_WIDE" ARGUMENTS="bits" DEFINITION="WIDTH gt 32"/>
+  </MACROS>
 </ROOT>
 )"},
 
@@ -75,7 +91,7 @@ std::vector<MessageDescription> word_warnings() {
     {"unwritable-name", Severity::kWarning,
      R"(A name holds a sign with which conditions cannot write it: "DATA-WIDTH" reads as a
         difference. Names begin with a letter or "_" and go on with letters, digits, "_" and
-        "$".)",
+        "$". The name of a module has no blanks either, since no design could write it.)",
      R"(<ROOT>
   <PARAMETERS>
     <PARAMETER NAME="DATA-WIDTH" TYPE="INTEGER" VALUE="8"/>

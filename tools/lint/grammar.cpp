@@ -139,7 +139,7 @@ constexpr AttributeRule kAttributes[] = {
     { bits(kPort),            "ASYNC",               Meaning::kWord,        &kTrueFalse },
     { bits(kPort),            "CLOCK_PERIOD",        Meaning::kTime,        nullptr     },
     { bits(kPort),            "HIGH_PROBABILITY",    Meaning::kWholeNumber, nullptr     },
-    { bits(kPort),            "INITIAL_VEC_STATE",   Meaning::kText,        nullptr     },
+    { bits(kPort),            "INITIAL_VEC_STATE",   Meaning::kInitialValue,nullptr     },
     { bits(kPort),            "IS_CLOCK_PORT",       Meaning::kWord,        &kTrueFalse },
     { bits(kPort),            "USAGE",               Meaning::kWord,        &kUsages    },
     { bits(kPort),            "WIDTH",               Meaning::kExpression,  nullptr     },

@@ -87,11 +87,12 @@ enum class Meaning : std::uint8_t {
     kWholeNumber,  // read up to the first letter that is none of it
     kTime,         // a number that is kept as text
     kTimeScale,    // a unit of time
-    kList,         // of the values of a parameter, separated by ";"
-    kLibraries,    // separated by ";"
-    kArguments,    // names separated by ","
-    kValue,        // an expression or a word of a list
-    kState,        // of a port
+    kInitialValue,
+    kList,       // of the values of a parameter, separated by ";"
+    kLibraries,  // separated by ";"
+    kArguments,  // names separated by ","
+    kValue,      // an expression or a word of a list
+    kState,      // of a port
     kExpression,
     kCondition,
     kCommand,

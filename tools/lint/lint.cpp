@@ -32,6 +32,7 @@ constexpr void (*kRooms[])(Lint&) = {
     find_wrong_values,
     find_wrong_defaults,
     find_wrong_ports,
+    find_wrong_macros,
 };
 // clang-format on
 

@@ -44,3 +44,6 @@ void find_wrong_defaults(Lint& lint);
 
 // What a port of its direction cannot be, and widths that are known too late.
 void find_wrong_ports(Lint& lint);
+
+// Arguments of macros that are given again or that the definition does not use.
+void find_wrong_macros(Lint& lint);

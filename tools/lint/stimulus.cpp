@@ -2,6 +2,10 @@
 
 #include <fmt/format.h>
 
+#include <cstdint>
+#include <map>
+#include <utility>
+
 #include "tools/description/port_width.h"
 #include "tools/findings/notes.h"
 #include "tools/lint/rooms.h"
@@ -20,6 +24,8 @@ constexpr LintRow kSecondOption = {
     "stimulus-option", "{} is taken for the signal: a command has one option"};
 constexpr LintRow kNoItems = {
     "stimulus-command", "the command gives {} no value"};
+constexpr LintRow kValueTwice = {
+    "given-twice", "another command gives {} a value at {} already: only the last counts"};
 constexpr LintRow kNoStimulus = {
     "wave-without-stimulus", "{} {} has no stimulus: nothing is drawn"};
 constexpr LintRow kNoPort = {
@@ -77,6 +83,47 @@ void check_command(const CommandSpot& at) {
         at.post(kNoItems, command.text, command.signal, quoted(command.signal));
     }
 }
+
+// The times at which commands that always apply give signals their values.
+class GivenTimes {
+public:
+    void pass(const CommandSpot& at) {
+        const DocumentElement& vector = *at.spot.element.parent;
+        if (is_placeholder(at.spot) || is_blank(at.source())) {
+            return;
+        }
+        const StimulusCommand command(at.source());
+        if (command.keyword != kForce || command.signal.empty()) {
+            return;
+        }
+        Signal& signal =
+            signals_[{std::string(vector.value_of("NAME")), std::string(command.signal)}];
+        bool is_told = false;
+        for (const CommandItem& item : command.items) {
+            if (item.kind() != ItemKind::kValue || !item.has_time || !item.time.is_whole) {
+                continue;
+            }
+            const auto [first, is_new] =
+                signal.emplace(item.time.value, First{&at.spot.document, &at.spot.element});
+            if (!is_new && first->second.element != &at.spot.element && !is_told) {
+                is_told = true;
+                Finding& finding = at.post(kValueTwice, command.text, item.value,
+                                           quoted(command.signal), item.time.value);
+                finding.notes.push_back(
+                    {"first given here", first->second.document->place(*first->second.element)});
+            }
+        }
+    }
+
+private:
+    struct First {
+        const Document* document;
+        const DocumentElement* element;
+    };
+    using Signal = std::map<std::int32_t, First>;
+
+    std::map<std::pair<std::string, std::string>, Signal> signals_;
+};
 
 bool has_stimulus(const KIVO_INFO& info, std::string_view name) {
     const KIVO_VECTOR_OBJ* const vector = info.get_vector_obj(std::string(name));
@@ -182,6 +229,7 @@ void check_port(const CommandSpot& at, std::string_view whole, std::string_view 
 void find_wrong_stimulus(Lint& lint) {
     const PortNames ports(lint);
     const VectorsByDefault vectors(lint);
+    GivenTimes given;
     lint.for_each([&](const Spot& spot) {
         switch (spot.context) {
             case Context::kVector:
@@ -189,6 +237,7 @@ void find_wrong_stimulus(Lint& lint) {
                 break;
             case Context::kStimulus:
                 check_command({lint, spot, ports, vectors});
+                given.pass({lint, spot, ports, vectors});
                 break;
             case Context::kDisplay:
                 check_display({lint, spot, ports, vectors});

@@ -32,6 +32,7 @@ const ValueFacts* FactsOfValues::find(std::string_view name) {
     KIVO_OBJ_LIST rules = object->rule_list;
     rules.reset();
     while (KIVO_OBJ* record = rules.get_next_value()) {
+        facts.has_rules = true;
         if (const auto* rule = dynamic_cast<const KIVO_RULE_ELEMENT*>(record)) {
             add_range(*rule, facts);
         }

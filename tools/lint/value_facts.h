@@ -19,6 +19,7 @@ struct ValueFacts {
     std::optional<std::int64_t> least;
     std::optional<std::int64_t> greatest;
     bool has_open_item = false;  // an item that is no constant number
+    bool has_rules = false;
 
     bool is_text() const { return object->obj_type == KIVO_OBJ_STRING_PARAMETER; }
     // Whether the ranges that always hold admit it; ranges that admit nothing are told of as such.

@@ -30,6 +30,8 @@ constexpr LintRow kIndexOutsideList = {
     "default-index", "the list of {} has {} values, counted from 0: none has this index"};
 constexpr LintRow kDefaultIgnored = {
     "default-ignored", "DEFAULT_VALUE does not count beside {}: the default is {}"};
+constexpr LintRow kIndexInMap = {
+    "default-ignored", "DEFAULT_VALUE_INDEX presets nothing in a map: write the value as VALUE"};
 constexpr LintRow kNumberExpected = {
     "number-expected", "a number is needed here, and {} is {}"};
 constexpr LintRow kOtherType = {
@@ -126,10 +128,14 @@ std::optional<std::string> Values::text_value(const ValueFacts& facts,
                : std::nullopt;
 }
 
-// What a hidden parameter or macro is, and a parameter without a list, is not known for certain.
+// What a macro is, and a parameter without a list, is not known for certain; a hidden parameter is
+// known when nothing forces it.
 bool Values::may_be_number(std::string_view text) {
     const ValueFacts* const facts = facts_.find(text);
-    return facts != nullptr &&
+    const bool is_certain = facts != nullptr &&
+                            facts->object->obj_type == KIVO_OBJ_HIDDEN_PARAMETER &&
+                            !facts->has_rules;
+    return facts != nullptr && !is_certain &&
            (!facts->is_text() || facts->list.empty() || !facts->numbers.empty());
 }
 
@@ -311,6 +317,10 @@ void Values::pass_mapped(const Spot& spot) {
         value != nullptr ? value : spot.element.attribute("DEFAULT_VALUE");
     if (spot.context == Context::kParameter && preset != nullptr) {
         check(*facts, all_of(spot, preset->value));
+    }
+    const DocumentAttribute* const index = spot.element.attribute("DEFAULT_VALUE_INDEX");
+    if (index != nullptr && preset == nullptr) {
+        lint_.post(kIndexInMap, spot.element, spot.document.place(*index));
     }
 }
 

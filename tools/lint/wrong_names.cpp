@@ -8,6 +8,8 @@ constexpr LintRow kBlanksAround = {
     "name-with-blanks", "the name {} has blanks around it: they are part of it"};
 constexpr LintRow kUnwritable = {
     "unwritable-name", "no condition can write the name {}: {} cannot be part of a name"};
+constexpr LintRow kUnwritableModule = {
+    "unwritable-name", "no design can name the module {}: a name has no blanks"};
 constexpr LintRow kUnwritableStart = {
     "unwritable-name", "no condition can write the name {}: a name cannot begin with {}"};
 // clang-format on
@@ -73,6 +75,12 @@ void check_name(Lint& lint, const Spot& spot, const DocumentText& value, bool is
     }
 }
 
+void check_module(Lint& lint, const Spot& spot, const DocumentText& value) {
+    if (value.text.find_first_of(kBlanks) != std::string_view::npos) {
+        lint.post(kUnwritableModule, spot.element, spot.document.place(value), quoted(value.text));
+    }
+}
+
 // Entries that hold several words are told of as badly separated.
 void check_arguments(Lint& lint, const Spot& spot, const DocumentText& value) {
     const std::string_view text = value.text;
@@ -101,6 +109,9 @@ void find_wrong_names(Lint& lint) {
             const AttributeRule* const rule = find_attribute_rule(spot.context, attribute.name);
             if (rule == nullptr) {
                 continue;
+            }
+            if (rule->name == "MODULE_NAME") {
+                check_module(lint, spot, attribute.value);
             }
             const bool is_name = rule->meaning == Meaning::kName;
             if ((is_name || rule->meaning == Meaning::kTitle) && declares(spot)) {

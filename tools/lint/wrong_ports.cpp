@@ -1,12 +1,23 @@
+#include <cstdint>
+#include <string>
+
+#include "tools/description/port_width.h"
 #include "tools/lint/rooms.h"
 #include "tools/lint/slots.h"
 #include "tools/lint/value_facts.h"
+#include "tools/text/words.h"
 
 namespace {
 
 // clang-format off
 constexpr LintRow kInputsOnly = {
     "wrong-direction", "{} does not count: the port {} is no INPUT"};
+constexpr LintRow kNoClock = {
+    "wrong-direction", "CLOCK_PERIOD does not count: the port {} is no clock"};
+constexpr LintRow kAlwaysUsed = {
+    "overridden", "USAGE does not count beside CNX_TYPE=\"USED_PORT\": the port {} is always used"};
+constexpr LintRow kDefaultTooLarge = {
+    "value-out-of-range", "{} does not fit into the {} of the port {}"};
 constexpr LintRow kNoConstantOutput = {
     "wrong-direction", "the OUTPUT {} cannot be CONSTANT: it drives and is not tied"};
 constexpr LintRow kRunTimeWidth = {
@@ -31,8 +42,38 @@ void check_clock(Lint& lint, const Spot& spot, const KIVO_OBJ_INFO& port) {
     }
 }
 
+void check_period(Lint& lint, const Spot& spot, const KIVO_OBJ_INFO& port) {
+    const DocumentAttribute* const period = spot.element.attribute("CLOCK_PERIOD");
+    if (period != nullptr && !is_blank(period->value.text) && !port.is_clock()) {
+        lint.post(kNoClock, spot.element, spot.document.place(*period), port.name);
+    }
+}
+
+// With everything at its default, in which it counts.
+void check_default(Lint& lint, const Spot& spot, const KIVO_OBJ_INFO& port) {
+    constexpr std::size_t kMostBits = 62;
+    const DocumentAttribute* const value = spot.element.attribute("DEFAULT_VALUE");
+    const auto width = configured_width(lint.session(), port.name);
+    if (value == nullptr || value->value.text != port.default_value || !width ||
+        *width > kMostBits || !port.port_width2d.empty()) {
+        return;
+    }
+    const auto number = FactsOfValues(lint).constant(value->value.text);
+    const std::int64_t limit = std::int64_t{1} << *width;
+    if (number && (*number >= limit || *number < -limit / 2)) {
+        lint.post(kDefaultTooLarge, spot.element, spot.document.place(value->value), *number,
+                  counted(*width, "bit"), port.name);
+    }
+}
+
 void check_usage(Lint& lint, const Spot& spot, const KIVO_OBJ_INFO& port) {
     const DocumentAttribute* const usage = spot.element.attribute("USAGE");
+    const bool is_unused =
+        usage != nullptr && (usage->value.text == "UNUSED" || usage->value.text == kConstant);
+    if (is_unused && spot.element.value_of("CNX_TYPE") == "USED_PORT") {
+        lint.post(kAlwaysUsed, spot.element, spot.document.place(*usage), port.name);
+        return;
+    }
     if (port.obj_type == KIVO_OBJ_OUTPUT_PORT && usage != nullptr &&
         usage->value.text == kConstant) {
         lint.post(kNoConstantOutput, spot.element, spot.document.place(usage->value), port.name);
@@ -81,6 +122,8 @@ void check_port(Lint& lint, const Spot& spot) {
     }
     if (is_port) {
         check_clock(lint, spot, *port);
+        check_period(lint, spot, *port);
+        check_default(lint, spot, *port);
         check_usage(lint, spot, *port);
         check_width(lint, spot);
     } else {

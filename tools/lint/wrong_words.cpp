@@ -22,7 +22,13 @@ constexpr LintRow kNoTime = {
 constexpr LintRow kNoUnit = {
     "time-unit", "{} is no unit of time: fs, ps, ns, us, ms or s, perhaps a whole number before it"};
 constexpr LintRow kNoStep = {
-    "time-step", "a TIME_STEP of {} gets nowhere"};
+    "time-step", "a {} of {} gets nowhere"};
+constexpr LintRow kStepTooFar = {
+    "time-step", "a TIME_STEP of {} goes beyond MAX_TIME {} at once"};
+constexpr LintRow kEndBeforeStart = {
+    "time-step", "MAX_TIME {} lies before START_TIME {}: nothing is drawn"};
+constexpr LintRow kNoInitialValue = {
+    "not-a-number", "{} is no value: INITIAL_VEC_STATE has digits, X or Z"};
 constexpr LintRow kListSeparator = {
     "wrong-separator", "the values of {} are separated by \",\": {} is one value, a list has \";\""};
 constexpr LintRow kLibrarySeparator = {
@@ -153,6 +159,22 @@ bool is_told_or_harmless(const Value& value, const ReadNumber& read) {
            (value.rule.name == "HIGH_PROBABILITY" && (read.value < 1 || read.value > 100));
 }
 
+void check_step(const Value& value, std::int64_t step) {
+    const ReadNumber end = read_number(value.spot.element.value_of("MAX_TIME"));
+    if (step <= 0) {
+        value.lint.post(kNoStep, value.spot.element, value.place(), value.rule.name, step);
+    } else if (end.is_whole && end.value >= 0 && step > end.value) {
+        value.lint.post(kStepTooFar, value.spot.element, value.place(), step, end.value);
+    }
+}
+
+void check_end(const Value& value, std::int64_t end) {
+    const std::int32_t start = value.lint.info().start_time;
+    if (end >= 0 && end < start) {
+        value.lint.post(kEndBeforeStart, value.spot.element, value.place(), end, start);
+    }
+}
+
 void check_whole_number(const Value& value) {
     const ReadNumber read = read_number(value.text());
     const std::string_view name =
@@ -167,17 +189,32 @@ void check_whole_number(const Value& value) {
     } else if (!read.fits) {
         value.lint.post(kTooLarge, value.spot.element, value.place(), quoted(value.text()), name,
                         kept);
-    } else if (value.rule.name == "TIME_STEP" && read.value <= 0) {
-        value.lint.post(kNoStep, value.spot.element, value.place(), read.value);
+    } else if (value.rule.name == "TIME_STEP") {
+        check_step(value, read.value);
+    } else if (value.rule.name == "MAX_TIME") {
+        check_end(value, read.value);
     }
 }
 
 void check_time(const Value& value) {
-    if (!value.text().empty() && !is_decimal(value.text())) {
-        const std::string_view name = value.spot.context == Context::kTimeDelta
-                                          ? value.spot.element.tag
-                                          : value.attribute.name;
+    const std::string_view name =
+        value.spot.context == Context::kTimeDelta ? value.spot.element.tag : value.attribute.name;
+    if (value.text().empty()) {
+        return;
+    }
+    if (!is_decimal(value.text())) {
         value.lint.post(kNoTime, value.spot.element, value.place(), quoted(value.text()), name);
+    } else if (value.text().find_first_of("123456789") == std::string_view::npos) {
+        value.lint.post(kNoStep, value.spot.element, value.place(), name, value.text());
+    }
+}
+
+// A number of any radix, or letters of multi-valued logic.
+void check_initial_value(const Value& value) {
+    constexpr std::string_view kLetters = "0123456789ABCDEFabcdefXZUWLHxzuwlh-_";
+    if (!value.text().empty() &&
+        value.text().find_first_not_of(kLetters) != std::string_view::npos) {
+        value.lint.post(kNoInitialValue, value.spot.element, value.place(), quoted(value.text()));
     }
 }
 
@@ -220,6 +257,9 @@ void check_value(const Value& value) {
             break;
         case Meaning::kTime:
             check_time(value);
+            break;
+        case Meaning::kInitialValue:
+            check_initial_value(value);
             break;
         case Meaning::kTimeScale:
             check_time_scale(value);

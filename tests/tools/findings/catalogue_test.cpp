@@ -208,6 +208,7 @@ const std::vector<Case> kCases = {
     {"default-ignored", parameters(R"(<PARAMETER NAME="WIDTH" TYPE="INTEGER" VALUE="8" DEFAULT_VALUE="8"/>)")},
     {"number-expected", ports(R"(<PORT NAME="q" TYPE="OUTPUT" WIDTH="8"/>)")},
     {"other-type", width_with("") + wizard(R"(<WIZARD_MAP NAME="narrow"><PARAMETER NAME="WIDTH" TYPE="INTEGER" VALUE="4"/></WIZARD_MAP>)")},
+    {"unused-argument", width_with("") + R"(<MACROS><MACRO NAME="IS_WIDE" ARGUMENTS="bits" DEFINITION="bits gt 32"/></MACROS>)"},
     {"no-default", parameters(R"(<PARAMETER NAME="WIDTH" TYPE="INTEGER"><FORCE_VALUE V="8"/></PARAMETER>)")},
     {"list-item", parameters(R"(<PARAMETER NAME="DEPTH" TYPE="INTEGER" VALUE="16; 32; 64"/>)")},
     {"wrong-direction", ports(R"(<PORT NAME="clock" TYPE="INPUT" IS_CLOCK_PORT="TRUE" USAGE="CONSTANT" DEFAULT_VALUE="1"/>)")},

@@ -98,7 +98,7 @@ const LintCase kBranches[] = {
 
 const std::string kSilent[] = {
     "<MACROS><MACRO NAME='M'><DEFINITION>1</DEFINITION></MACRO></MACROS>",
-    "<MACROS><MACRO NAME='M' DEFINITION='1' ARGUMENTS='a'/></MACROS>",
+    "<MACROS><MACRO NAME='M' DEFINITION='a' ARGUMENTS='a'/></MACROS>",
     messages_with("<MESSAGE TYPE='INFO'><TEXT>a</TEXT></MESSAGE>"),
     messages_with("<MESSAGE TYPE='INFO'><ELSE>b</ELSE><THEN>a</THEN><IF>A</IF></MESSAGE>"),
     parameter_with("<FORCE_VALUE THEN='1'/><FORCE_RANGE V='3'/>"),

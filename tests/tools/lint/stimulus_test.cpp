@@ -409,6 +409,28 @@ TEST(Stimulus, values_that_do_not_fit_by_default) {
     expect_warnings(kWidthsByDefault);
 }
 
+// clang-format off
+const LintCase kSameTimes[] = {
+    {wave_of_bus("<STIM>force bus 1 0,2 10,3 20</STIM>\n<STIM>force bus 4 10,5 20</STIM>"), {
+     "4:17 another command gives \"bus\" a value at 10 already: only the last counts [given-twice]",
+     "  3:16 first given here"}},
+};
+
+const std::string kOtherTimes[] = {
+    wave_of_bus("<STIM>force bus 1 0,-cancel 10</STIM><STIM>force bus 2 20</STIM>"),
+    wave_of_bus("<IF>W == 4</IF><THEN><STIM>force bus 1 0</STIM></THEN><STIM>force bus 2 0</STIM>"),
+    wave_of_bus("<STIM>force bus 1 0</STIM></WAVE><WAVE NAME='v'><STIM>force bus 1 0</STIM>"),
+};
+// clang-format on
+
+TEST(Stimulus, values_of_two_commands_at_one_time) {
+    expect_warnings(kSameTimes);
+}
+
+TEST(Stimulus, commands_that_take_turns_stay_silent) {
+    expect_silence(kOtherTimes);
+}
+
 TEST(Stimulus, values_for_other_widths_stay_silent) {
     expect_silence(kOtherWidths);
 }

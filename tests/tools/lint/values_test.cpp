@@ -69,8 +69,8 @@ const LintCase kRanges[] = {
      "2:55 65 is outside the range of W, which is always at most 64 [value-out-of-range]"}},
     {map("<PARAMETER NAME='W' TYPE='INTEGER' VALUE='99'/>") + integer("VALUE='8'", kRange), {
      "2:77 99 is outside the range of W, which is always 1 to 64 [value-out-of-range]"}},
-    {port("DEFAULT_VALUE='9'", "<CONSTANT_RANGE MIN='0' MAX='7'/>"), {
-     "2:51 9 is outside the range of q, which is always 0 to 7 [value-out-of-range]"}},
+    {port("WIDTH='4' DEFAULT_VALUE='9'", "<CONSTANT_RANGE MIN='0' MAX='7'/>"), {
+     "2:61 9 is outside the range of q, which is always 0 to 7 [value-out-of-range]"}},
     {port("", "<FORCE_RANGE MIN='0' MAX='7'/><FORCE_VALUE V='8' IF='A'/>"), {
      "2:83 8 is outside the range of q, which is always 0 to 7 [value-out-of-range]"}},
     {integer("VALUE='8'", "<FORCE_RANGE MIN='64' MAX='1' IF='A'/>"), {
@@ -129,7 +129,9 @@ const std::string kSilent[] = {
     integer("VALUE='8'", "<FORCE_RANGE MIN='A' MAX='-1'/><FORCE_RANGE MIN='8' MAX='8'/>"),
     integer("VALUE='\"8\"'"),
     integer("VALUE='1'", "<FORCE_RANGE MAX='A'/>"),
-    port("WIDTH='MODE' DEFAULT_VALUE='7'", "<CONSTANT_RANGE MIN='0' MAX='7'/>"),
+    map("<PARAMETER NAME='W' TYPE='INTEGER' VALUE='1' DEFAULT_VALUE_INDEX='0'/>") +
+        integer("VALUE='1;2'"),
+    port("WIDTH='MODE + 2' DEFAULT_VALUE='7'", "<CONSTANT_RANGE MIN='0' MAX='7'/>"),
     port("WIDTH='S'", "") + "<PARAMETERS><PARAMETER NAME='S' TYPE='STRING' VALUE='AUTO;8'/>"
     "</PARAMETERS>",
     map("<PARAMETER NAME='W' TYPE='INTEGER' VALUE='4'/>") + integer("VALUE='8'"),

@@ -82,6 +82,16 @@ const LintCase kNumbers[] = {
      "2:54 \"50%\" is no whole number: HIGH_PROBABILITY is read as 50 [not-a-number]"}},
     {setting("START_TIME VALUE='20ns'"), {
      "2:42 \"20ns\" is no whole number: START_TIME is read as 20 [not-a-number]"}},
+    {wave("MAX_TIME='100' TIME_STEP='200'"), {
+     "2:53 a TIME_STEP of 200 goes beyond MAX_TIME 100 at once [time-step]"}},
+    {setting("START_TIME VALUE='200'") + "\n" + wave("MAX_TIME='100'"), {
+     "3:37 MAX_TIME 100 lies before START_TIME 200: nothing is drawn [time-step]"}},
+    {setting("TIME_DELTA VALUE='0.0'"), {
+     "2:42 a TIME_DELTA of 0.0 gets nowhere [time-step]"}},
+    {port("IS_CLOCK_PORT='TRUE' CLOCK_PERIOD='0'"), {
+     "2:71 a CLOCK_PERIOD of 0 gets nowhere [time-step]"}},
+    {port("INITIAL_VEC_STATE='high'"), {
+     "2:55 \"high\" is no value: INITIAL_VEC_STATE has digits, X or Z [not-a-number]"}},
     {setting("TIME_SCALE VALUE='nsec'"), {
      "2:42 \"nsec\" is no unit of time: fs, ps, ns, us, ms or s, perhaps a whole number before it "
      "[time-unit]"}},
@@ -90,7 +100,7 @@ const LintCase kNumbers[] = {
      "[time-unit]"}},
     {setting("TIME_DELTA VALUE='5 ns'"), {
      "2:42 \"5 ns\" is no number: TIME_DELTA counts in the unit of TIME_SCALE [not-a-number]"}},
-    {port("CLOCK_PERIOD='fast'"), {
+    {port("CLOCK_PERIOD='fast' IS_CLOCK_PORT='TRUE'"), {
      "2:50 \"fast\" is no number: CLOCK_PERIOD counts in the unit of TIME_SCALE [not-a-number]"}},
 };
 
@@ -126,25 +136,28 @@ const LintCase kNames[] = {
     {"<MACROS><MACRO NAME='A.B' DEFINITION='1'/></MACROS>", {
      "2:23 no condition can write the name \"A.B\": \".\" cannot be part of a name "
      "[unwritable-name]"}},
-    {macro("ARGUMENTS='a, b-c'"), {
+    {"<MACROS><MACRO NAME='M' DEFINITION='a' ARGUMENTS='a, b-c'/></MACROS>", {
      "2:55 no condition can write the name \"b-c\": \"-\" cannot be part of a name "
      "[unwritable-name]"}},
 };
 
 const std::string kSilent[] = {
     port("USAGE='CONSTANT' IS_CLOCK_PORT='FALSE' ASYNC='TRUE'"),
-    port("CLOCK_PERIOD='2.5' HIGH_PROBABILITY=' 50'"),
+    port("CLOCK_PERIOD='2.5' IS_CLOCK_PORT='TRUE' HIGH_PROBABILITY=' 50'"),
     port("CLOCK_PERIOD='' HIGH_PROBABILITY='x'"),
     parameter("LPM_HINT='OFF' VALUE='AUTO;BLOCK' DEFAULT_VALUE_INDEX='-1'"),
     parameter("VALUE='Hello, dear world'"),
     parameter("VALUE='a,b;c,d'"),
     parameter("CNX_TYPE='private'"),
     "<RULES><RULE ENABLED='NO' REQUIRED_RULE='OFF'>A</RULE></RULES>",
-    map("MAP_CONSTANTS='OFF' MAP_USED_PORTS='ON' MODULE_NAME='a b'"),
+    map("MAP_CONSTANTS='OFF' MAP_USED_PORTS='ON' MODULE_NAME='a_b'"),
     "<PORTS><PORT NAME='d' TYPE='INPUT'><STATE V='CONSTANT'/><STATE TO='1' IF='A' ELSE='VARIABLE'/>"
     "</PORT></PORTS>" + kPassing,
     wave("MAX_TIME='+200' TIME_STEP=' 5 ' INDEX='-1'"),
     wave("MAX_TIME='2147483647' DISPLAY_TRUNCATION='low'"),
+    wave("MAX_TIME='100' TIME_STEP='100'"),
+    port("INITIAL_VEC_STATE='Z'"),
+    port("INITIAL_VEC_STATE='0xF_0'"),
     setting("START_TIME VALUE=''"),
     setting("TIME_SCALE VALUE=''"),
     setting("TIME_SCALE VALUE='100 ps'"),
@@ -152,7 +165,7 @@ const std::string kSilent[] = {
     setting("START_TIME VALUE='-5'"),
     setting("TIME_SCALE VALUE='10 ns'"),
     setting("VHDL_LIBRARY NAME=' ieee.std_logic_1164 ; work.pkg;; '"),
-    macro("ARGUMENTS=' a , b,c '"),
+    "<MACROS><MACRO NAME='M' DEFINITION='a + b + c' ARGUMENTS=' a , b,c '/></MACROS>",
     macro("ARGUMENTS=''"),
     "<WAVE_DATA><WAVE NAME='count up-down'><STIM>force a 1 0</STIM></WAVE></WAVE_DATA>",
     "<PORTS><PORT NAME='gr\xC3\xB6\xC3\x9F" "e_$1' TYPE='INPUT'/></PORTS>",
