@@ -6,7 +6,7 @@ std::vector<MessageDescription> default_warnings() {
     {"no-default", Severity::kWarning,
      R"(A parameter of type INTEGER has neither a VALUE nor a DEFAULT_VALUE, and no rule always forces
         one. Until somebody sets it, it is unknown, and so is all that depends on it: no
-        configuration is legal. Give it a default; what only follows from others belongs into
+        configuration is legal. Give it a default; what only follows from others belongs in
         HIDDEN_PARAMETERS.)",
      R"(<ROOT>
   <PARAMETERS>

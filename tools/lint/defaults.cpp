@@ -92,8 +92,7 @@ private:
 
     static Item item_at(std::string_view list, std::size_t begin) {
         const std::size_t end = std::min(list.find(';', begin), list.size());
-        const std::string_view entry = list.substr(begin, end - begin);
-        return {is_blank(entry) ? std::string_view() : trimmed(entry), begin, end};
+        return {trimmed(list.substr(begin, end - begin)), begin, end};
     }
 
     static Place place_of(const Spot& spot, const DocumentText& list, const Item& item) {

@@ -52,6 +52,11 @@ bool is_blank(std::string_view text) {
     return text.find_first_not_of(kBlanks) == std::string_view::npos;
 }
 
+std::string_view trimmed(std::string_view text) {
+    skip_blanks(text);
+    return text.substr(0, text.find_last_not_of(kBlanks) + 1);
+}
+
 Lint::Lint(const Description& description, const std::deque<Document>& documents)
     : description_(description), documents_(documents), session_(description.info()) {
     for (const Document& document : documents) {

@@ -3,7 +3,6 @@
 #include <string_view>
 
 #include "tools/lint/rooms.h"
-#include "tools/lint/value_facts.h"
 
 namespace {
 
@@ -55,8 +54,7 @@ void check_macro(Lint& lint, const Spot& spot) {
     const std::string_view list = arguments->value.text;
     for (std::size_t begin = 0; begin < list.size();) {
         const std::size_t end = std::min(list.find(',', begin), list.size());
-        const std::string_view entry = list.substr(begin, end - begin);
-        const std::string_view name = is_blank(entry) ? std::string_view() : trimmed(entry);
+        const std::string_view name = trimmed(list.substr(begin, end - begin));
         begin = end + 1;
         // What no definition can write is told of as such.
         if (name.empty() || !std::all_of(name.begin(), name.end(), is_name_letter)) {

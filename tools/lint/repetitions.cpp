@@ -49,11 +49,6 @@ std::string_view value_of_setting(const Spot& spot) {
     return spot.element.value_of(spot.context == Context::kVhdlLibrary ? "NAME" : "VALUE");
 }
 
-std::string_view trimmed(std::string_view text) {
-    skip_blanks(text);
-    return text.substr(0, text.find_last_not_of(kBlanks) + 1);
-}
-
 // The port of "add wave -hex PORT"; empty for a command that is refused.
 std::string_view port_of(std::string_view command) {
     for (int word = 0; word < 3; ++word) {

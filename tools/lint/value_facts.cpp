@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "tools/description/default_value.h"
-#include "tools/text/text_steps.h"
 #include "tools/text/whole_number.h"
 
 bool ValueFacts::admits(std::int64_t value) const {
@@ -81,11 +80,6 @@ std::optional<std::int64_t> FactsOfValues::constant(std::string_view text) const
     const KIVO_EVALUATION result = lint_.session().evaluate(bare);
     return result.kind == KIVO_VALUE_KIND::kInteger ? whole_number<std::int64_t>(result.value)
                                                     : std::nullopt;
-}
-
-std::string_view trimmed(std::string_view text) {
-    skip_blanks(text);
-    return text.substr(0, text.find_last_not_of(kBlanks) + 1);
 }
 
 bool is_in_map(const DocumentElement& element) {

@@ -47,8 +47,5 @@ private:
     std::map<std::string, ValueFacts, std::less<>> facts_;
 };
 
-// Without the blanks around it.
-std::string_view trimmed(std::string_view text);
-
 // Whether the element stands in a wizard map or among what is given to all of them.
 bool is_in_map(const DocumentElement& element);
