@@ -82,9 +82,14 @@ SourceText::SourceText(const std::string& path) : buffer_(read_file(path)) {
     if (!convert_to_utf8(buffer_)) {
         throw std::bad_alloc();
     }
-    const std::size_t mark = utf8_mark_length(buffer_.view());
-    is_known_utf8_ = buffer_.data.get() != original || mark > 0;
-    text_ = buffer_.view().substr(mark);
+    text_ = buffer_.view();
+    if (buffer_.data.get() != original) {
+        // Its mark is gone: another one would be a character, which no document may begin with.
+        encoding_ = SourceEncoding::kConverted;
+    } else if (const std::size_t mark = utf8_mark_length(text_); mark > 0) {
+        encoding_ = SourceEncoding::kUtf8;
+        text_.remove_prefix(mark);
+    }
 }
 
 void SourceText::count_lines() const {

@@ -11,6 +11,13 @@
 #include "kivo/toolkit/xml/internal/encoding.h"
 #include "tools/description/place.h"
 
+// What the bytes of a file are, whatever its XML declaration says.
+enum class SourceEncoding {
+    kDeclared,   // nothing tells; the declaration counts
+    kUtf8,       // a byte-order mark says so
+    kConverted,  // of more bytes a character, and UTF-8 only since it was read
+};
+
 // A file as the library's places count it: as UTF-8 without a byte-order mark, in lines that LF,
 // CR LF or a lone CR ends. Empty when it cannot be read.
 class SourceText {
@@ -18,8 +25,7 @@ public:
     explicit SourceText(const std::string& path);
 
     std::string_view text() const { return text_; }
-    // Whether the text is UTF-8 for certain, whatever its XML declaration says.
-    bool is_known_utf8() const { return is_known_utf8_; }
+    SourceEncoding encoding() const { return encoding_; }
 
     // The offset of a line and column; nothing beyond the text.
     std::optional<std::size_t> offset(std::int32_t line, std::int32_t column) const;
@@ -44,7 +50,7 @@ private:
 
     TextBuffer buffer_;
     std::string_view text_;  // of the buffer, without a byte-order mark
-    bool is_known_utf8_ = false;
+    SourceEncoding encoding_ = SourceEncoding::kDeclared;
     // Made when the first place is asked for: most files have none.
     mutable std::vector<std::size_t> line_starts_;
     mutable std::vector<CharacterCount> character_counts_;

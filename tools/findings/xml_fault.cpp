@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <cstdint>
 
-#include "tools/description/source_text.h"
 #include "tools/findings/xml_reading.h"
 #include "tools/findings/xml_references.h"
 #include "tools/text/utf8.h"
@@ -242,8 +241,8 @@ XmlFault Explanation::fault() const {
 
 }  // namespace
 
-std::optional<XmlFault> find_xml_fault(std::string_view text, bool is_known_utf8) {
-    const XmlReading reading = read_strictly(text, is_known_utf8);
+std::optional<XmlFault> find_xml_fault(std::string_view text, SourceEncoding encoding) {
+    const XmlReading reading = read_strictly(text, encoding);
     const bool is_empty = reading.error == XML_ERROR_NO_ELEMENTS && !reading.has_element;
     return reading.error == XML_ERROR_NONE || is_empty
                ? std::nullopt

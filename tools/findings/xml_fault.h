@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "tools/description/source_text.h"
+
 // The first thing for which a text is not well-formed XML: its place in bytes, and what to do.
 struct XmlFault {
     std::string id;
@@ -14,6 +16,5 @@ struct XmlFault {
 };
 
 // Nothing for well-formed XML, and for a text without any element, of which there is nothing to
-// say. Fetches no other file, and expands entities within bounds only. A text that is not known to
-// be UTF-8 is in the encoding that it declares.
-std::optional<XmlFault> find_xml_fault(std::string_view text, bool is_known_utf8);
+// say. Fetches no other file, and expands entities within bounds only.
+std::optional<XmlFault> find_xml_fault(std::string_view text, SourceEncoding encoding);

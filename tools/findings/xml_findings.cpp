@@ -52,7 +52,7 @@ void append_xml_findings(std::vector<Finding>& findings, const Description& desc
     const KnownFaults known = known_faults(findings);
     for (const std::string& path : files_of(description.info())) {
         const SourceText& source = sources.at(path);
-        const std::optional<XmlFault> fault = find_xml_fault(source.text(), source.is_known_utf8());
+        const std::optional<XmlFault> fault = find_xml_fault(source.text(), source.encoding());
         if (!fault) {
             continue;
         }

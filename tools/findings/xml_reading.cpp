@@ -23,7 +23,9 @@ using Parser = std::unique_ptr<std::remove_pointer_t<XML_Parser>, FreeParser>;
 // What the handlers work on.
 struct Course {
     XML_Parser parser = nullptr;
+    SourceEncoding encoding = SourceEncoding::kDeclared;
     std::size_t nested_entities = 0;
+    bool is_wrong_encoding = false;
     XmlReading reading;
 };
 
@@ -35,10 +37,21 @@ void note_element(void* data, const XML_Char*, const XML_Char**) {
 // they hold must be well-formed too.
 void ignore_rest(void*, const XML_Char*, int) {}
 
+// Whether the bytes cannot be in the encoding that their declaration names, in lower case.
+bool contradicts(SourceEncoding encoding, std::string_view declared) {
+    const bool is_wide = declared.substr(0, 6) == "utf-16";
+    const bool is_narrow =
+        declared == "utf-8" || declared == "us-ascii" || declared == "iso-8859-1";
+    return (encoding == SourceEncoding::kUtf8 && is_wide) ||
+           (encoding == SourceEncoding::kConverted && is_narrow);
+}
+
 void note_encoding(void* data, const XML_Char*, const XML_Char* encoding, int) {
     std::string name = encoding == nullptr ? "utf-8" : encoding;
     std::transform(name.begin(), name.end(), name.begin(), LESS_C_STRING::fold);
-    static_cast<Course*>(data)->reading.is_utf8 = name == "utf-8";
+    Course& course = *static_cast<Course*>(data);
+    course.reading.is_utf8 = name == "utf-8";
+    course.is_wrong_encoding = encoding != nullptr && contradicts(course.encoding, name);
 }
 
 void note_entity(void* data, const XML_Char* name, int is_parameter, const XML_Char* value,
@@ -91,20 +104,29 @@ void set_handlers(Course& course) {
 
 }  // namespace
 
-XmlReading read_strictly(std::string_view text, bool is_known_utf8) {
-    const Parser parser(XML_ParserCreate(is_known_utf8 ? "UTF-8" : nullptr));
+XmlReading read_strictly(std::string_view text, SourceEncoding encoding) {
+    const bool is_known = encoding != SourceEncoding::kDeclared;
+    const Parser parser(XML_ParserCreate(is_known ? "UTF-8" : nullptr));
     if (parser == nullptr) {
         throw std::bad_alloc();
     }
     Course course;
     course.parser = parser.get();
+    course.encoding = encoding;
     set_handlers(course);
     course.reading.error = parse(parser.get(), text);
     if (course.reading.error == XML_ERROR_NO_MEMORY) {
         throw std::bad_alloc();
     }
-    course.reading.is_utf8 = course.reading.is_utf8 || is_known_utf8;
+    course.reading.is_utf8 = course.reading.is_utf8 || is_known;
     course.reading.at =
         static_cast<std::size_t>(std::max<XML_Index>(XML_GetCurrentByteIndex(parser.get()), 0));
+    if (is_known && utf8_mark_length(text) > 0) {
+        course.reading.error = XML_ERROR_SYNTAX;
+        course.reading.at = 0;
+    } else if (course.reading.error == XML_ERROR_NONE && course.is_wrong_encoding) {
+        course.reading.error = XML_ERROR_INCORRECT_ENCODING;
+        course.reading.at = 0;
+    }
     return std::move(course.reading);
 }

@@ -8,6 +8,8 @@
 #include <string>
 #include <string_view>
 
+#include "tools/description/source_text.h"
+
 // What a strict parser says of a text.
 struct XmlReading {
     XML_Error error = XML_ERROR_NONE;
@@ -18,5 +20,5 @@ struct XmlReading {
 };
 
 // Reads a text up to its first fault. Fetches no other file, and expands entities within bounds
-// only. A text that is not known to be UTF-8 is in the encoding that it declares.
-XmlReading read_strictly(std::string_view text, bool is_known_utf8);
+// only.
+XmlReading read_strictly(std::string_view text, SourceEncoding encoding);

@@ -90,14 +90,14 @@ TEST_F(SourceTextTest, a_place_ends_behind_what_stands_there) {
 TEST_F(SourceTextTest, a_byte_order_mark_does_not_count) {
     const SourceText file = source("\xEF\xBB\xBF<R/>");
     EXPECT_EQ(file.text(), "<R/>");
-    EXPECT_TRUE(file.is_known_utf8());
-    EXPECT_FALSE(source("<R/>").is_known_utf8());
+    EXPECT_EQ(file.encoding(), SourceEncoding::kUtf8);
+    EXPECT_EQ(source("<R/>").encoding(), SourceEncoding::kDeclared);
 }
 
 TEST_F(SourceTextTest, a_wide_text_is_read_as_utf_8) {
     const SourceText file = source(std::string("\xFE\xFF\0<\0\xE4", 6));
     EXPECT_EQ(file.text(), "<\xC3\xA4");
-    EXPECT_TRUE(file.is_known_utf8());
+    EXPECT_EQ(file.encoding(), SourceEncoding::kConverted);
 }
 
 TEST_F(SourceTextTest, an_excerpt_is_cut_between_characters) {

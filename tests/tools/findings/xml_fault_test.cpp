@@ -87,7 +87,7 @@ const std::vector<Case> kCases = {
 
 TEST(XmlFault, each_kind_is_known_at_its_place) {
     for (const Case& row : kCases) {
-        const auto fault = find_xml_fault(row.text, false);
+        const auto fault = find_xml_fault(row.text, SourceEncoding::kDeclared);
         ASSERT_EQ(fault.has_value(), !row.id.empty()) << row.text << (fault ? fault->text : "");
         if (fault) {
             EXPECT_EQ(fault->id, row.id) << row.text;
@@ -99,28 +99,28 @@ TEST(XmlFault, each_kind_is_known_at_its_place) {
 }
 
 TEST(XmlFault, the_first_fault_counts) {
-    const auto fault = find_xml_fault("<R>\n&nbsp;\n& <P></R>", false);
+    const auto fault = find_xml_fault("<R>\n&nbsp;\n& <P></R>", SourceEncoding::kDeclared);
     ASSERT_TRUE(fault);
     EXPECT_EQ(fault->id, "xml-undeclared-entity");
     EXPECT_EQ(fault->begin, 4U);
 }
 
-TEST(XmlFault, a_text_that_is_known_to_be_utf_8_may_declare_anything) {
+TEST(XmlFault, a_text_that_is_known_to_be_utf_8_is_read_as_such_whatever_it_declares) {
     const std::string text = "<?xml version='1.0' encoding='UTF-16'?><R>\xC3\xA4</R>";
-    EXPECT_FALSE(find_xml_fault(text, true));
+    EXPECT_FALSE(find_xml_fault(text, SourceEncoding::kConverted));
     const std::string latin = "<?xml version='1.0' encoding='ISO-8859-1'?><R>\xE4</R>";
-    const auto fault = find_xml_fault(latin, true);
+    const auto fault = find_xml_fault(latin, SourceEncoding::kUtf8);
     ASSERT_TRUE(fault);
     EXPECT_EQ(fault->id, "xml-bad-utf8");
 }
 
 TEST(XmlFault, the_texts_name_what_is_meant) {
-    EXPECT_EQ(find_xml_fault("<R>&deg;</R>", false)->text,
+    EXPECT_EQ(find_xml_fault("<R>&deg;</R>", SourceEncoding::kDeclared)->text,
               "entity \"deg\" is not declared; write the character itself, or \"&amp;deg;\" for "
               "this text");
-    EXPECT_EQ(find_xml_fault("<R>\xE9</R>", false)->text,
+    EXPECT_EQ(find_xml_fault("<R>\xE9</R>", SourceEncoding::kDeclared)->text,
               "byte 0xE9 is not UTF-8; save the file as UTF-8");
-    EXPECT_EQ(find_xml_fault("<R>\x01</R>", false)->text,
+    EXPECT_EQ(find_xml_fault("<R>\x01</R>", SourceEncoding::kDeclared)->text,
               "character U+0001 is not allowed in XML; remove it");
 }
 
@@ -138,13 +138,14 @@ std::string chain(std::size_t length, std::size_t width) {
 }
 
 TEST(XmlFault, entities_in_entities_are_no_fault) {
-    EXPECT_FALSE(find_xml_fault(chain(100, 1) + "<R A='&e99;'>&e99;</R>", false));
-    EXPECT_FALSE(find_xml_fault(chain(4, 10) + "<R A='&e3;'>&e3;</R>", false));
+    EXPECT_FALSE(
+        find_xml_fault(chain(100, 1) + "<R A='&e99;'>&e99;</R>", SourceEncoding::kDeclared));
+    EXPECT_FALSE(find_xml_fault(chain(4, 10) + "<R A='&e3;'>&e3;</R>", SourceEncoding::kDeclared));
 }
 
 TEST(XmlFault, entities_that_grow_without_bounds_are_not_expanded) {
     for (const std::string use : {"<R A='&e19;'/>", "<R>&e19;</R>"}) {
-        const auto fault = find_xml_fault(chain(20, 10) + use, false);
+        const auto fault = find_xml_fault(chain(20, 10) + use, SourceEncoding::kDeclared);
         ASSERT_TRUE(fault) << use;
         EXPECT_EQ(fault->id, "xml-entity-expansion") << use;
     }
@@ -152,7 +153,7 @@ TEST(XmlFault, entities_that_grow_without_bounds_are_not_expanded) {
 
 TEST(XmlFault, entities_that_are_nested_too_deeply_are_not_expanded) {
     for (const std::string use : {"<R A='&e99999;'/>", "<R>&e99999;</R>", "<R/>"}) {
-        const auto fault = find_xml_fault(chain(100000, 1) + use, false);
+        const auto fault = find_xml_fault(chain(100000, 1) + use, SourceEncoding::kDeclared);
         ASSERT_TRUE(fault) << use;
         EXPECT_EQ(fault->id, "xml-entity-expansion") << use;
     }
@@ -161,7 +162,7 @@ TEST(XmlFault, entities_that_are_nested_too_deeply_are_not_expanded) {
 TEST(XmlFault, an_entity_of_itself_is_not_expanded) {
     const std::string declaration = "<!DOCTYPE R [<!ENTITY a '&b;'><!ENTITY b '&a;'>]>";
     for (const std::string use : {"<R A='&a;'/>", "<R>&a;</R>"}) {
-        const auto fault = find_xml_fault(declaration + use, false);
+        const auto fault = find_xml_fault(declaration + use, SourceEncoding::kDeclared);
         ASSERT_TRUE(fault) << use;
         EXPECT_EQ(fault->text, "the entity refers to itself; write the text itself") << use;
     }
@@ -169,7 +170,8 @@ TEST(XmlFault, an_entity_of_itself_is_not_expanded) {
 
 TEST(XmlFault, what_entities_in_texts_hold_must_be_well_formed) {
     const auto with_entity = [](const std::string& value) {
-        return find_xml_fault("<!DOCTYPE R [<!ENTITY e '" + value + "'>]><R>&e;</R>", false);
+        return find_xml_fault("<!DOCTYPE R [<!ENTITY e '" + value + "'>]><R>&e;</R>",
+                              SourceEncoding::kDeclared);
     };
     EXPECT_FALSE(with_entity("<a/>x"));
     EXPECT_TRUE(with_entity("<a>"));
@@ -179,11 +181,12 @@ TEST(XmlFault, what_entities_in_texts_hold_must_be_well_formed) {
 
 TEST(XmlFault, other_files_are_not_fetched) {
     const std::string file = "file:///dev/zero";
-    EXPECT_FALSE(find_xml_fault("<!DOCTYPE R SYSTEM '" + file + "'><R>&a;</R>", false));
     EXPECT_FALSE(
-        find_xml_fault("<!DOCTYPE R [<!ENTITY % p SYSTEM '" + file + "'>%p;]><R>&a;</R>", false));
-    EXPECT_FALSE(
-        find_xml_fault("<!DOCTYPE R [<!ENTITY a SYSTEM '" + file + "'>]><R>&a;</R>", false));
+        find_xml_fault("<!DOCTYPE R SYSTEM '" + file + "'><R>&a;</R>", SourceEncoding::kDeclared));
+    EXPECT_FALSE(find_xml_fault("<!DOCTYPE R [<!ENTITY % p SYSTEM '" + file + "'>%p;]><R>&a;</R>",
+                                SourceEncoding::kDeclared));
+    EXPECT_FALSE(find_xml_fault("<!DOCTYPE R [<!ENTITY a SYSTEM '" + file + "'>]><R>&a;</R>",
+                                SourceEncoding::kDeclared));
 }
 
 TEST(XmlFault, deep_elements_need_no_stack) {
@@ -191,7 +194,7 @@ TEST(XmlFault, deep_elements_need_no_stack) {
     for (int i = 0; i < 1000000; ++i) {
         text += "<A>";
     }
-    const auto fault = find_xml_fault(text, false);
+    const auto fault = find_xml_fault(text, SourceEncoding::kDeclared);
     ASSERT_TRUE(fault);
     EXPECT_EQ(fault->begin, text.size());
 }
@@ -203,11 +206,33 @@ TEST(XmlFault, every_example_of_the_catalogue_gives_its_warning) {
             continue;
         }
         ++warnings;
-        const auto fault = find_xml_fault(row.example, false);
+        const auto fault = find_xml_fault(row.example, SourceEncoding::kDeclared);
         ASSERT_TRUE(fault) << row.id;
         EXPECT_EQ(fault->id, row.id);
     }
     EXPECT_EQ(warnings, 10U);
+}
+
+TEST(XmlFault, an_encoding_that_cannot_be_is_told) {
+    const std::string as_utf8 = "<?xml version='1.0' encoding='UTF-8'?><R/>";
+    const std::string as_utf16 = "<?xml version='1.0' encoding='utf-16'?><R/>";
+    const std::string as_other = "<?xml version='1.0' encoding='windows-1252'?><R/>";
+    EXPECT_EQ(find_xml_fault(as_utf8, SourceEncoding::kConverted)->text,
+              "the file is not in the encoding that it declares; correct the declaration");
+    EXPECT_EQ(find_xml_fault(as_utf16, SourceEncoding::kUtf8)->begin, 0);
+    EXPECT_FALSE(find_xml_fault(as_utf8, SourceEncoding::kUtf8));
+    EXPECT_FALSE(find_xml_fault(as_utf16, SourceEncoding::kConverted));
+    for (const SourceEncoding any : {SourceEncoding::kUtf8, SourceEncoding::kConverted}) {
+        EXPECT_FALSE(find_xml_fault(as_other, any));
+        EXPECT_FALSE(find_xml_fault("<R/>", any));
+    }
+}
+
+TEST(XmlFault, a_second_byte_order_mark_is_a_character) {
+    const std::string text = "\xEF\xBB\xBF<R/>";
+    EXPECT_EQ(find_xml_fault(text, SourceEncoding::kUtf8)->begin, 0);
+    EXPECT_TRUE(find_xml_fault(text, SourceEncoding::kConverted));
+    EXPECT_FALSE(find_xml_fault(text, SourceEncoding::kDeclared));
 }
 
 }  // namespace
