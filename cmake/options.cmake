@@ -15,3 +15,12 @@ endif()
 if(KIVO_FUZZ)
   add_compile_options(-fsanitize=fuzzer-no-link)
 endif()
+
+# Reads the headers that most sources include once for all sources of a target, with those named:
+# half of the time that the program takes to compile went into them. clang-tidy reads each source
+# without, so that none can lack an include.
+function(kivo_precompile target)
+  target_precompile_headers(${target} PRIVATE <algorithm> <cstddef> <cstdint> <functional> <map>
+                            <memory> <optional> <set> <string> <string_view> <utility> <vector>
+                            ${ARGN})
+endfunction()
