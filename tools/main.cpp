@@ -1,5 +1,10 @@
+#include <unistd.h>
+
+#include <csignal>
+#include <cstdlib>
 #include <cstring>
 #include <exception>
+#include <new>
 #include <string>
 
 #include "tools/arguments/reader.h"
@@ -9,6 +14,8 @@
 #include "tools/terminal/terminal.h"
 
 namespace {
+
+constexpr const char* kOutOfMemory = "kivo: error: out of memory\n";
 
 ColorChoice color_choice(const std::string& word) {
     return word == "always"  ? ColorChoice::kAlways
@@ -73,24 +80,59 @@ int run(int argc, char** argv, Terminal& terminal) {
     return request.command->run(terminal);
 }
 
-int run_program(int argc, char** argv, Terminal& terminal) {
+// Other errors are reported; to be out of memory goes on.
+int run_reporting(int argc, char** argv, Terminal& terminal) {
     try {
         return run(argc, argv, terminal);
+    } catch (const std::bad_alloc&) {
+        throw;
     } catch (const std::exception& error) {
         terminal.report_error(error.what());
         return kExitFailed;
     }
 }
 
+int run_program(int argc, char** argv, Terminal& terminal) {
+    try {
+        const int status = run_reporting(argc, argv, terminal);
+        if (terminal.out.flush()) {
+            return status;
+        }
+        terminal.report_error(std::string("cannot write to standard output: ") +
+                              std::strerror(terminal.out.error()));
+    } catch (const std::bad_alloc&) {
+        terminal.out.flush();
+        terminal.err.write(kOutOfMemory);
+    }
+    return kExitFailed;
+}
+
+// Memory may end where nobody catches it: before main, or where a function must not throw.
+[[noreturn]] void end_uncaught() {
+    try {
+        if (const std::exception_ptr error = std::current_exception()) {
+            std::rethrow_exception(error);
+        }
+    } catch (const std::bad_alloc&) {
+        [[maybe_unused]] const ssize_t written =
+            write(STDERR_FILENO, kOutOfMemory, std::strlen(kOutOfMemory));
+        _exit(kExitFailed);
+    } catch (...) {
+    }
+    std::abort();
+}
+
+// Before the tables of the other sources take memory.
+__attribute__((constructor(101))) void catch_uncaught() {
+    std::set_terminate(end_uncaught);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
+    // A file that grows beyond what the shell allows is an error of that file.
+    std::signal(SIGXFSZ, SIG_IGN);
     Terminal terminal;
-    int status = run_program(argc, argv, terminal);
-    if (!terminal.out.flush()) {
-        terminal.report_error(std::string("cannot write to standard output: ") +
-                              std::strerror(terminal.out.error()));
-        status = kExitFailed;
-    }
+    const int status = run_program(argc, argv, terminal);
     return terminal.err.flush() ? status : static_cast<int>(kExitFailed);
 }

@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <linux/capability.h>
 #include <sys/prctl.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -59,6 +60,17 @@ void give_up_privileges() {
     }
 }
 
+void limit(int resource, std::uint64_t most) {
+    rlimit both = {};
+    if (getrlimit(static_cast<__rlimit_resource_t>(resource), &both) != 0) {
+        _exit(126);
+    }
+    both.rlim_cur = most;
+    if (setrlimit(static_cast<__rlimit_resource_t>(resource), &both) != 0) {
+        _exit(126);
+    }
+}
+
 }  // namespace
 
 RunResult run_kivo(const std::vector<std::string>& arguments, const RunOptions& options) {
@@ -86,6 +98,9 @@ RunResult run_kivo(const std::vector<std::string>& arguments, const RunOptions& 
         }
         if (!options.directory.empty() && chdir(options.directory.c_str()) != 0) {
             _exit(126);
+        }
+        for (const auto& [resource, most] : options.limits) {
+            limit(resource, most);
         }
         execve(KIVO_PROGRAM, argument_pointers.data(), variable_pointers.data());
         _exit(127);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <map>
 #include <string>
 #include <vector>
@@ -24,6 +25,7 @@ struct RunOptions {
     std::string input_path = {};                          // standard input; empty: "input"
     bool closes_input = false;                            // no standard input at all
     bool obeys_permissions = false;                       // those of files, superuser or not
+    std::map<int, std::uint64_t> limits = {};             // of resources: RLIMIT_NOFILE and so on
 };
 
 RunResult run_kivo(const std::vector<std::string>& arguments, const RunOptions& options = {});

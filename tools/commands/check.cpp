@@ -1,4 +1,6 @@
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <memory>
@@ -20,6 +22,8 @@
 
 namespace {
 
+constexpr std::size_t kMebibyte = 1024UL * 1024;
+
 using ReportMaker = std::unique_ptr<Report> (*)(Terminal&);
 
 const std::map<std::string, ReportMaker> kFormats = {
@@ -31,13 +35,16 @@ struct Options {
     FindingOptions findings;
     std::string fail_on = "warning";
     Directories directories;
+    std::int32_t input_limit = 256;  // MiB of standard input
 };
 
 // What one run of the command is told by.
 class Check {
 public:
     explicit Check(const Options& options)
-        : filter_(options.findings), directories_(options.directories) {}
+        : filter_(options.findings),
+          directories_(options.directories),
+          input_limit_(static_cast<std::size_t>(options.input_limit)) {}
 
     CheckedFile check(const Input& input) {
         if (input.failure) {
@@ -62,7 +69,7 @@ private:
     }
 
     CheckedFile check_standard_input() {
-        const StandardInput input;
+        const StandardInput input(input_limit_ * kMebibyte);
         return input.failure() ? CheckedFile{StandardInput::kName, input.failure(), {}}
                                : check_description(
                                      Description(StandardInput::kName, input.path(), directories_));
@@ -70,10 +77,11 @@ private:
 
     FindingFilter filter_;
     Directories directories_;
+    std::size_t input_limit_;
 };
 
 int status_of(const Tally& tally, const std::string& fail_on) {
-    if (tally.unreadable > 0) {
+    if (tally.unreadable > 0 || tally.has_unread_files) {
         return kExitFailed;
     }
     const bool fails = fail_on == "error" ? tally.errors > 0
@@ -126,7 +134,8 @@ constexpr const char* kFooter =
     "it was surely not meant so, and for files that are not well-formed XML.\n"
     "A file kivo.toml beside a description names findings to live with, in tables [[waiver]]\n"
     "with id, file, reason and perhaps name; errors cannot be waived.\n"
-    "Exit status: 0 no messages, 1 messages, 2 wrong usage, 3 a file cannot be read.\n\n"
+    "Exit status: 0 no messages, 1 messages, 2 wrong usage, 3 a file cannot be read, also one\n"
+    "that a description includes.\n\n"
     "Example:\n"
     "  kivo check fifo_info.xml counter_info.xml\n"
     "  kivo check --format sarif descriptions > check.sarif";
@@ -152,6 +161,8 @@ Command make_check() {
              .choices = {"error", "warning", "never"}},
             directories_row(options->directories),
             config_row(options->findings),
+            {.name = "--input-limit", .value_name = "MIB", .target = &options->input_limit,
+             .help = "The most that is read from standard input, in MiB (256)", .least = 1},
         },
         .footer = kFooter,
         .check = [options] { return check_paths(*options); },

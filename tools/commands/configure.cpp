@@ -75,7 +75,8 @@ int configure(Terminal& terminal, const Options& options) {
         terminal.report_error("cannot write '" + options.output + "': " + *reason);
         return kExitFailed;
     }
-    return description.has_messages() ? static_cast<int>(kExitMessages) : status_of(*session);
+    const int loading = status_of_loading(description);
+    return loading != kExitDone ? loading : status_of(*session);
 }
 
 constexpr const char* kFooter =

@@ -43,7 +43,8 @@ int write_doc(Terminal& terminal, const Options& options) {
         terminal.report_error("cannot write '" + options.output + "': " + *reason);
         return kExitFailed;
     }
-    return has_errors(findings) ? static_cast<int>(kExitMessages) : configuration.status();
+    const int loading = status_of_loading(description, findings);
+    return loading != kExitDone ? loading : configuration.status();
 }
 
 constexpr const char* kFooter =

@@ -74,7 +74,8 @@ int write_instance(Terminal& terminal, const Description& description, const KIV
         terminal.report_error("cannot write '" + options.output + "': " + *reason);
         return kExitFailed;
     }
-    return has_reasons || description.has_messages() ? kExitMessages : kExitDone;
+    const int loading = status_of_loading(description);
+    return has_reasons && loading == kExitDone ? static_cast<int>(kExitMessages) : loading;
 }
 
 int instance(Terminal& terminal, const Options& options) {

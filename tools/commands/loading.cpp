@@ -1,5 +1,6 @@
 #include "tools/commands/loading.h"
 
+#include "tools/commands/exit_status.h"
 #include "tools/findings/library_findings.h"
 #include "tools/findings/text_report.h"
 #include "tools/lint/all_findings.h"
@@ -16,6 +17,13 @@ bool report_loading(Terminal& terminal, const Description& description) {
         write_finding(terminal.err, description.name(), finding);
     }
     return true;
+}
+
+int status_of_loading(const Description& description, const std::vector<Finding>& told) {
+    if (description.has_unread_files()) {
+        return kExitFailed;
+    }
+    return description.has_messages() || has_errors(told) ? kExitMessages : kExitDone;
 }
 
 std::vector<Finding> warnings_of_waves(const Description& description, FindingFilter& filter) {

@@ -13,6 +13,10 @@
 // be read; else its messages are reported.
 bool report_loading(Terminal& terminal, const Description& description);
 
+// What the messages of a load make of the exit status: kExitFailed when an included file could not
+// be read, kExitMessages for other messages, and for errors among what is told, else kExitDone.
+int status_of_loading(const Description& description, const std::vector<Finding>& told = {});
+
 // The warnings about the stimulus and display formats of a description's vectors that are to be
 // told.
 std::vector<Finding> warnings_of_waves(const Description& description, FindingFilter& filter);

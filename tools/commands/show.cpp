@@ -116,7 +116,8 @@ int show(Terminal& terminal, const Options& options) {
     terminal.out.write(options.format == "json"
                            ? show_json(info, description.path())
                            : show_text(terminal.out, info, description.path()));
-    return description.has_messages() ? static_cast<int>(kExitMessages) : configuration.status();
+    const int loading = status_of_loading(description);
+    return loading != kExitDone ? loading : configuration.status();
 }
 
 constexpr const char* kFooter =

@@ -91,7 +91,8 @@ int value(Terminal& terminal, const Question& question) {
         return kExitFailed;
     }
     const int status = answer(terminal, description.info(), question);
-    return description.has_messages() ? kExitMessages : status;
+    const int loading = status_of_loading(description);
+    return loading != kExitDone ? loading : status;
 }
 
 constexpr const char* kFooter =

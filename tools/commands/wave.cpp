@@ -304,10 +304,8 @@ int wave(Terminal& terminal, const Options& options) {
     }
     const int status =
         Wave(terminal, description, configuration.session(), options, warnings).run();
-    const bool has_messages = description.has_messages() || has_errors(warnings);
-    return status != kExitDone ? status
-           : has_messages      ? static_cast<int>(kExitMessages)
-                               : configuration.status();
+    const int loading = status_of_loading(description, warnings);
+    return status != kExitDone ? status : loading != kExitDone ? loading : configuration.status();
 }
 
 constexpr const char* kFooter =

@@ -37,7 +37,21 @@ std::string found_in(const std::string& name, const Directories& directories) {
     return name;
 }
 
+// Why the library could not read the file itself, which it tells first of all.
+std::optional<std::string> why_not_read(const KIVO_INFO& info, const std::string& path) {
+    if (info.error_list.empty() || !is_about_unread_file(info.get_error_id(0))) {
+        return std::nullopt;
+    }
+    const KIVO_PLACE place = info.get_error_place(0);
+    return place.file == path && place.line == 0 ? std::optional(info.get_error_facts(0).reason)
+                                                 : std::nullopt;
+}
+
 }  // namespace
+
+bool is_about_unread_file(const std::string& id) {
+    return id == "file-not-opened" || id == "file-not-read";
+}
 
 std::optional<std::string> why_unreadable(const std::string& path) {
     struct stat state = {};
@@ -68,11 +82,21 @@ Description::Description(const std::string& name, const std::string& path,
         info_.set_include_directories(directories);
         info_.function_name = function_of(path);
         info_.process_xml_file(path);
+        failure_ = why_not_read(info_, path);
     }
 }
 
 Description::~Description() {
     info_.delete_detached_objects();
+}
+
+bool Description::has_unread_files() const {
+    for (std::size_t index = 0; index < info_.error_list.size(); ++index) {
+        if (is_about_unread_file(info_.get_error_id(index))) {
+            return true;
+        }
+    }
+    return false;
 }
 
 std::vector<std::string> files_of(const KIVO_INFO& info) {

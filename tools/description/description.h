@@ -9,6 +9,9 @@
 // Why the file cannot be read ("No such file or directory"); nothing when it can.
 std::optional<std::string> why_unreadable(const std::string& path);
 
+// Whether a message of that id says that a file is there and could not be read.
+bool is_about_unread_file(const std::string& id);
+
 using Directories = std::vector<std::string>;
 
 // One description file, loaded, with all that it holds.
@@ -25,7 +28,7 @@ public:
     Description& operator=(const Description&) = delete;
     ~Description();
 
-    // Why the file could not be read; nothing when it was.
+    // Why the file could not be read, or not to its end; nothing when it was.
     const std::optional<std::string>& failure() const { return failure_; }
     const std::string& name() const { return name_; }
     const std::string& path() const { return path_; }
@@ -33,6 +36,8 @@ public:
     KIVO_INFO& info() { return info_; }
     const KIVO_INFO& info() const { return info_; }
     bool has_messages() const { return !info_.error_list.empty(); }
+    // Whether a file that it includes is there and could not be read.
+    bool has_unread_files() const;
 
 private:
     std::string name_;

@@ -300,7 +300,8 @@ std::deque<Document> documents_of(const Description& description, Sources& sourc
     const KIVO_INFO& info = description.info();
     std::set<std::string> passed;
     for (std::size_t index = 0; index < info.error_list.size(); ++index) {
-        if (info.get_error_id(index) == "invalid-file") {
+        const std::string id = info.get_error_id(index);
+        if (id == "invalid-file" || id == "file-not-read") {
             passed.insert(info.get_error_place(index).file);
         }
     }

@@ -2,11 +2,10 @@
 
 #include <algorithm>
 #include <cstring>
-#include <fstream>
 #include <iterator>
-#include <new>
 #include <utility>
 
+#include "kivo/toolkit/xml/internal/input_source.h"
 #include "tools/text/utf8.h"
 
 namespace {
@@ -47,18 +46,14 @@ std::size_t end_of_part(std::string_view text, std::size_t begin) {
                                        : begin + utf8_step(text.substr(begin));
 }
 
+// Not with the streams of the library of C++, which take want of memory for an end of the file.
 TextBuffer read_file(const std::string& path) {
-    std::ifstream stream(path, std::ios::binary | std::ios::ate);
-    const std::streamoff size = stream ? static_cast<std::streamoff>(stream.tellg()) : 0;
-    std::optional<TextBuffer> buffer =
-        make_text_buffer(static_cast<std::size_t>(std::max<std::streamoff>(size, 0)));
-    if (!buffer) {
-        throw std::bad_alloc();
+    KIVO_FILE file;
+    TextBuffer text;
+    if (!file.open(path) || !file.read_all(text)) {
+        return make_text_buffer(0);
     }
-    stream.seekg(0);
-    stream.read(buffer->data.get(), static_cast<std::streamsize>(buffer->size));
-    buffer->size = static_cast<std::size_t>(stream.gcount());
-    return std::move(*buffer);
+    return text;
 }
 
 }  // namespace
@@ -79,9 +74,7 @@ std::size_t end_of_name(std::string_view text, std::size_t begin) {
 
 SourceText::SourceText(const std::string& path) : buffer_(read_file(path)) {
     const char* const original = buffer_.data.get();
-    if (!convert_to_utf8(buffer_)) {
-        throw std::bad_alloc();
-    }
+    convert_to_utf8(buffer_);
     text_ = buffer_.view();
     if (buffer_.data.get() != original) {
         // Its mark is gone: another one would be a character, which no document may begin with.

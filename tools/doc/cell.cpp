@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "tools/doc/html.h"
+#include "tools/text/cut_text.h"
 #include "tools/text/text_steps.h"
 #include "tools/text/text_width.h"
 #include "tools/text/words.h"
@@ -15,6 +16,9 @@ constexpr std::size_t kLongWord = 24;
 // Shorter numbers are read at a glance.
 constexpr std::size_t kLongNumber = 5;
 constexpr std::size_t kGroup = 3;
+
+// A page is for browsers: of longer texts it shows the beginning.
+constexpr std::size_t kLongText = 20000;
 
 constexpr std::string_view kDigits = "0123456789";
 
@@ -43,7 +47,10 @@ std::string grouped(std::string_view digits) {
 // than it is worth.
 class CellText {
 public:
-    CellText(std::string_view text, const CellStyle& style) : style_(style) {
+    CellText(std::string_view whole, const CellStyle& style) : style_(style) {
+        const CutText cut = cut_text(whole, kLongText);
+        left_out_ = cut.left_out;
+        std::string_view text = cut.shown;
         while (!text.empty()) {
             add_word(taken_until(text, kBlanks));
             const std::string_view from_blanks = text;
@@ -53,6 +60,10 @@ public:
     }
 
     const std::string& markup() const { return markup_; }
+    // What says that something is missing; empty when nothing is.
+    std::string more() const {
+        return left_out_ == 0 ? std::string() : more_markup(left_out_, "character");
+    }
     // Whether a word needs to be broken anywhere.
     bool has_long_word() const { return has_long_word_; }
 
@@ -128,6 +139,7 @@ private:
 
     CellStyle style_;
     std::string markup_;
+    std::size_t left_out_ = 0;
     bool has_long_word_ = false;
     bool is_wide_ = false;    // the word in hand
     bool is_quoted_ = false;  // what comes next
@@ -138,10 +150,14 @@ std::string in_code(std::string_view text, const CellStyle& style) {
     const CellText cell(text, style);
     return text.empty() ? std::string()
                         : (cell.has_long_word() ? "<code class=\"long\">" : "<code>") +
-                              cell.markup() + "</code>";
+                              cell.markup() + "</code>" + cell.more();
 }
 
 }  // namespace
+
+std::string more_markup(std::size_t count, const std::string& noun) {
+    return " <em class=\"note\">" + and_more(count, noun) + "</em>";
+}
 
 std::string code_cell(std::string_view text) {
     return in_code(text, {});
@@ -149,8 +165,9 @@ std::string code_cell(std::string_view text) {
 
 std::string text_cell(std::string_view text) {
     const CellText cell(text, {});
-    return cell.has_long_word() ? "<span class=\"long\">" + cell.markup() + "</span>"
-                                : cell.markup();
+    return (cell.has_long_word() ? "<span class=\"long\">" + cell.markup() + "</span>"
+                                 : cell.markup()) +
+           cell.more();
 }
 
 std::string expression_cell(const PageNames& names, std::string_view text) {
@@ -162,7 +179,8 @@ std::string command_cell(const PageNames& names, std::string_view text) {
 }
 
 std::string prose(const PageNames& names, std::string_view text) {
-    return CellText(text, {&names, Links::kOutstanding, false}).markup();
+    const CellText cell(text, {&names, Links::kOutstanding, false});
+    return cell.markup() + cell.more();
 }
 
 std::string time_cell(std::int64_t time, const std::string& scale) {

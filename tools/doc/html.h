@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <initializer_list>
 #include <string>
 #include <string_view>
@@ -34,6 +35,7 @@ public:
     void markup(std::string_view markup) { out_ += markup; }
 
     bool empty() const { return out_.empty(); }
+    std::size_t size() const { return out_.size(); }
     // What was written.
     // REQUIRES: no element is open
     const std::string& result() const;

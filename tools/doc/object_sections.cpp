@@ -1,5 +1,6 @@
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <memory>
 #include <optional>
 #include <string>
@@ -11,10 +12,16 @@
 #include "tools/doc/sections.h"
 #include "tools/doc/table.h"
 #include "tools/doc/value_rules.h"
+#include "tools/text/cut_text.h"
 #include "tools/text/text_escape.h"
 #include "tools/text/words.h"
 
 namespace {
+
+// Of a list of values: nobody looks at more.
+constexpr std::size_t kMostItems = 500;
+// Of the tables of wizard maps together: a short description can ask for any number of objects.
+constexpr std::size_t kMostMapBytes = 16'000'000;
 
 std::string default_cell(const PageNames& names, const KIVO_OBJ_INFO& object) {
     const std::optional<std::string> value = default_of(object);
@@ -27,11 +34,15 @@ std::string default_cell(const PageNames& names, const KIVO_OBJ_INFO& object) {
 // The values to choose from; none when there is no choice.
 std::string value_list(const KIVO_OBJ_INFO& parameter) {
     const std::vector<std::string> values = list_items(parameter.value_array);
-    std::string markup;
-    for (const std::string& value : values) {
-        markup += (markup.empty() ? "" : ", ") + code_cell(value);
+    if (values.size() < 2) {
+        return {};
     }
-    return values.size() > 1 ? markup : std::string();
+    std::string markup;
+    for (std::size_t i = 0; i < std::min(values.size(), kMostItems); ++i) {
+        markup += (markup.empty() ? "" : ", ") + code_cell(values[i]);
+    }
+    return values.size() > kMostItems ? markup + more_markup(values.size() - kMostItems, "value")
+                                      : markup;
 }
 
 std::string direction_of(const KIVO_OBJ_INFO& port) {
@@ -245,11 +256,19 @@ void write_macros(HtmlWriter& html, DocSource& source) {
 }
 
 void write_wizard_maps(HtmlWriter& html, DocSource& source) {
+    std::size_t left_out = 0;
     source.info.reset_wizard_map_map();
     while (KIVO_WIZARD_MAP* map = source.info.get_next_wizard_map()) {
+        if (html.size() > kMostMapBytes) {
+            ++left_out;
+            continue;
+        }
         const HtmlScope article(html, "article");
         html.element("h3", map->wizard_name.empty() ? map->name : map->wizard_name);
         write_map_facts(html, source.names, *map);
         write_map_objects(html, source.names, *map);
+    }
+    if (left_out > 0) {
+        html.element("p", {{"class", "note"}}, and_more(left_out, "wizard map"));
     }
 }

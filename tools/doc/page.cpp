@@ -7,6 +7,7 @@
 #include "tools/doc/html.h"
 #include "tools/doc/sections.h"
 #include "tools/doc/style.h"
+#include "tools/doc/table.h"
 #include "tools/text/text_escape.h"
 #include "tools/text/words.h"
 
@@ -56,8 +57,10 @@ std::string function_of(const KIVO_INFO& info, const std::string& path) {
 
 void name_all(DocSource& source) {
     const auto add = [&source](const char* kind, const std::vector<KIVO_OBJ_INFO*>& objects) {
-        for (const KIVO_OBJ_INFO* object : objects) {
-            source.ids[object] = source.names.add(kind, object->name);
+        // Those beyond have no row to link to.
+        const std::size_t count = std::min(objects.size(), HtmlTable::kMostRows);
+        for (std::size_t i = 0; i < count; ++i) {
+            source.ids[objects[i]] = source.names.add(kind, objects[i]->name);
         }
     };
     add("parameter", source.parameters);

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "tools/text/cut_text.h"
+
 namespace {
 
 // Tables with more columns show each row as a block where the page is not at its full width.
@@ -26,6 +28,13 @@ void HtmlTable::write(HtmlWriter& html) const {
     if (rows_.empty()) {
         return;
     }
+    write_rows(html);
+    if (left_out_ > 0) {
+        html.element("p", {{"class", "note"}}, and_more(left_out_, "row"));
+    }
+}
+
+void HtmlTable::write_rows(HtmlWriter& html) const {
     const std::vector<std::size_t> columns = columns_with_content();
     // Focus lets the keyboard scroll it.
     const HtmlScope frame(

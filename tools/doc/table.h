@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cassert>
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,6 +13,9 @@
 // content are left out.
 class HtmlTable {
 public:
+    // No browser is quick with more; of those beyond, the table tells how many there are.
+    static constexpr std::size_t kMostRows = 20000;
+
     // "style" is a class name, "label" says to those who do not see the table what it holds.
     HtmlTable(std::string_view style, std::string_view label, std::vector<std::string> heads)
         : style_(style), label_(label), heads_(std::move(heads)) {}
@@ -20,6 +24,10 @@ public:
     // REQUIRES: as many cells as columns
     void add_row(std::vector<std::string> cells, std::string id = {}) {
         assert(cells.size() == heads_.size());
+        if (rows_.size() == kMostRows) {
+            ++left_out_;
+            return;
+        }
         rows_.push_back({std::move(id), std::move(cells)});
     }
     // Writes nothing when there is no row.
@@ -32,11 +40,13 @@ private:
     };
 
     std::vector<std::size_t> columns_with_content() const;
+    void write_rows(HtmlWriter& html) const;
 
     std::string style_;
     std::string label_;
     std::vector<std::string> heads_;
     std::vector<Row> rows_;
+    std::size_t left_out_ = 0;
 };
 
 // Terms with what there is to say about each.

@@ -7,6 +7,9 @@
 
 namespace {
 
+// Of one object: nobody looks at more.
+constexpr std::size_t kMostRules = 500;
+
 // Says what a rule says; its names link.
 class RuleSentence {
 public:
@@ -83,9 +86,17 @@ std::string value_rule_list(const PageNames& names, KIVO_OBJ_INFO& object) {
     const RuleSentence sentence(names);
     HtmlWriter list;
     object.reset_rule_list();
+    std::size_t count = 0;
     while (const KIVO_RULE_ELEMENT* rule = object.get_next_rule_element()) {
+        if (++count > kMostRules) {
+            continue;
+        }
         const HtmlScope item(list, "li");
         list.markup(sentence.of(*rule, kivo_is_port(object.obj_type)));
+    }
+    if (count > kMostRules) {
+        const HtmlScope item(list, "li");
+        list.markup(more_markup(count - kMostRules, "rule"));
     }
     return list.empty() ? std::string() : "<ul class=\"rules\">" + list.result() + "</ul>";
 }

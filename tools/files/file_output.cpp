@@ -9,6 +9,7 @@
 #include <cstring>
 #include <filesystem>
 #include <memory>
+#include <new>
 #include <system_error>
 
 #include "tools/files/write_all.h"
@@ -33,6 +34,9 @@ int write_device(const std::string& path, std::string_view content) {
 std::string resolve(const std::string& path) {
     const std::unique_ptr<char, decltype(&std::free)> real(realpath(path.c_str(), nullptr),
                                                            &std::free);
+    if (real == nullptr && errno == ENOMEM) {
+        throw std::bad_alloc();
+    }
     return real ? real.get() : path;
 }
 

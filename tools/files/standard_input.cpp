@@ -12,9 +12,13 @@
 
 namespace {
 
-// The errno of the read or write that failed, 0 for none.
-int copy_all(int from, int to) {
+// Stands for an errno where there is more to read than is allowed.
+constexpr int kTooLong = -1;
+
+// The errno of the read or write that failed, kTooLong for more than "limit" bytes, 0 for none.
+int copy_all(int from, int to, std::size_t limit) {
     std::vector<char> buffer(64UL * 1024);
+    std::size_t room = limit;
     while (true) {
         const ssize_t size = read(from, buffer.data(), buffer.size());
         if (size == 0) {
@@ -24,6 +28,10 @@ int copy_all(int from, int to) {
             return errno;
         }
         const std::size_t got = size < 0 ? 0 : static_cast<std::size_t>(size);
+        if (got > room) {
+            return kTooLong;
+        }
+        room -= got;
         if (const int failure = write_all(to, {buffer.data(), got}); failure != 0) {
             return failure;
         }
@@ -32,12 +40,14 @@ int copy_all(int from, int to) {
 
 }  // namespace
 
-StandardInput::StandardInput() {
+StandardInput::StandardInput(std::size_t limit) {
     // The file must not take the number of a standard input that is closed.
     const bool is_open = fcntl(STDIN_FILENO, F_GETFD) >= 0;
     file_ = is_open ? memfd_create("stdin", MFD_CLOEXEC) : -1;
-    const int failure = file_ < 0 ? errno : copy_all(STDIN_FILENO, file_);
-    if (failure != 0) {
+    const int failure = file_ < 0 ? errno : copy_all(STDIN_FILENO, file_, limit);
+    if (failure == kTooLong) {
+        failure_ = "it is longer than --input-limit allows";
+    } else if (failure != 0) {
         failure_ = std::strerror(failure);
     }
 }

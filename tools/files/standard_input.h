@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 
@@ -9,8 +10,9 @@ class StandardInput {
 public:
     static constexpr const char* kName = "<stdin>";
 
-    // Reads all of it.
-    StandardInput();
+    // Reads all of it. One that is longer than so many bytes counts as one that cannot be read: it
+    // may have no end.
+    explicit StandardInput(std::size_t limit);
     StandardInput(const StandardInput&) = delete;
     StandardInput& operator=(const StandardInput&) = delete;
     ~StandardInput();

@@ -140,6 +140,19 @@ std::vector<MessageDescription> display_messages() {
 </ROOT>
 )"},
 
+    {"wizard-map-objects", Severity::kError,
+     R"(The wizard maps would receive more than 1,000,000 copies of the PARAMETER and PORT elements
+        that stand directly in WIZARD_DATA, which every map receives. This map has received none. Write
+        what only some maps need inside those maps. The example would need as many maps and ports as
+        make a million when they are multiplied.)",
+     R"(<ROOT>
+  <WIZARD_DATA>
+    <PORT NAME="clock" TYPE="INPUT"/>
+    <WIZARD_MAP NAME="plain"/>
+  </WIZARD_DATA>
+</ROOT>
+)"},
+
     {"if-with-sub-tags", Severity::kError,
      R"(The IF of a conditional text holds an element and is ignored, so what was to depend on it is
         always shown. A condition is plain text: write it without tags, and what depends on it in

@@ -12,12 +12,52 @@ info.post_error_message("The wizard cannot write into the project folder");
 )"},
 
     {"file-not-found", Severity::kError,
-     R"(The named file does not exist or cannot be opened, so everything that it declares is missing.
+     R"(The named file does not exist, so everything that it declares is missing.
         Names of included files are taken as they stand, relative to the directory in which the
         program runs, and then beside the library; not relative to the file that includes them.
         Correct the name, or run the program where the name is right.)",
      R"(<ROOT>
   <INCLUDE FILE="no_such_file.xml"/>
+</ROOT>
+)"},
+
+    {"file-not-opened", Severity::kError,
+     R"(The named file is there and cannot be opened, so everything that it declares is missing. The
+        text of the message is that of a missing file; a note gives the reason that the system gives.
+        Permissions may not allow it, too many files may be open, or the name is that of a directory, a
+        device or a pipe: see to that, or name another file.)",
+     R"(<ROOT>
+  <INCLUDE FILE="/dev/null"/>
+</ROOT>
+)"},
+
+    {"file-not-read", Severity::kError,
+     R"(The named file is there and could not be read to its end, so nothing of it is read. The text
+        of the message is that of a file that is not well-formed XML; it may be that all the same. A
+        note gives the reason that the system gives, which is a fault of the disk, of the network or
+        of what else the file stands for: see to that and check again.)",
+     R"(<ROOT>
+  <INCLUDE FILE="/proc/self/mem"/>
+</ROOT>
+)"},
+
+    {"read-error", Severity::kError,
+     R"(The XML parser was given no text, because the file could not be read. This message always
+        follows file-not-read, which says more: nothing has to be mended at the place that it
+        names.)",
+     R"(<ROOT>
+  <INCLUDE FILE="/proc/self/mem"/>
+</ROOT>
+)"},
+
+    {"too-many-files", Severity::kError,
+     R"(More than 100,000 files are to be read, each counted as often as it is included. This one and
+        all that would follow are not read. Files that each include the next one twice double their
+        number with every step: include each file once, from one place. The example does so when it is
+        saved as part_1.xml and files up to part_20.xml go on in the same way.)",
+     R"(<ROOT>
+  <INCLUDE FILE="part_2.xml"/>
+  <INCLUDE FILE="part_2.xml"/>
 </ROOT>
 )"},
 

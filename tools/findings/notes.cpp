@@ -25,6 +25,7 @@ struct RelatedRow {
 // clang-format off
 constexpr RelatedRow kRelated[] = {
     {"type-clash", "first declared here"},
+    {"wizard-map-objects", "the map is declared here"},
     {"xml-syntax", "first given here"},
 };
 // clang-format on
@@ -120,6 +121,9 @@ void Notes::add_to(Finding& finding, const KIVO_PLACE& told, const KIVO_MESSAGE_
     }
     if (finding.id == "file-not-found") {
         add_file_notes(finding, told, facts.word);
+    }
+    if (!facts.reason.empty()) {
+        add(Note{"the system says: " + facts.reason, finding.place});
     }
     for (const RelatedRow& row : kRelated) {
         if (row.id == finding.id) {

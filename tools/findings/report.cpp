@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include "tools/description/description.h"
 #include "tools/findings/text_report.h"
 #include "tools/text/words.h"
 
@@ -50,6 +51,7 @@ void Tally::add(const CheckedFile& file) {
     files_with_findings += file.findings.empty() ? 0 : 1;
     for (const Finding& finding : file.findings) {
         ++(finding.severity == Severity::kError ? errors : warnings);
+        has_unread_files = has_unread_files || is_about_unread_file(finding.id);
     }
 }
 

@@ -14,6 +14,7 @@ struct Tally {
     std::size_t warnings = 0;
     std::size_t files_with_findings = 0;
     std::size_t unreadable = 0;
+    bool has_unread_files = false;  // among those that the files include
 
     void add(const CheckedFile& file);
 };

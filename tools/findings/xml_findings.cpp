@@ -25,7 +25,8 @@ using KnownFaults = std::multimap<std::string, Position>;
 KnownFaults known_faults(const std::vector<Finding>& findings) {
     KnownFaults known;
     for (const Finding& finding : findings) {
-        if (finding.id == "xml-syntax" && finding.place.start) {
+        const bool is_fault = finding.id == "xml-syntax" || finding.id == "read-error";
+        if (is_fault && finding.place.start) {
             known.emplace(finding.place.file, *finding.place.start);
         }
     }

@@ -168,7 +168,8 @@ private:
         const KIVO_INFO& info = lint_.info();
         for (std::size_t index = 0; index < info.error_list.size(); ++index) {
             const std::string id = info.get_error_id(index);
-            are_all_known_ = are_all_known_ && id != "file-not-found" && id != "invalid-file";
+            are_all_known_ = are_all_known_ && id != "file-not-found" && id != "invalid-file" &&
+                             id != "too-many-files" && !is_about_unread_file(id);
         }
     }
 

@@ -6,10 +6,14 @@
 
 #include "tools/description/default_value.h"
 #include "tools/show/parts.h"
+#include "tools/text/cut_text.h"
 #include "tools/text/text_escape.h"
 #include "tools/text/words.h"
 
 namespace {
+
+// Of all wizard maps together: a short description can ask for any number of objects in them.
+constexpr std::size_t kMostMapBytes = 16'000'000;
 
 using Filter = bool (*)(KIVO_OBJ_TYPE);
 using Cells = std::vector<std::string> (*)(const KIVO_OBJ_INFO&);
@@ -235,11 +239,20 @@ void show_macros(Page& page, KIVO_INFO& info) {
 void show_wizard_maps(Page& page, KIVO_INFO& info) {
     info.reset_wizard_map_map();
     bool is_first = true;
+    std::size_t left_out = 0;
+    const std::size_t before = page.text().size();
     while (KIVO_WIZARD_MAP* map = info.get_next_wizard_map()) {
+        if (page.text().size() - before > kMostMapBytes) {
+            ++left_out;
+            continue;
+        }
         if (is_first) {
             page.heading("Wizard maps");
         }
         is_first = false;
         show_wizard_map(page, *map);
+    }
+    if (left_out > 0) {
+        page.sub_heading(and_more(left_out, "wizard map"));
     }
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "tools/text/cut_text.h"
 #include "tools/text/text_escape.h"
 #include "tools/text/text_width.h"
 
@@ -15,6 +16,9 @@ constexpr std::size_t kHangingIndent = 4;
 constexpr std::size_t kNarrowest = 16;
 // Of words that cannot be broken, a column is as wide as this at most.
 constexpr std::size_t kWidestWord = kPageWidth / 2;
+
+// In bytes.
+constexpr std::size_t kLongCell = 20000;
 
 struct Column {
     std::size_t width = 0;
@@ -61,6 +65,13 @@ void append_cell(std::string& out, std::string_view text, std::size_t width) {
     out.append(width - std::min(width, text_width(text)) + kGap, ' ');
 }
 
+// The beginning of what is too long for a table, and how much is missing.
+std::string shown_part(std::string_view text) {
+    const CutText cut = cut_text(text, kLongCell);
+    const std::string shown = escape_text(cut.shown);
+    return cut.left_out == 0 ? shown : shown + ' ' + and_more(cut.left_out, "character");
+}
+
 void drop_trailing_blanks(std::string& out) {
     out.erase(out.find_last_not_of(' ') + 1);
 }
@@ -79,7 +90,7 @@ std::string render_lines(std::string_view text, std::size_t first, std::size_t o
 
 void Table::add_row(std::vector<std::string> cells) {
     for (std::string& cell : cells) {
-        cell = escape_text(cell);
+        cell = shown_part(cell);
     }
     rows_.push_back({std::move(cells), {}});
 }

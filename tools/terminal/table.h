@@ -12,7 +12,8 @@
 constexpr std::size_t kPageWidth = 100;
 
 // Rows of cells in aligned columns. A row may carry notes, which stand below it. Columns in which
-// no row has anything are left out; wide ones are wrapped. Cells and notes are escaped here.
+// no row has anything are left out; wide ones are wrapped. Cells and notes are escaped here, and of
+// a cell of more than 20,000 bytes the beginning is shown.
 class Table {
 public:
     // Without headings, the first column is painted like one.

@@ -224,8 +224,9 @@ TEST(Suggestion, the_word_of_that_place_is_suggested_when_it_is_near) {
 
 // The messages about a word in a place where no words are known.
 const std::set<std::string> kWithoutWords = {
-    "host-message", "file-not-found", "invalid-file", "xml-syntax",
-    "no-root",      "include-cycle",  "type-clash",   "surplus-else",
+    "host-message",   "file-not-found", "file-not-opened",    "file-not-read", "read-error",
+    "too-many-files", "invalid-file",   "xml-syntax",         "no-root",       "include-cycle",
+    "type-clash",     "surplus-else",   "wizard-map-objects",
 };
 
 TEST(Suggestion, every_message_of_the_library_has_its_case) {
