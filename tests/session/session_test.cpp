@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <ctime>
 #include <random>
 
 #include "tests/session/fixture.h"
@@ -358,6 +359,24 @@ TEST(SessionBadInput, deep_and_long_texts_are_faults) {
     EXPECT_EQ(fault_ids(d.session), "too-deep@256 text-too-long@65536 too-many-steps@0");
     EXPECT_EQ(evaluated(d.session, "M0"), "0");
     EXPECT_EQ(evaluated(d.session, "F0(1)"), "[fault too-many-steps]");
+}
+
+// The time of this process: others may be busy too.
+double seconds_for_faulty_rules(int count) {
+    std::string rules;
+    for (int i = 0; i < count; ++i) {
+        rules += "<RULE>A</RULE>";
+    }
+    Described d(in("RULES", rules));
+    const std::clock_t begin = std::clock();
+    EXPECT_EQ(d.session.verdicts().size(), static_cast<std::size_t>(count));
+    EXPECT_EQ(d.session.faults().size(), static_cast<std::size_t>(count));
+    return static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC;
+}
+
+TEST(SessionBadInput, four_times_as_many_faults_take_about_four_times_as_long) {
+    const double few = seconds_for_faulty_rules(10000);
+    EXPECT_LT(seconds_for_faulty_rules(40000), 9 * few + 0.1);
 }
 
 TEST(SessionBadInput, texts_that_were_set_do_not_pile_up) {

@@ -79,6 +79,20 @@ TEST(FileInputSource, reads_what_a_growing_file_holds) {
     EXPECT_EQ(text.view(), longer);
 }
 
+TEST(FileInputSource, reads_what_is_left_of_a_shrinking_file) {
+    const TemporaryFolder folder;
+    const std::string path = folder.write("file.xml", std::string(200000, 'y'));
+    for (const std::string shorter : {"ab", ""}) {
+        KIVO_FILE file;
+        ASSERT_TRUE(file.open(path));
+        folder.write("file.xml", shorter);
+        TextBuffer text;
+        ASSERT_TRUE(file.read_all(text));
+        EXPECT_EQ(text.view(), shorter);
+        EXPECT_EQ(text.data[text.size], '\0');
+    }
+}
+
 TEST(FileInputSource, opens_regular_files_only) {
     const TemporaryFolder folder;
     const std::string pipe = folder.path("pipe");

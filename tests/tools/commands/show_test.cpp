@@ -51,6 +51,18 @@ TEST(Show, function_information_is_shown) {
         "  Time delta          2\n");
 }
 
+TEST(Show, of_a_very_long_value_the_beginning_is_shown) {
+    const std::string value(20000, 'v');
+    const auto shown = [](const std::string& definition) {
+        const RunResult run =
+            show_sections("<MACROS><MACRO NAME='A' DEFINITION='" + definition + "'/></MACROS>");
+        return std::count(run.out.begin(), run.out.end(), 'v') == 20000 &&
+               contains(run.out, "... and 1 more character");
+    };
+    EXPECT_FALSE(shown(value));
+    EXPECT_TRUE(shown(value + 'w'));
+}
+
 TEST(Show, parameters_have_their_rules_below_them) {
     expect_shown(
         "<PARAMETERS>"

@@ -94,6 +94,21 @@ TEST(DocCell, long_numbers_stand_in_groups_that_copying_leaves_out) {
     EXPECT_EQ(command_cell(none, "force -bin d 00001111"), "<code>force -bin d 00001111</code>");
 }
 
+TEST(DocCell, of_a_very_long_text_the_beginning_is_shown_and_the_rest_counted) {
+    const PageNames none;
+    std::string text;
+    while (text.size() < 20000) {
+        text += "a234567 ";
+    }
+    const std::string whole = "<code>" + text + "</code>";
+    EXPECT_EQ(expression_cell(none, text), whole);
+    const std::string more = " <em class=\"note\">... and 9 more characters</em>";
+    EXPECT_EQ(expression_cell(none, text + "b23456789"), whole + more);
+    EXPECT_EQ(code_cell(text + "b23456789"), whole + more);
+    EXPECT_EQ(text_cell(text + "b23456789"), text + more);
+    EXPECT_EQ(prose(none, text + "b23456789"), text + more);
+}
+
 TEST(DocCell, times_have_groups_and_their_unit) {
     EXPECT_EQ(time_cell(400, "ns"), "400 ns");
     EXPECT_EQ(time_cell(20000, "ns"), "20" + in_group("000") + " ns");

@@ -5,6 +5,7 @@
 #include <set>
 
 #include "tests/tools/doc/page_fixture.h"
+#include "tools/doc/table.h"
 
 namespace {
 
@@ -526,6 +527,47 @@ TEST_F(PageTest, a_message_about_hostile_text_is_text_too) {
     make_from("<PARAMETERS><PARAMETER NAME='&lt;script&gt;' TYPE='&lt;b&gt;'/></PARAMETERS>");
     EXPECT_FALSE(document.select_node("//script | //b"));
     EXPECT_NE(text_of(section("problems")).find("<b> of parameter <script>"), std::string::npos);
+}
+
+TEST_F(PageTest, long_lists_are_cut_with_a_word_about_it) {
+    std::string values = "0";
+    std::string rules;
+    for (int i = 1; i < 502; ++i) {
+        values += ", " + std::to_string(i);
+        rules += "<FORCE_VALUE V='" + std::to_string(i) + "' IF='A'/>";
+    }
+    make_from("<PARAMETERS><PARAMETER NAME='A' TYPE='INTEGER' VALUE='" + values +
+              "'/><PARAMETER NAME='B' TYPE='INTEGER' VALUE='1'>" + rules +
+              "</PARAMETER></PARAMETERS>");
+    const std::string text = text_of(section("parameters"));
+    EXPECT_NE(text.find(" 498, 499 ... and 2 more values"), std::string::npos) << text;
+    EXPECT_NE(text.find("value 500 when A ... and 1 more rule"), std::string::npos) << text;
+    EXPECT_EQ(text.find("501"), std::string::npos);
+}
+
+TEST_F(PageTest, wizard_maps_that_share_many_objects_are_bounded_together) {
+    std::string generic;
+    for (int i = 0; i < 1000; ++i) {
+        generic += "<PORT NAME='a_port_of_some_length_" + std::to_string(i) + "' TYPE='INPUT'/>";
+    }
+    std::string maps;
+    for (int i = 0; i < 200; ++i) {
+        maps += "<WIZARD_MAP NAME='m" + std::to_string(i) + "'/>";
+    }
+    make_from("<WIZARD_DATA>" + generic + maps + "</WIZARD_DATA>");
+    EXPECT_LT(page.size(), 20'000'000U);
+    EXPECT_NE(page.find(" more wizard maps</p>"), std::string::npos);
+}
+
+TEST_F(PageTest, names_without_a_row_do_not_link) {
+    std::string parameters;
+    for (std::size_t i = 0; i < HtmlTable::kMostRows + 1; ++i) {
+        parameters += "<PARAMETER NAME='P" + std::to_string(i) + "' TYPE='STRING'/>";
+    }
+    make_from("<PARAMETERS>" + parameters +
+              "</PARAMETERS><RULES><RULE>P19999 lt P20000</RULE></RULES>");
+    EXPECT_NE(page.find("<a href=\"#parameter-P19999\">"), std::string::npos);
+    EXPECT_EQ(page.find("parameter-P20000"), std::string::npos);
 }
 
 TEST_F(PageTest, thousands_of_objects_make_a_page) {
