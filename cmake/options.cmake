@@ -10,7 +10,7 @@ endif()
 # are not shipped, and the sanitizers see more.
 include(CheckPIESupported)
 check_pie_supported(LANGUAGES CXX)
-if(NOT KIVO_SANITIZE AND NOT KIVO_FUZZ)
+if(KIVO_HARDEN AND NOT KIVO_SANITIZE AND NOT KIVO_FUZZ)
   include(CheckCXXCompilerFlag)
   check_cxx_compiler_flag(-fcf-protection KIVO_HAS_CF_PROTECTION)
   set(KIVO_HARDENING -fstack-protector-strong -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2)

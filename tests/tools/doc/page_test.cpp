@@ -533,11 +533,11 @@ TEST_F(PageTest, long_lists_are_cut_with_a_word_about_it) {
     std::string values = "0";
     std::string rules;
     for (int i = 1; i < 502; ++i) {
-        values += ", " + std::to_string(i);
+        values += ";" + std::to_string(i);
         rules += "<FORCE_VALUE V='" + std::to_string(i) + "' IF='A'/>";
     }
-    make_from("<PARAMETERS><PARAMETER NAME='A' TYPE='INTEGER' VALUE='" + values +
-              "'/><PARAMETER NAME='B' TYPE='INTEGER' VALUE='1'>" + rules +
+    make_from("<PARAMETERS><PARAMETER NAME='A' TYPE='INTEGER' DEFAULT_VALUE_INDEX='0' VALUE='" +
+              values + "'/><PARAMETER NAME='B' TYPE='INTEGER' VALUE='1'>" + rules +
               "</PARAMETER></PARAMETERS>");
     const std::string text = text_of(section("parameters"));
     EXPECT_NE(text.find(" 498, 499 ... and 2 more values"), std::string::npos) << text;
