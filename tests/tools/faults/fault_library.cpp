@@ -6,11 +6,13 @@
 //                                     the file
 //   KIVO_FAULT_READ=interrupt:N       each read is interrupted before it gives a piece
 //   KIVO_FAULT_READ=pieces:N          files come in pieces of N bytes
+//   KIVO_FAULT_DESCRIPTORS=most:N     no descriptor from number N on
 //   KIVO_FAULT_LOG=FILE               gets a word as soon as an allocation is refused or a read is
 //                                     broken; else, when the program exits, how many allocations
 //                                     there were
 
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -94,6 +96,12 @@ __attribute__((constructor)) void begin() {
     memory_fault = fault_of("KIVO_FAULT_MEMORY");
     read_fault = fault_of("KIVO_FAULT_READ");
     log_path = std::getenv("KIVO_FAULT_LOG");
+    if (const Fault fault = fault_of("KIVO_FAULT_DESCRIPTORS"); !fault.kind.empty()) {
+        rlimit limit = {};
+        getrlimit(RLIMIT_NOFILE, &limit);
+        limit.rlim_cur = fault.number;
+        setrlimit(RLIMIT_NOFILE, &limit);
+    }
     is_active = true;
 }
 
