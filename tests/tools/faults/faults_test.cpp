@@ -238,9 +238,11 @@ RunOptions with_fault(const std::string& variable, const std::string& fault) {
 }
 
 // Of a command that reads a file.
-RunResult run_with_reading(const std::string& fault, const Words& words) {
+RunResult run_with_reading(const std::string& fault, const Words& words,
+                           const std::string& input = "") {
     const TemporaryFolder logs;
     RunOptions options = with_fault("KIVO_FAULT_READ", fault);
+    options.input = input;
     options.environment["KIVO_FAULT_LOG"] = logs.path("log");
     RunResult run = run_kivo(words, options);
     EXPECT_EQ(files_in(logs)["log"], "broken");
@@ -263,6 +265,22 @@ TEST(ReadingFaults, interruptions_and_pieces_change_nothing) {
             EXPECT_EQ(run.err, whole.err) << row.name << ' ' << fault;
             EXPECT_EQ(files_in(folder), files) << row.name << ' ' << fault;
         }
+    }
+}
+
+TEST(ReadingFaults, standard_input_comes_in_any_pieces_and_its_errors_are_told) {
+    const std::string text = with_sections("<ODD/>" + std::string(500, ' '));
+    const RunResult whole = run_kivo({"check", "-"}, {.input = text});
+    ASSERT_TRUE(contains(whole.err, "<stdin>:2:1: error: ")) << whole.err;
+    for (const std::string fault : {"interrupt:0", "pieces:1", "pieces:7"}) {
+        const RunResult run = run_with_reading(fault, {"check", "-"}, text);
+        EXPECT_EQ(run.status, whole.status) << fault;
+        EXPECT_EQ(run.err, whole.err) << fault;
+    }
+    for (const std::string at : {"0", "3"}) {
+        const RunResult run = run_with_reading("error:" + at, {"check", "-"}, text);
+        EXPECT_EQ(run.status, 3) << at;
+        EXPECT_TRUE(contains(run.err, "cannot read '<stdin>': Input/output error")) << run.err;
     }
 }
 
