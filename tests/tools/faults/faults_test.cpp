@@ -82,11 +82,6 @@ Words with_folder(Words words, const std::string& folder) {
     return words;
 }
 
-bool reads_a_description(const CommandRow& row) {
-    return std::any_of(row.words.begin(), row.words.end(),
-                       [](const std::string& word) { return ends_with(word, "_info.xml"); });
-}
-
 std::string test_name(const testing::TestParamInfo<CommandRow>& info) {
     return info.param.name;
 }
@@ -232,6 +227,11 @@ TEST(ReadingFaults, an_included_file_that_cannot_be_read_is_a_finding_of_its_own
 }
 
 #if defined(KIVO_FAULT_LIBRARY)
+
+bool reads_a_description(const CommandRow& row) {
+    return std::any_of(row.words.begin(), row.words.end(),
+                       [](const std::string& word) { return ends_with(word, "_info.xml"); });
+}
 
 RunOptions with_fault(const std::string& variable, const std::string& fault) {
     return {.environment = {{"LD_PRELOAD", KIVO_FAULT_LIBRARY}, {variable, fault}}};
