@@ -7,8 +7,9 @@
 #include <cstdio>
 #include <cstring>
 #include <memory>
-#include <nlohmann/json.hpp>
 #include <optional>
+
+#include "tools/text/json.h"
 
 namespace {
 

@@ -1,5 +1,4 @@
 #include <cstdint>
-#include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
 #include <utility>
@@ -7,6 +6,7 @@
 
 #include "tools/description/default_value.h"
 #include "tools/show/parts.h"
+#include "tools/text/json.h"
 #include "tools/text/json_text.h"
 
 namespace {

@@ -1,6 +1,6 @@
 #include "tools/text/json_text.h"
 
-#include <nlohmann/json.hpp>
+#include "tools/text/json.h"
 
 std::string json_text(const nlohmann::ordered_json& document) {
     constexpr bool kIsAscii = true;

@@ -1,7 +1,6 @@
 #include <fmt/format.h>
 
-#include <nlohmann/json.hpp>
-
+#include "tools/text/json.h"
 #include "tools/text/json_text.h"
 #include "tools/wave/renderers.h"
 

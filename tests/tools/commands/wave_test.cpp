@@ -6,7 +6,6 @@
 #include <fstream>
 #include <iterator>
 #include <map>
-#include <nlohmann/json.hpp>
 #include <pugixml.hpp>
 #include <set>
 #include <sstream>
@@ -14,6 +13,7 @@
 #include <vector>
 
 #include "tests/tools/program.h"
+#include "tools/text/json.h"
 #include "tools/text/text_width.h"
 
 namespace {
