@@ -18,6 +18,7 @@
 #include "kivo/session/internal/search/conflict.h"
 #include "kivo/session/internal/search/legal.h"
 #include "kivo/session/internal/search/repair.h"
+#include "kivo/session/internal/sense/sense.h"
 
 using namespace kivo_session;
 
@@ -566,4 +567,8 @@ std::string kivo_write_instance(const KIVO_SESSION& session, const KIVO_INSTANCE
         *problems = std::move(parts.problems);
     }
     return text;
+}
+
+KIVO_SENSE kivo_judge_sense(const KIVO_SESSION& session, const KIVO_EFFORT& effort) {
+    return judge_sense(session.inside_->engine.shared_model(), effort);
 }

@@ -17,6 +17,7 @@ class KIVO_CONDITIONAL_TEXT;
 class KIVO_INFO;
 class KIVO_VECTOR_OBJ;
 struct KIVO_INSTANCE_OPTIONS;
+struct KIVO_SENSE;
 
 // How a request to set something ended. Nothing is changed by any but kDone.
 enum class KIVO_SET_RESULT {
@@ -332,6 +333,8 @@ private:
     friend KIVO_SESSION_API std::string kivo_write_instance(const KIVO_SESSION& session,
                                                             const KIVO_INSTANCE_OPTIONS& options,
                                                             std::vector<std::string>* problems);
+    friend KIVO_SESSION_API KIVO_SENSE kivo_judge_sense(const KIVO_SESSION& session,
+                                                        const KIVO_EFFORT& effort);
 
     struct KIVO_SESSION_LOCAL Inside;
     KIVO_SESSION_LOCAL explicit KIVO_SESSION(std::unique_ptr<Inside> inside);

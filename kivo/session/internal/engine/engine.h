@@ -48,6 +48,7 @@ public:
     bool is_settable(std::uint32_t object) const;
 
     const Model& model() const { return *model_; }
+    const std::shared_ptr<const Model>& shared_model() const { return model_; }
     const Words& words() const { return words_; }
     const ReasonSets& reasons() const { return reasons_; }
     const Given* given(std::uint32_t object) const;
@@ -99,6 +100,13 @@ public:
 
     // Evaluates a text now, whoever needs it; with no own object.
     Value evaluate_text(std::uint32_t text);
+    // The condition that a text is, of an implication the one before "then"; with the names that
+    // evaluate_text gives it.
+    Value condition_of(std::uint32_t text);
+    // Whether the limit of a range is at most another one.
+    Value is_at_most(std::uint32_t least, std::uint32_t greatest);
+    // Whether a text belongs to those in which the name of its object means what was asked for.
+    bool reads_own(std::uint32_t text) const;
     // The values of the expressions in a program of a text of the model, in their order; with the
     // names that evaluate_text gives it.
     std::vector<Value> trace(std::uint32_t text, const Program& program);
@@ -179,7 +187,6 @@ private:
     Value typed(std::uint32_t object, std::uint32_t text);
     Value condition(std::uint32_t text);
     Value evaluate_role(std::uint32_t text);
-    bool reads_own(std::uint32_t text) const;
     Value spoiled_value(std::uint32_t text);
     Value untied(std::uint32_t port);
     // The constant that a port in a state has when no rule gives it one: unknown when not CONSTANT.

@@ -396,6 +396,26 @@ Value Engine::evaluate_text(std::uint32_t text) {
     return value;
 }
 
+Value Engine::condition_of(std::uint32_t text) {
+    const CompiledText& compiled = model_->texts[text];
+    if (compiled.spoiled != kNone) {
+        return spoiled_value(text);
+    }
+    begin_own_text(text);
+    const Value value = evaluator_.condition(compiled.program, scene_);
+    end_own();
+    return value;
+}
+
+Value Engine::is_at_most(std::uint32_t least, std::uint32_t greatest) {
+    const Value left = evaluate_text(least);
+    const Value right = evaluate_text(greatest);
+    if (left.is_unknown() || right.is_unknown()) {
+        return left.is_unknown() ? left : right;
+    }
+    return evaluator_.at_most(left, right, model_->texts[least].program, scene_);
+}
+
 std::vector<Value> Engine::trace(std::uint32_t text, const Program& program) {
     std::vector<Value> values;
     begin_own_text(text);

@@ -146,6 +146,7 @@ struct WizardMap {
 struct Piece {
     const void* key = nullptr;
     std::uint32_t condition = kNone;
+    bool has_otherwise = false;
 };
 
 // A description as the session reads it: plain records that refer to one another by position. The

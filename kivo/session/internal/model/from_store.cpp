@@ -411,7 +411,8 @@ void StoreReader::read_pieces(KIVO_CONDITIONAL_TEXT* sequence) {
             continue;
         }
         if (!text->condition.empty()) {
-            description_.pieces.push_back({text, add_condition(text->condition, text->mark, "IF")});
+            description_.pieces.push_back({text, add_condition(text->condition, text->mark, "IF"),
+                                           text->else_sub != nullptr || !text->else_text.empty()});
         }
         waiting.push_back(text->then_sub);
         waiting.push_back(text->else_sub);

@@ -14,12 +14,13 @@ constexpr std::size_t kMostMentioned = 64;
 
 class DomainMaker {
 public:
-    DomainMaker(Engine& engine, std::uint32_t object, const Cone& above)
+    DomainMaker(Engine& engine, std::uint32_t object, const Cone& above, Bounds bounds)
         : engine_(engine),
           model_(engine.model()),
           description_(*model_.description),
           object_(description_.objects[object]),
-          above_(above) {
+          above_(above),
+          bounds_(bounds) {
         domain_.object = object;
     }
 
@@ -144,18 +145,25 @@ private:
                 !is_always(element.condition)) {
                 continue;
             }
-            if (const std::optional<Whole> limit = fixed(element.first)) {
-                greatest = greatest ? std::min(*greatest, *limit) : *limit;
+            const std::optional<Whole> above = fixed(element.first);
+            const std::optional<Whole> below = fixed(element.second);
+            const bool is_open =
+                (element.first != kNone && !above) || (element.second != kNone && !below);
+            if (is_open && bounds_ == Bounds::kRanges) {
+                continue;
             }
-            if (const std::optional<Whole> limit = fixed(element.second)) {
-                least = least ? std::max(*least, *limit) : *limit;
+            if (above) {
+                greatest = greatest ? std::min(*greatest, *above) : *above;
+            }
+            if (below) {
+                least = least ? std::max(*least, *below) : *below;
             }
         }
         const Whole near = asked.is_whole() ? asked.as_whole() : Whole(0);
-        domain_.least =
-            least.value_or(std::min<Whole>(near, std::numeric_limits<std::int32_t>::min()));
-        domain_.greatest =
-            greatest.value_or(std::max<Whole>(near, std::numeric_limits<std::int32_t>::max()));
+        const bool is_wide = bounds_ == Bounds::kRanges;
+        const Whole reach = is_wide ? kGreatestWhole / 4 : std::numeric_limits<std::int32_t>::max();
+        domain_.least = least.value_or(std::min<Whole>(near, -reach - 1));
+        domain_.greatest = greatest.value_or(std::max<Whole>(near, reach));
         // Half of all numbers is room enough, and differences stay in range.
         domain_.least = std::max(domain_.least, kLeastWhole / 4);
         domain_.greatest = std::min(domain_.greatest, kGreatestWhole / 4);
@@ -207,6 +215,7 @@ private:
     const Description& description_;
     const Object& object_;
     const Cone& above_;
+    const Bounds bounds_;
     Domain domain_;
 };
 
@@ -228,8 +237,8 @@ Span Domain::span(Whole first, Whole last) const {
     return span;
 }
 
-Domain domain_of(Engine& engine, std::uint32_t object, const Cone& above) {
-    return DomainMaker(engine, object, above).run();
+Domain domain_of(Engine& engine, std::uint32_t object, const Cone& above, Bounds bounds) {
+    return DomainMaker(engine, object, above, bounds).run();
 }
 
 }  // namespace kivo_session

@@ -30,8 +30,14 @@ struct Domain {
     std::vector<Span> spans;  // by value
 };
 
-// The domain of a setting. Ranges with fixed limits bound numbers, else 32 bits do; "above" are the
-// nodes that are not fixed.
-Domain domain_of(Engine& engine, std::uint32_t object, const Cone& above);
+// What bounds whole numbers.
+enum class Bounds : std::uint8_t {
+    kLimits,  // fixed limits of ranges that always count, else 32 bits
+    kRanges,  // ranges with fixed limits alone, else nothing
+};
+
+// The domain of a setting; "above" are the nodes that are not fixed.
+Domain domain_of(Engine& engine, std::uint32_t object, const Cone& above,
+                 Bounds bounds = Bounds::kLimits);
 
 }  // namespace kivo_session

@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "kivo/session/internal/engine/leaf_rows.h"
-
 namespace kivo_session {
 
 namespace {
@@ -58,6 +56,7 @@ SpanEngine::SpanEngine(const Engine& engine, const Cone& above)
     numbers_.resize(above.nodes.size());
     force_.resize(above.nodes.size());
     is_free_.resize(above.nodes.size());
+    is_constant_open_.resize(above.nodes.size());
 }
 
 void SpanEngine::free(std::uint32_t object, Span asked) {
@@ -67,7 +66,8 @@ void SpanEngine::free(std::uint32_t object, Span asked) {
 }
 
 std::shared_ptr<const Plan> SpanEngine::plan(std::vector<std::uint32_t> leaves,
-                                             std::vector<std::uint32_t> faultless) const {
+                                             std::vector<std::uint32_t> faultless,
+                                             const std::vector<std::uint32_t>& nodes) const {
     auto plan = std::make_shared<Plan>();
     plan->leaves = std::move(leaves);
     plan->faultless = std::move(faultless);
@@ -78,6 +78,7 @@ std::shared_ptr<const Plan> SpanEngine::plan(std::vector<std::uint32_t> leaves,
             plan->order.push_back(node);
         }
     };
+    std::for_each(nodes.begin(), nodes.end(), add);
     for (const std::uint32_t leaf : plan->leaves) {
         for (const std::uint32_t node : model_.leaf_inputs.of(leaf)) {
             add(node);
@@ -104,22 +105,11 @@ Outlook SpanEngine::look(const Plan& plan) {
     }
     Outlook outlook;
     for (const std::uint32_t leaf : plan.leaves) {
-        const Span result = judged(leaf);
-        bool may_be_good = result.may_be_true || result.may_run_time;
-        bool may_be_bad = result.may_be_false || result.may_fault;
-        if (model_.leaves[leaf].kind == LeafKind::kMessage) {
-            const Message& message = description_.messages[model_.leaves[leaf].item];
-            const bool is_shown_when_true = is_shown(message, Value::truth(true));
-            const bool is_shown_when_false = is_shown(message, Value::truth(false));
-            may_be_bad = (result.may_be_true && is_shown_when_true) ||
-                         (result.may_be_false && is_shown_when_false);
-            may_be_good = (result.may_be_true && !is_shown_when_true) ||
-                          (result.may_be_false && !is_shown_when_false) || result.is_unknown();
-        }
-        if (!may_be_good) {
+        const Standing standing = standing_of(leaf);
+        if (!standing.may_be_good) {
             return {false, true, {}, {}};
         }
-        if (may_be_bad) {
+        if (standing.may_be_bad) {
             outlook.may_be_bad = true;
             outlook.open_leaves.push_back(leaf);
         }
@@ -392,6 +382,9 @@ Span SpanEngine::asked_constant(std::uint32_t port, const Span& state) {
     const Given* given = engine_.given(port);
     const std::uint32_t slot = slots_[port];
     const bool is_free = slot != kNone && is_free_[slot] != 0;
+    if (is_free && is_constant_open_[slot] != 0) {
+        result.add(Span::whole(kLeastWhole, kGreatestWhole));
+    }
     if (given != nullptr && given->constant) {
         result.add(Span::of(*given->constant, engine_.reasons()));
         if (!is_free) {

@@ -10,6 +10,8 @@
 
 namespace kivo_session {
 
+struct Wanted;
+
 // What is looked at: leaves that must not be told of, and nodes that must not be at fault.
 struct Plan {
     std::vector<std::uint32_t> leaves;
@@ -34,11 +36,17 @@ public:
 
     // What the setting can be asked to be.
     void free(std::uint32_t object, Span asked);
+    // That a port which is free can be asked to be any constant.
+    void open_constant(std::uint32_t port) { is_constant_open_[slots_[port]] = 1; }
     // As though no rule forced a value on it.
     void pin(std::uint32_t object) { pinned_ = object; }
+    // "nodes" are worked out too.
     std::shared_ptr<const Plan> plan(std::vector<std::uint32_t> leaves,
-                                     std::vector<std::uint32_t> faultless) const;
+                                     std::vector<std::uint32_t> faultless,
+                                     const std::vector<std::uint32_t>& nodes = {}) const;
     Outlook look(const Plan& plan);
+    // Whether something can be so, after a look at a plan with what it depends on.
+    bool may_be(const Wanted& wanted);
 
     // Of texts and rules that were evaluated.
     std::uint64_t evaluations() const { return evaluations_; }
@@ -77,6 +85,15 @@ private:
     template <class ValueOf>
     Outcome walk(std::uint32_t object, ElementKind kind, const Span& base, ValueOf value_of);
 
+    // How a leaf can stand: not told of, or told of.
+    struct Standing {
+        bool may_be_good;
+        bool may_be_bad;
+    };
+    Standing standing_of(std::uint32_t leaf);
+    // A condition with the names that it has where it stands; of an implication its own.
+    Span own_condition(std::uint32_t text);
+    bool may_have(const Span& effective, const Span& wanted) const;
     Span judged(std::uint32_t leaf);
     Span is_in_list(std::uint32_t object);
     Span is_granted(std::uint32_t object);
@@ -94,12 +111,13 @@ private:
     const Model& model_;
     const Description& description_;
     SpanEvaluator evaluator_;
-    std::vector<std::uint32_t> slots_;   // by node; kNone for what does not vary
-    std::vector<Span> spans_;            // by slot
-    std::vector<Span> asked_;            // by slot
-    std::vector<Span> numbers_;          // by slot: of a state, the number in its place
-    std::vector<std::uint8_t> force_;    // by slot: bit 0 may be forced, bit 1 may be free
-    std::vector<std::uint8_t> is_free_;  // by slot
+    std::vector<std::uint32_t> slots_;            // by node; kNone for what does not vary
+    std::vector<Span> spans_;                     // by slot
+    std::vector<Span> asked_;                     // by slot
+    std::vector<Span> numbers_;                   // by slot: of a state, the number in its place
+    std::vector<std::uint8_t> force_;             // by slot: bit 0 may be forced, bit 1 may be free
+    std::vector<std::uint8_t> is_free_;           // by slot
+    std::vector<std::uint8_t> is_constant_open_;  // by slot
     std::uint32_t pinned_ = kNone;
     std::uint32_t own_ = kNone;
     Span own_value_;     // of a port its state
