@@ -35,8 +35,8 @@ struct KIVO_SENSE {
 // that no legal configuration has. What is set in the session does not matter. Parameters take the
 // items of their list, or the whole numbers within those of their ranges that have fixed limits
 // and no condition; texts without a list whatever they are compared with, and one other. Nothing
-// is told that is not certain. "effort" bounds each question, twenty times its evaluations bound
-// all of them, and its time is the last bound of all. Bad input never throws; memory exhaustion
-// throws std::bad_alloc.
+// is told that is not certain. The steps of "effort" bound each question, its evaluations and its
+// time all of them; no question takes more than a sixty-fourth of the evaluations. Bad input never
+// throws; memory exhaustion throws std::bad_alloc.
 KIVO_SESSION_API KIVO_SENSE kivo_judge_sense(const KIVO_SESSION& session,
-                                             const KIVO_EFFORT& effort = {});
+                                             const KIVO_EFFORT& effort = {4000000, 2000, 2000});

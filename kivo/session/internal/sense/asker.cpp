@@ -8,7 +8,8 @@ namespace kivo_session {
 
 namespace {
 
-constexpr std::uint32_t kQuestionsInFull = 20;  // that the effort for all suffices for
+constexpr std::uint64_t kFewestQuestions = 64;  // that the effort suffices for
+constexpr std::uint64_t kShares = 8;            // of what is left, for one question
 constexpr std::size_t kMostMaps = 16;           // that one question is asked of
 constexpr std::size_t kMostSpaces = 4;          // that are kept
 
@@ -18,7 +19,9 @@ Asker::Asker(std::shared_ptr<const Model> model, const KIVO_EFFORT& effort)
     : model_(std::move(model)),
       mentions_(*model_),
       effort_(effort),
-      evaluations_(std::uint64_t{kQuestionsInFull} * effort.evaluations),
+      evaluations_(effort.evaluations),
+      expected_(2 * model_->description->elements.size() + 2 * model_->leaves.size() +
+                model_->description->items.size()),
       end_(std::chrono::steady_clock::now() + std::chrono::milliseconds(effort.milliseconds)),
       touched_by_(model_->object_count()) {
     const auto touch = [this](std::uint32_t object, std::uint32_t map) {
@@ -68,14 +71,16 @@ KIVO_EFFORT Asker::rest() const {
                           end_ - std::chrono::steady_clock::now())
                           .count();
     KIVO_EFFORT effort = effort_;
-    effort.evaluations =
-        static_cast<std::uint32_t>(std::min<std::uint64_t>(effort.evaluations, evaluations_));
+    const std::uint64_t share = kShares * evaluations_ / std::max<std::uint64_t>(expected_, 1) + 1;
+    effort.evaluations = static_cast<std::uint32_t>(
+        std::min({effort.evaluations / kFewestQuestions + 1, share, evaluations_}));
     effort.milliseconds = static_cast<std::uint32_t>(std::max<std::int64_t>(left, 0));
     return effort;
 }
 
 Answer Asker::ask_space(const Question& question, std::uint32_t map) {
     Space& asked = space(map);
+    expected_ -= expected_ > 0 ? 1 : 0;
     const KIVO_EFFORT effort = rest();
     if (effort.evaluations == 0 || effort.milliseconds == 0) {
         return {};
@@ -83,7 +88,8 @@ Answer Asker::ask_space(const Question& question, std::uint32_t map) {
     Budget budget(effort);
     Answer answer = asked.ask(question, budget);
     // What is set up for a question costs as well.
-    const std::uint64_t used = effort.evaluations - budget.evaluations() + 16;
+    const std::uint64_t used =
+        effort.evaluations - budget.evaluations() + 16 + model_->object_count() / 32;
     evaluations_ -= std::min(used, evaluations_);
     return answer;
 }

@@ -54,6 +54,7 @@ private:
     Mentions mentions_;
     KIVO_EFFORT effort_;
     std::uint64_t evaluations_;  // that are left for all
+    std::uint64_t expected_;     // questions to come
     std::chrono::steady_clock::time_point end_;
     std::vector<Made> spaces_;                            // the last ones used, the last one last
     std::vector<std::vector<std::uint32_t>> touched_by_;  // by object: maps that change it

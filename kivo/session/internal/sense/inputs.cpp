@@ -1,5 +1,7 @@
 #include "kivo/session/internal/sense/inputs.h"
 
+#include <optional>
+
 namespace kivo_session {
 
 namespace {
@@ -42,7 +44,57 @@ private:
     Inputs& inputs_;
 };
 
+// What a condition that compares a parameter with a literal says: "A == 2".
+struct Equality {
+    std::uint32_t object;
+    std::uint32_t constant;
+    bool is_own;
+};
+
+std::optional<Equality> equality_of(const Engine& engine, const Wanted& wanted) {
+    const Model& model = engine.model();
+    const Program& program = model.texts[wanted.item].program;
+    if (wanted.kind != WantedKind::kHolds || program.end - program.begin != 3) {
+        return std::nullopt;
+    }
+    const Instruction* each = &model.code.instructions[program.begin];
+    const bool is_equality = each[2].action == Action::kOperator &&
+                             static_cast<Operator>(each[2].what) == Operator::kEqual;
+    if (!is_equality || each[0].action != Action::kValue || each[1].action != Action::kConstant) {
+        return std::nullopt;
+    }
+    // Texts may be numbers as well.
+    const ObjectKind kind = model.description->objects[each[0].index].kind;
+    const Value constant = model.code.constants[each[1].index];
+    const bool is_fit = kind == ObjectKind::kString    ? constant.is_text()
+                        : kind == ObjectKind::kInteger ? constant.is_whole()
+                                                       : false;
+    return is_fit ? std::optional(
+                        Equality{each[0].index, each[1].index, engine.reads_own(wanted.item)})
+                  : std::nullopt;
+}
+
 }  // namespace
+
+bool exclude_each_other(const Engine& engine, const std::vector<Wanted>& wanted) {
+    std::vector<Equality> known;
+    for (const Wanted& each : wanted) {
+        const bool is_condition = each.kind == WantedKind::kHolds;
+        const std::optional<Equality> found =
+            is_condition ? equality_of(engine, each) : std::nullopt;
+        if (!found) {
+            continue;
+        }
+        for (const Equality& other : known) {
+            if (other.object == found->object && other.is_own == found->is_own &&
+                other.constant != found->constant) {
+                return true;
+            }
+        }
+        known.push_back(*found);
+    }
+    return false;
+}
 
 void add_inputs(const Engine& engine, std::uint32_t text, Inputs& inputs) {
     const Model& model = engine.model();

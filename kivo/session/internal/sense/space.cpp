@@ -1,6 +1,7 @@
 #include "kivo/session/internal/sense/space.h"
 
 #include <algorithm>
+#include <unordered_set>
 
 #include "kivo/session/internal/search/target.h"
 #include "kivo/session/internal/search/verdict_kind.h"
@@ -120,24 +121,81 @@ std::vector<std::uint32_t> Space::settings_in(const Cone& cone,
     return settings;
 }
 
+// The settings that are named, directly or through what is no setting.
+std::vector<std::uint32_t> Space::settings_named(const Inputs& inputs) const {
+    const Model& model = start_.model();
+    const std::uint32_t objects = model.object_count();
+    std::vector<std::uint32_t> settings = inputs.asked;
+    std::vector<std::uint32_t> waiting = inputs.nodes;
+    for (const std::uint32_t leaf : inputs.leaves) {
+        const auto nodes = model.leaf_inputs.of(leaf);
+        waiting.insert(waiting.end(), nodes.begin(), nodes.end());
+    }
+    std::unordered_set<std::uint32_t> known;
+    while (!waiting.empty()) {
+        const std::uint32_t node = waiting.back();
+        waiting.pop_back();
+        if (!known.insert(node).second) {
+            continue;
+        }
+        if (axis_of_[node % objects] != kNone) {
+            settings.push_back(node % objects);
+        } else {
+            const auto below = model.inputs.of(node);
+            waiting.insert(waiting.end(), below.begin(), below.end());
+        }
+    }
+    std::sort(settings.begin(), settings.end());
+    settings.erase(std::unique(settings.begin(), settings.end()), settings.end());
+    return settings;
+}
+
+// First with what is named alone, all else at its default; where that does not do, with all that
+// has a part in it.
 Answer Space::ask(const Question& question, Budget& budget) {
     const Inputs inputs = inputs_of(start_, question.wanted);
     const Cone below = cone_below(start_.model(), inputs.nodes, inputs.leaves);
     if (!is_clear(below)) {
         return {Finding::kUnknown, false, {}};
     }
-    std::vector<std::uint32_t> settings = settings_in(below, inputs.asked);
-    if (question.is_legal) {
-        return ask_legal(question, std::move(settings), budget);
+    if (exclude_each_other(start_, question.wanted)) {
+        return {Finding::kNo, true, {}};
     }
-    Scene scene;
-    scene.settings = std::move(settings);
-    scene.is_closed = true;
-    return search(question, scene, budget);
+    std::vector<std::uint32_t> settings = settings_named(inputs);
+    for (int ring = 0; ring < kRings && settings.size() <= kMostSettings; ++ring) {
+        Scene scene = scene_of(question, settings);
+        std::vector<std::uint32_t> around = settings_around(question, scene);
+        scene.is_closed = around == settings;
+        // What can be answered at all is answered soon, most of the time.
+        const std::uint64_t searches = scene.is_closed ? 1 : 2;
+        Budget part = budget.share(searches);
+        const Answer answer = search(question, scene, part);
+        if (answer.finding == Finding::kNo) {
+            return question.is_legal && !is_anything_legal(question, scene, part) ? Answer()
+                                                                                  : answer;
+        }
+        budget.give_back(part, searches);
+        if (answer.finding == Finding::kYes || scene.is_closed || budget.is_spent()) {
+            return answer;
+        }
+        settings = std::move(around);
+    }
+    return {};
+}
+
+// Where nothing at all is legal, that is told of elsewhere.
+bool Space::is_anything_legal(const Question& question, const Scene& scene, Budget& budget) {
+    Question any = question;
+    any.wanted.clear();
+    return search(any, scene, budget).finding == Finding::kYes;
 }
 
 Space::Scene Space::scene_of(const Question& question, std::vector<std::uint32_t> settings) const {
     Scene scene;
+    if (!question.is_legal) {
+        scene.settings = std::move(settings);
+        return scene;
+    }
     const Cone above = cone_above(start_.model(), settings);
     scene.settings = std::move(settings);
     scene.leaves = error_leaves(start_.model(), above);
@@ -156,29 +214,6 @@ std::vector<std::uint32_t> Space::settings_around(const Question& question,
     const Cone below = cone_below(start_.model(), inputs.nodes, inputs.leaves);
     inputs.asked.insert(inputs.asked.end(), scene.settings.begin(), scene.settings.end());
     return settings_in(below, inputs.asked);
-}
-
-// First with what the question is about alone, all else at its default; where that does not do,
-// with what hangs together with it.
-Answer Space::ask_legal(const Question& question, std::vector<std::uint32_t> settings,
-                        Budget& budget) {
-    for (int ring = 0; ring < kRings && settings.size() <= kMostSettings; ++ring) {
-        Scene scene = scene_of(question, settings);
-        std::vector<std::uint32_t> around = settings_around(question, scene);
-        scene.is_closed = around == settings;
-        Answer answer = search(question, scene, budget);
-        if (answer.finding == Finding::kNo) {
-            // Where nothing at all is legal, that is told of elsewhere.
-            Question any = question;
-            any.wanted.clear();
-            return search(any, scene, budget).finding == Finding::kYes ? answer : Answer();
-        }
-        if (answer.finding == Finding::kYes || scene.is_closed || budget.is_spent()) {
-            return answer;
-        }
-        settings = std::move(around);
-    }
-    return {};
 }
 
 bool Space::may_be_met(const Question& question, const Scene& scene, const Part& part,

@@ -12,6 +12,7 @@
 #include "kivo/session/internal/search/trial.h"
 #include "kivo/session/internal/search/wanted.h"
 #include "kivo/session/internal/sense/axis.h"
+#include "kivo/session/internal/sense/inputs.h"
 
 namespace kivo_session {
 
@@ -57,11 +58,12 @@ private:
     enum class Verdict : std::uint8_t { kMet, kNotMet, kUnsure };
 
     bool is_clear(const Cone& cone) const;
+    std::vector<std::uint32_t> settings_named(const Inputs& inputs) const;
     std::vector<std::uint32_t> settings_in(const Cone& cone,
                                            const std::vector<std::uint32_t>& more) const;
     Scene scene_of(const Question& question, std::vector<std::uint32_t> settings) const;
     std::vector<std::uint32_t> settings_around(const Question& question, const Scene& scene) const;
-    Answer ask_legal(const Question& question, std::vector<std::uint32_t> settings, Budget& budget);
+    bool is_anything_legal(const Question& question, const Scene& scene, Budget& budget);
     Answer search(const Question& question, const Scene& scene, Budget& budget);
 
     bool may_be_met(const Question& question, const Scene& scene, const Part& part,
