@@ -2,6 +2,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <iterator>
 #include <map>
 #include <memory>
 #include <optional>
@@ -18,6 +19,7 @@
 #include "tools/findings/finding_filter.h"
 #include "tools/findings/report.h"
 #include "tools/lint/all_findings.h"
+#include "tools/lint/sense.h"
 #include "tools/terminal/progress.h"
 
 namespace {
@@ -34,6 +36,7 @@ struct Options {
     std::string format = "text";
     FindingOptions findings;
     std::string fail_on = "warning";
+    std::int32_t effort = kUsualEffort;
     Directories directories;
     std::int32_t input_limit = 256;  // MiB of standard input
 };
@@ -43,12 +46,13 @@ class Check {
 public:
     explicit Check(const Options& options)
         : filter_(options.findings),
+          effort_(options.effort),
           directories_(options.directories),
           input_limit_(static_cast<std::size_t>(options.input_limit)) {}
 
     CheckedFile check(const Input& input) {
         if (input.failure) {
-            return {input.path, input.failure, {}};
+            return {input.path, input.failure, {}, 0};
         }
         return input.path == "-" ? check_standard_input()
                                  : check_description(Description(input.path, directories_));
@@ -59,10 +63,14 @@ public:
 
 private:
     CheckedFile check_description(const Description& description) {
-        CheckedFile file{description.name(), description.failure(), {}};
+        CheckedFile file{description.name(), description.failure(), {}, 0};
         if (!file.failure) {
             Sources sources;
             file.findings = all_findings(description, sources);
+            Sense sense = sense_findings(description, sources, effort_, file.findings);
+            std::move(sense.findings.begin(), sense.findings.end(),
+                      std::back_inserter(file.findings));
+            file.undecided = sense.undecided;
             filter_.apply(file.findings, description);
         }
         return file;
@@ -70,12 +78,13 @@ private:
 
     CheckedFile check_standard_input() {
         const StandardInput input(input_limit_ * kMebibyte);
-        return input.failure() ? CheckedFile{StandardInput::kName, input.failure(), {}}
+        return input.failure() ? CheckedFile{StandardInput::kName, input.failure(), {}, 0}
                                : check_description(
                                      Description(StandardInput::kName, input.path(), directories_));
     }
 
     FindingFilter filter_;
+    std::int32_t effort_;
     Directories directories_;
     std::size_t input_limit_;
 };
@@ -131,7 +140,9 @@ constexpr const char* kFooter =
     "Every message is one line on standard error, with its source line below it; what it\n"
     "means and how to mend it says 'kivo explain ID', with the id that ends the line.\n"
     "Errors are what the library finds; warnings are for what it reads without a word although\n"
-    "it was surely not meant so, and for files that are not well-formed XML.\n"
+    "it was surely not meant so, and for files that are not well-formed XML. Whether rules,\n"
+    "messages and values make sense is tried out over all configurations; what the effort does\n"
+    "not suffice for is counted and not told, and two seconds end it.\n"
     "A file kivo.toml beside a description names findings to live with, in tables [[waiver]]\n"
     "with id, file, reason and perhaps name; errors cannot be waived.\n"
     "Exit status: 0 no messages, 1 messages, 2 wrong usage, 3 a file cannot be read, also one\n"
@@ -159,6 +170,9 @@ Command make_check() {
             {.name = "--fail-on", .value_name = "WHAT", .target = &options->fail_on,
              .help = "What makes the exit status 1: error, warning (the default) or never",
              .choices = {"error", "warning", "never"}},
+            {.name = "--effort", .value_name = "STEPS", .target = &options->effort,
+             .help = "What one question of sense may cost: 2000 by default; 0 asks none",
+             .least = 0, .most = kMostEffort},
             directories_row(options->directories),
             config_row(options->findings),
             {.name = "--input-limit", .value_name = "MIB", .target = &options->input_limit,

@@ -13,7 +13,7 @@ constexpr Part kParts[] = {
     document_messages, object_messages,    rule_messages, display_messages,
     xml_warnings,      structure_warnings, word_warnings, expression_warnings,
     value_warnings,    default_warnings,   port_warnings, repetition_warnings,
-    stimulus_warnings,
+    stimulus_warnings, sense_warnings,
 };
 
 std::vector<MessageDescription> all_messages() {

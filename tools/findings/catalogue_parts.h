@@ -32,6 +32,8 @@ std::vector<MessageDescription> value_warnings();
 std::vector<MessageDescription> default_warnings();
 // What a port cannot be.
 std::vector<MessageDescription> port_warnings();
+// What can be read and does not make sense.
+std::vector<MessageDescription> sense_warnings();
 // What is declared or given again.
 std::vector<MessageDescription> repetition_warnings();
 // Of stimulus commands and display formats.

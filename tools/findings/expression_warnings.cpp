@@ -173,7 +173,7 @@ std::vector<MessageDescription> expression_warnings() {
     <PARAMETER NAME="STYLE" TYPE="STRING" VALUE="ON;OFF"/>
   </PARAMETERS>
   <RULES>
-    <RULE>!STYLE == TRUE</RULE>
+    <RULE REQUIRED_RULE="OFF">!STYLE == TRUE</RULE>
   </RULES>
 </ROOT>
 )"},
@@ -201,7 +201,7 @@ std::vector<MessageDescription> expression_warnings() {
     <PARAMETER NAME="STYLE" TYPE="STRING" VALUE="AUTO;BLOCK"/>
   </PARAMETERS>
   <RULES>
-    <RULE>STYLE == AUTO</RULE>
+    <RULE REQUIRED_RULE="OFF">STYLE == AUTO</RULE>
   </RULES>
 </ROOT>
 )"},
@@ -239,7 +239,9 @@ std::vector<MessageDescription> expression_warnings() {
         before the division.)",
      R"(<ROOT>
   <PARAMETERS>
-    <PARAMETER NAME="WIDTH" TYPE="INTEGER" VALUE="9"/>
+    <PARAMETER NAME="WIDTH" TYPE="INTEGER" VALUE="9">
+      <FORCE_RANGE MIN="8" MAX="64"/>
+    </PARAMETER>
   </PARAMETERS>
   <PORTS>
     <PORT NAME="q" TYPE="OUTPUT" WIDTH='ceil(WIDTH / 8)'/>

@@ -36,4 +36,5 @@ struct CheckedFile {
     std::string name;
     std::optional<std::string> failure;  // why it could not be read
     std::vector<Finding> findings;
+    std::size_t undecided = 0;  // questions of sense that were not decided
 };

@@ -56,7 +56,8 @@ public:
                            {{"files_read", tally.files},
                             {"files_not_read", tally.unreadable},
                             {"errors", tally.errors},
-                            {"warnings", tally.warnings}}}};
+                            {"warnings", tally.warnings},
+                            {"undecided", tally.undecided}}}};
         stream_.write(json_text(log) + '\n');
     }
 

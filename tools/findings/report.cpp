@@ -34,6 +34,10 @@ public:
             text += fmt::format("; {} could not be read", tally.unreadable);
         }
         stream_.write(text + '\n');
+        if (tally.undecided > 0) {
+            stream_.write(counted(tally.undecided, "question") +
+                          " of sense not decided; a greater --effort decides more\n");
+        }
     }
 
 private:
@@ -48,6 +52,7 @@ void Tally::add(const CheckedFile& file) {
         return;
     }
     ++files;
+    undecided += file.undecided;
     files_with_findings += file.findings.empty() ? 0 : 1;
     for (const Finding& finding : file.findings) {
         ++(finding.severity == Severity::kError ? errors : warnings);

@@ -169,7 +169,7 @@ std::vector<CheckedFile> WaiverFiles::report() const {
         if (!waivers) {
             continue;
         }
-        CheckedFile file{path, waivers->failure(), waivers->unused()};
+        CheckedFile file{path, waivers->failure(), waivers->unused(), 0};
         if (file.failure || !file.findings.empty()) {
             reported.push_back(std::move(file));
         }

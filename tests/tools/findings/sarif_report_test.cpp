@@ -14,7 +14,7 @@ nlohmann::json report_of(const std::string& id) {
     Finding finding;
     finding.id = id;
     finding.text = "what";
-    const CheckedFile file = {"f", {}, {finding}};
+    const CheckedFile file = {"f", {}, {finding}, 0};
     char* text = nullptr;
     std::size_t size = 0;
     std::FILE* const memory = open_memstream(&text, &size);

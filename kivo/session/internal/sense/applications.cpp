@@ -30,6 +30,8 @@ public:
     }
 
 private:
+    enum class Known : std::uint8_t { kSometimes, kNeverLegal, kNever };
+
     Finding ask(std::uint32_t text, WantedKind kind, bool is_legal) {
         Question question;
         want(question.wanted, kind, text);
@@ -38,34 +40,44 @@ private:
     }
 
     // Several commands may stand below one condition, and several texts have the same.
-    Finding ask_once(std::uint32_t text, WantedKind kind) {
+    Known ask_once(std::uint32_t text, WantedKind kind) {
         const std::string_view source = run_.asker.description().texts[text].text;
         auto& known = kind == WantedKind::kHolds ? holds_ : fails_;
         const auto found = known.find(source);
-        return found != known.end() ? found->second
-                                    : known.emplace(source, ask(text, kind, true)).first->second;
+        if (found != known.end()) {
+            return found->second;
+        }
+        const Known answer = ask(text, kind, false) == Finding::kNo  ? Known::kNever
+                             : ask(text, kind, true) == Finding::kNo ? Known::kNeverLegal
+                                                                     : Known::kSometimes;
+        return known.emplace(source, answer).first->second;
     }
 
     void pass(std::uint32_t text, const std::string& what, bool has_then, bool has_else) {
         if (text == kNone || run_.asker.model().is_spoiled(text)) {
             return;
         }
-        if (has_then && ask_once(text, WantedKind::kHolds) == Finding::kNo) {
-            const bool is_dead = ask(text, WantedKind::kHolds, false) == Finding::kNo;
+        const Known then = has_then ? ask_once(text, WantedKind::kHolds) : Known::kSometimes;
+        if (then != Known::kSometimes) {
+            const bool is_dead = then == Known::kNever;
             run_.add_text(is_dead ? "dead-rule" : "dead-in-legal", text,
                           "the condition of the " + what +
                               (is_dead ? " is never true"
                                        : " is true only in configurations that are not legal"));
-        } else if (has_else && ask_once(text, WantedKind::kFails) == Finding::kNo) {
+            return;
+        }
+        const Known otherwise = has_else ? ask_once(text, WantedKind::kFails) : Known::kSometimes;
+        if (otherwise != Known::kSometimes) {
             run_.add_text("dead-rule", text,
-                          "the condition of the " + what +
-                              " is true in every legal configuration, so its ELSE never counts");
+                          "the condition of the " + what + " is always true" +
+                              (otherwise == Known::kNever ? "" : " in legal configurations") +
+                              ", so its ELSE never counts");
         }
     }
 
     SenseRun& run_;
-    std::unordered_map<std::string_view, Finding> holds_;
-    std::unordered_map<std::string_view, Finding> fails_;
+    std::unordered_map<std::string_view, Known> holds_;
+    std::unordered_map<std::string_view, Known> fails_;
 };
 
 void judge_message(SenseRun& run, const Message& message) {
@@ -80,11 +92,11 @@ void judge_message(SenseRun& run, const Message& message) {
         return run.asker.ask(question) == Finding::kNo;
     };
     const auto pass = [&](WantedKind kind, const std::string& what) {
-        if (is_never(kind, !is_error)) {
-            const bool is_dead = is_error || is_never(kind, false);
+        if (is_never(kind, false)) {
+            run.add_text("unreachable-message", message.condition, what + " is never shown");
+        } else if (!is_error && is_never(kind, true)) {
             run.add_text("unreachable-message", message.condition,
-                         what + (is_dead ? " is never shown"
-                                         : " is shown only in configurations that are not legal"));
+                         what + " is shown only in configurations that are not legal");
         }
     };
     if (!message.shown.empty()) {

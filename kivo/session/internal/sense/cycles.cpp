@@ -90,7 +90,13 @@ private:
             const auto inputs = graph.of(members[0]);
             const bool is_circle = members.size() > 1 || std::find(inputs.begin(), inputs.end(),
                                                                    members[0]) != inputs.end();
-            if (is_circle) {
+            // Macros that use one another are a fault of their texts.
+            const bool is_told =
+                std::all_of(members.begin(), members.end(), [&](std::uint32_t member) {
+                    const std::uint32_t object = object_of(nodes[member]);
+                    return run_.asker.description().objects[object].kind == ObjectKind::kMacro;
+                });
+            if (is_circle && !is_told) {
                 has_found = true;
                 tell(path_in(graph, circles, circle, nodes), map);
             }

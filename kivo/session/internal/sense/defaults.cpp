@@ -58,7 +58,8 @@ private:
             const bool is_broken = is_broken_rule(model_.leaves[leaf].kind) &&
                                    takes_legality(description_, model_.leaves[leaf]) &&
                                    !engine.result(leaf).is_unknown() &&
-                                   !engine.needs_spoiled_text(leaf) && is_told(engine, leaf);
+                                   !engine.needs_spoiled_text(leaf) &&
+                                   run_.told_leaves.count(leaf) == 0 && is_told(engine, leaf);
             if (is_broken && broken_.insert(leaf).second) {
                 tell(engine, leaf, map);
             }

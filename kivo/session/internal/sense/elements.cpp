@@ -144,6 +144,7 @@ void judge_rules(SenseRun& run) {
         want(question.wanted, WantedKind::kGood, number);
         const std::uint32_t map = is_rule ? kNone : description.elements[leaf.item].map;
         if (run.asker.ask(question, map) == Finding::kNo) {
+            run.told_leaves.insert(number);
             run.add_text("impossible-rule", text,
                          is_rule
                              ? "no configuration meets this rule"

@@ -81,7 +81,7 @@ void want(std::vector<Wanted>& wanted, WantedKind kind, std::uint32_t item) {
 KIVO_SENSE judge_sense(std::shared_ptr<const Model> model, const KIVO_EFFORT& effort) {
     KIVO_SENSE result;
     Asker asker(std::move(model), effort);
-    SenseRun run{asker, result, {}};
+    SenseRun run{asker, result, {}, {}};
     for (const auto topic : kTopics) {
         topic(run);
     }

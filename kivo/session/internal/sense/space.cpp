@@ -45,6 +45,12 @@ bool is_judgeable(const Model& model, std::uint32_t object) {
            !is_cyclic(model.constant_node(object));
 }
 
+// Forces that disagree are told of as such, and not of all that they make illegal.
+bool is_disagreement(LeafKind kind) {
+    return kind == LeafKind::kForcesDisagree || kind == LeafKind::kStatesDisagree ||
+           kind == LeafKind::kPortForcesDisagree;
+}
+
 double points_of(const Box& box) {
     double points = 1;
     for (const Interval& each : box) {
@@ -171,8 +177,7 @@ Answer Space::ask(const Question& question, Budget& budget) {
         Budget part = budget.share(searches);
         const Answer answer = search(question, scene, part);
         if (answer.finding == Finding::kNo) {
-            return question.is_legal && !is_anything_legal(question, scene, part) ? Answer()
-                                                                                  : answer;
+            return question.is_legal ? judged_among_legal(question, scene, answer, part) : answer;
         }
         budget.give_back(part, searches);
         if (answer.finding == Finding::kYes || scene.is_closed || budget.is_spent()) {
@@ -184,10 +189,36 @@ Answer Space::ask(const Question& question, Budget& budget) {
 }
 
 // Where nothing at all is legal, that is told of elsewhere.
-bool Space::is_anything_legal(const Question& question, const Scene& scene, Budget& budget) {
+Answer Space::judged_among_legal(const Question& question, Scene scene, const Answer& answer,
+                                 Budget& budget) {
     Question any = question;
     any.wanted.clear();
-    return search(any, scene, budget).finding == Finding::kYes;
+    Finding finding = search(any, scene, budget).finding;
+    for (int ring = 1; ring < kRings && finding == Finding::kUnknown; ++ring) {
+        std::vector<std::uint32_t> around = settings_around(any, scene);
+        if (around.size() > kMostSettings) {
+            break;
+        }
+        scene = scene_of(any, around);
+        scene.is_closed = settings_around(any, scene) == around;
+        finding = search(any, scene, budget).finding;
+    }
+    return finding == Finding::kYes ? answer
+                                    : Answer{Finding::kUnknown, finding != Finding::kNo, {}};
+}
+
+// As near to the defaults as it can be, setting by setting.
+void Space::simplify(const Question& question, const Scene& scene, Point& point) {
+    for (std::size_t i = 0; i < point.size(); ++i) {
+        const Domain& domain = axis(scene.settings[i]).domain;
+        if (domain.current < domain.least || domain.current > domain.greatest) {
+            continue;
+        }
+        const Whole before = std::exchange(point[i], domain.current);
+        if (before != domain.current && try_point(question, scene, point) != Verdict::kMet) {
+            point[i] = before;
+        }
+    }
 }
 
 Space::Scene Space::scene_of(const Question& question, std::vector<std::uint32_t> settings) const {
@@ -199,7 +230,11 @@ Space::Scene Space::scene_of(const Question& question, std::vector<std::uint32_t
     const Cone above = cone_above(start_.model(), settings);
     scene.settings = std::move(settings);
     scene.leaves = error_leaves(start_.model(), above);
-    scene.leaves.erase(std::remove(scene.leaves.begin(), scene.leaves.end(), question.except),
+    const auto is_left_out = [&](std::uint32_t leaf) {
+        return leaf == question.except ||
+               (!question.is_certain && is_disagreement(start_.model().leaves[leaf].kind));
+    };
+    scene.leaves.erase(std::remove_if(scene.leaves.begin(), scene.leaves.end(), is_left_out),
                        scene.leaves.end());
     scene.above = above.nodes;
     return scene;
@@ -431,6 +466,9 @@ Answer Space::search(const Question& question, const Scene& scene, Budget& budge
         const bool is_small = points_of(part.box) <= kFewPoints;
         if (is_small ? try_all(question, scene, part, is_unsure, met)
                      : try_corners(question, scene, part, met)) {
+            if (question.is_certain) {
+                simplify(question, scene, met);
+            }
             answer = {Finding::kYes, true, changes_of(scene, met)};
             break;
         }

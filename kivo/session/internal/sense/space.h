@@ -63,7 +63,9 @@ private:
                                            const std::vector<std::uint32_t>& more) const;
     Scene scene_of(const Question& question, std::vector<std::uint32_t> settings) const;
     std::vector<std::uint32_t> settings_around(const Question& question, const Scene& scene) const;
-    bool is_anything_legal(const Question& question, const Scene& scene, Budget& budget);
+    Answer judged_among_legal(const Question& question, Scene scene, const Answer& answer,
+                              Budget& budget);
+    void simplify(const Question& question, const Scene& scene, Point& point);
     Answer search(const Question& question, const Scene& scene, Budget& budget);
 
     bool may_be_met(const Question& question, const Scene& scene, const Part& part,

@@ -28,6 +28,7 @@ struct SenseRun {
     Asker& asker;
     KIVO_SENSE& result;
     std::unordered_set<std::uint32_t> told_elements;  // of which no more need be told
+    std::unordered_set<std::uint32_t> told_leaves;
 };
 
 // A text without a condition needs none.
