@@ -128,7 +128,7 @@ TEST(Examples, fifo_faults_have_their_own_places) {
     const Configured level("fifo", {{"ALMOST_FULL_LEVEL", "4"}});
     EXPECT_EQ(verdicts_of(level.session),
               (Texts{"value-rule ALMOST_FULL_LEVEL", "rule ", "message-error "}));
-    EXPECT_EQ(level.line_of(1), 103);
+    EXPECT_EQ(level.line_of(1), 107);
 
     const Configured shallow("fifo", {{"DEPTH", "8"}});
     EXPECT_EQ(verdicts_of(shallow.session), Texts{"out-of-range ALMOST_FULL_LEVEL"});
@@ -183,8 +183,7 @@ TEST(Examples, counter_with_a_modulus) {
 TEST(Examples, counter_that_is_loaded) {
     const Configured counter("counter", {{"DIRECTION", "PORT"}, {"load", "USED"}, {"WIDTH", "4"}});
     EXPECT_TRUE(counter.session.is_legal());
-    EXPECT_EQ(verdicts_of(counter.session), Texts{"port-range data"});
-    EXPECT_EQ(counter.session.verdicts()[0].severity, KIVO_SEVERITY::kWarning);
+    EXPECT_EQ(verdicts_of(counter.session), Texts());
     EXPECT_EQ(state_of(counter.session, "up_down"), "USED");
     EXPECT_EQ(counter.session.find_port("data")->width, 4);
     EXPECT_EQ(counter.session.vectors()[2].applies, KIVO_TRUTH::kYes);

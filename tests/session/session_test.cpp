@@ -180,6 +180,17 @@ TEST(Session, ports) {
     EXPECT_EQ(verdicts_of(d.session), Texts{"port-width a"});
 }
 
+TEST(Session, an_empty_range_of_a_connected_port_is_a_warning) {
+    Described d(
+        in("PARAMETERS", integer("W", "VALUE='0'")) +
+        in("PORTS", "<PORT NAME='data' TYPE='INPUT'><FORCE_RANGE MIN='0' MAX='W - 1'/></PORT>"));
+    EXPECT_TRUE(d.session.is_legal());
+    EXPECT_EQ(verdicts_of(d.session), Texts{"port-range data"});
+    EXPECT_EQ(d.session.verdicts()[0].severity, KIVO_SEVERITY::kWarning);
+    d.session.set("data", "UNUSED");
+    EXPECT_EQ(verdicts_of(d.session), Texts{"port-needs-value data"});
+}
+
 TEST(Session, macros_that_use_themselves_spoil_what_uses_them) {
     Described d(in("MACROS",
                    "<MACRO NAME='A' DEFINITION='B + 1'/><MACRO NAME='B' DEFINITION='A'/>"

@@ -151,8 +151,7 @@ TEST(Why, of_a_value_and_of_a_force_whose_condition_is_false) {
     const KIVO_WHY why = session.why({"UNDERFLOW_CHECKING"});
     EXPECT_EQ(why.id, "value");
     EXPECT_EQ(why.text, "UNDERFLOW_CHECKING is \"OFF\"");
-    EXPECT_EQ(tree(why), (Texts{"UNDERFLOW_CHECKING=OFF forced, READ_MODE == \"SHOW_AHEAD\" is "
-                                "false",
+    EXPECT_EQ(tree(why), (Texts{"UNDERFLOW_CHECKING=OFF forced, READ_MODE == \"NORMAL\"",
                                 "  READ_MODE=NORMAL default"}));
     EXPECT_EQ(fifo.info.get_place(why.operands[0].mark).line, 47);
     EXPECT_EQ(why.operands[0].source, KIVO_OPERAND_SOURCE::kForced);
@@ -160,6 +159,12 @@ TEST(Why, of_a_value_and_of_a_force_whose_condition_is_false) {
               (Texts{"LEVEL_WIDTH=5 forced, CLOG2(DEPTH + 1)",
                      "  CLOG2(DEPTH + 1)=5 ceil(log(n) / log(2))", "    DEPTH=16 default"}));
     EXPECT_EQ(session.why({"LEVEL_WIDTH"}).operands[1].source, KIVO_OPERAND_SOURCE::kMacro);
+
+    Example counter("counter");
+    KIVO_SESSION counting(counter.info);
+    EXPECT_EQ(tree(counting.why({"LAST_COUNT"})),
+              (Texts{"LAST_COUNT=255 forced, MODULUS gt 0 is false", "  MODULUS=0 default",
+                     "  WIDTH=8 default"}));
 }
 
 TEST(Why, what_a_called_macro_reads_is_followed) {

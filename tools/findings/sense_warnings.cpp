@@ -107,7 +107,7 @@ std::vector<MessageDescription> sense_warnings() {
      R"(<ROOT>
   <PARAMETERS>
     <PARAMETER NAME="WIDTH" TYPE="INTEGER" VALUE="8"/>
-    <PARAMETER NAME="CHAIN" TYPE="STRING" VALUE="ON;OFF" DEFAULT_VALUE_INDEX="0" CNX_TYPE="CONSTANT">
+    <PARAMETER NAME="CHAIN" TYPE="STRING" VALUE="ON;OFF" CNX_TYPE="CONSTANT">
       <FORCE_VALUE V="OFF" ELSE="ON" IF="WIDTH lt 4"/>
     </PARAMETER>
   </PARAMETERS>
@@ -174,8 +174,8 @@ std::vector<MessageDescription> sense_warnings() {
 
     {"unused-parameter", Severity::kWarning,
      R"(Nothing in the description names a parameter although it names others: no rule, width, waveform
-        or wizard map. Remove it, or say with CNX_TYPE that it goes to the block (CONSTANT) or is
-        the wizard's own (PRIVATE).)",
+        or wizard map. Remove it, or say with CNX_TYPE that it is meant for the block alone (CONSTANT)
+        or for the wizard alone (PRIVATE).)",
      R"(<ROOT>
   <PARAMETERS>
     <PARAMETER NAME="WIDTH" TYPE="INTEGER" VALUE="8"/>

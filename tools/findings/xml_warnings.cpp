@@ -24,6 +24,9 @@ std::vector<MessageDescription> xml_warnings() {
   <MACROS>
     <MACRO NAME="IS_NARROW" DEFINITION="WIDTH < 9"/>
   </MACROS>
+  <RULES>
+    <RULE>IS_NARROW</RULE>
+  </RULES>
 </ROOT>
 )"},
 

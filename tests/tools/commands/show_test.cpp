@@ -297,7 +297,7 @@ TEST(Show, a_faulty_description_is_shown_and_its_messages_reported) {
     const RunResult run = run_kivo({"show", path});
     EXPECT_EQ(run.status, 1);
     EXPECT_EQ(messages_in(run.err, path).size(), 23U) << run.err;
-    EXPECT_TRUE(contains(run.out, "  WIDTH  integer  16\n")) << run.out;
+    EXPECT_TRUE(contains(run.out, "  WIDTH      integer  16\n")) << run.out;
 }
 
 TEST(Show, a_missing_file_is_a_failure) {
