@@ -164,7 +164,7 @@ TEST(Why, of_a_value_and_of_a_force_whose_condition_is_false) {
     KIVO_SESSION counting(counter.info);
     EXPECT_EQ(tree(counting.why({"LAST_COUNT"})),
               (Texts{"LAST_COUNT=255 forced, MODULUS gt 0 is false", "  MODULUS=0 default",
-                     "  WIDTH=8 default"}));
+                     "  ALL_ONES(WIDTH)=255 2 ^ n - 1", "    WIDTH=8 default"}));
 }
 
 TEST(Why, what_a_called_macro_reads_is_followed) {

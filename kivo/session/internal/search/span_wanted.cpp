@@ -4,14 +4,17 @@
 
 namespace kivo_session {
 
-// What is not known for a fault is never what is wanted; what is not known before run time may be.
+// What is not known for a fault is no truth that is wanted; what is not known before run time may
+// be one.
 bool SpanEngine::may_be(const Wanted& wanted) {
     switch (wanted.kind) {
-        case WantedKind::kHolds:
+        case WantedKind::kHolds: {
+            const Span holds = own_condition(wanted.item);
+            return holds.may_be_true || holds.may_run_time;
+        }
         case WantedKind::kFails: {
             const Span holds = own_condition(wanted.item);
-            return holds.may_run_time ||
-                   (wanted.kind == WantedKind::kHolds ? holds.may_be_true : holds.may_be_false);
+            return holds.may_be_false || holds.is_unknown();
         }
         case WantedKind::kAtMost:
         case WantedKind::kAbove: {

@@ -17,9 +17,11 @@ bool is_truth(const Engine& engine, Value value, bool wanted, bool is_certain) {
 bool is_met(Engine& engine, const Wanted& wanted, bool is_certain) {
     switch (wanted.kind) {
         case WantedKind::kHolds:
-        case WantedKind::kFails:
-            return is_truth(engine, engine.condition_of(wanted.item),
-                            wanted.kind == WantedKind::kHolds, is_certain);
+            return is_truth(engine, engine.condition_of(wanted.item), true, is_certain);
+        case WantedKind::kFails: {
+            const Value holds = engine.condition_of(wanted.item);
+            return is_certain ? holds.is_false() : !holds.is_true();
+        }
         case WantedKind::kAtMost:
         case WantedKind::kAbove:
             return is_truth(engine, engine.is_at_most(wanted.item, wanted.other),

@@ -10,7 +10,7 @@ namespace kivo_session {
 
 enum class WantedKind : std::uint8_t {
     kHolds,      // item: a text, whose condition is true; of an implication the one before "then"
-    kFails,      // the same, false
+    kFails,      // the same, not true, for whatever reason
     kAtMost,     // item, other: limits of ranges, the first at most the second
     kAbove,      // the same, the first above the second
     kIs,         // item: an object with this value
