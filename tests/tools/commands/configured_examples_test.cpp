@@ -46,7 +46,7 @@ TEST(ConfiguredExamples, the_fifo_says_which_rule_forces_and_where) {
     const RunResult run = told("fifo", {"--why", "UNDERFLOW_CHECKING"});
     EXPECT_EQ(run.status, 0) << run.err;
     const std::string why = below(run.out, "Why");
-    EXPECT_TRUE(contains(why, "READ_MODE == \"SHOW_AHEAD\" is false")) << why;
+    EXPECT_TRUE(contains(why, "forced, READ_MODE == \"NORMAL\"")) << why;
     EXPECT_TRUE(contains(why, "fifo_info.xml:47")) << why;
     EXPECT_TRUE(contains(why, "READ_MODE = NORMAL")) << why;
 }
@@ -87,7 +87,7 @@ TEST(ConfiguredExamples, wide_words_need_blocks) {
 TEST(ConfiguredExamples, equal_levels_break_three_rules_for_one_reason) {
     const Json fifo = configured("fifo", {"ALMOST_FULL_LEVEL=4"}, 1);
     ASSERT_EQ(verdicts_of(fifo),
-              (Words{"value-rule ALMOST_FULL_LEVEL 33", "rule  103", "message-error  118"}));
+              (Words{"value-rule ALMOST_FULL_LEVEL 33", "rule  107", "message-error  122"}));
     for (const Json& verdict : fifo["verdicts"]) {
         EXPECT_EQ(verdict["conflict"], (Json{"ALMOST_FULL_LEVEL", "ALMOST_EMPTY_LEVEL"}));
         EXPECT_EQ(repairs_of(verdict), (Words{"ALMOST_EMPTY_LEVEL=3", "ALMOST_FULL_LEVEL=5"}));
