@@ -50,6 +50,7 @@ private:
         std::uint32_t file_number = 0;
         // Posted after those of the includes.
         std::vector<KIVO_XML_SAX_ERROR_HANDLER::Message> parser_messages;
+        std::string reason;  // why the text could not be read; empty when it was
     };
 
     using SectionReader = void (KIVO_INFO::*)(KIVO_XML_ELEMENT&);
@@ -60,10 +61,15 @@ private:
     // Not of unknown bound, which clang does not take as the argument of a template.
     static constexpr std::size_t kSectionCount = 15;
     static const SectionRow kSections[kSectionCount];
+    // The files that one load reads, each as often as it is included. A few files that each include
+    // the next one twice would be read more often than any machine can.
+    static constexpr std::size_t kMostFiles = 100000;
 
     void read_file(const KIVO_INCLUDE& file);
     // Where a file is that does not exist as it is named; empty when it is nowhere.
     std::string found_elsewhere(const std::string& name) const;
+    // False, with a message, when the file is not there or not to be had.
+    bool open(KIVO_XML_FILE_INPUT_SOURCE& source, const KIVO_INCLUDE& named);
     void parse_and_read(KIVO_XML_FILE_INPUT_SOURCE& source, const KIVO_INCLUDE& named, Link& link);
     void read_sections(KIVO_XML_ELEMENT& root, Link& link);
     void read_section(const KIVO_XML_ELEMENT& root, KIVO_XML_ELEMENT& section, Link& link);
@@ -74,6 +80,8 @@ private:
     RecordPool records_;
     std::vector<Link> chain_;
     std::set<FileIdentity> in_chain_;
+    std::size_t files_read_ = 0;
+    bool is_over_ = false;  // nothing more is included
 };
 
 // clang-format off
@@ -102,12 +110,26 @@ namespace {
 constexpr MessageText kFileNotFound = {
     MessageId::kFileNotFound,
     "XML source file {word} not found"};
+// The text of a file that is not there: hosts match on it. The id tells the two apart, and so with
+// the text of a file that is no XML.
+constexpr MessageText kFileNotOpened = {
+    MessageId::kFileNotOpened,
+    kFileNotFound.text};
 constexpr MessageText kIncludeCycle = {
     MessageId::kIncludeCycle,
     "XML source file {word} includes itself"};
 constexpr MessageText kInvalidFile = {
     MessageId::kInvalidFile,
     "Invalid XML source file {word}"};
+constexpr MessageText kFileNotRead = {
+    MessageId::kFileNotRead,
+    kInvalidFile.text};
+constexpr MessageText kReadError = {
+    MessageId::kReadError,
+    "{detail}"};
+constexpr MessageText kTooManyFiles = {
+    MessageId::kTooManyFiles,
+    "XML source file {word} not read, too many files are included"};
 constexpr MessageText kNoRoot = {
     MessageId::kNoRoot,
     "Root tag in XML rules file should be ROOT"};
@@ -134,7 +156,7 @@ void FileLoader::load(const std::string& file_name) {
     read_file({file_name, {}});
     while (!chain_.empty()) {
         Link& last = chain_.back();
-        if (last.next_include < last.includes.size()) {
+        if (!is_over_ && last.next_include < last.includes.size()) {
             read_file(KIVO_INCLUDE(last.includes[last.next_include++]));
             continue;
         }
@@ -161,20 +183,31 @@ std::string FileLoader::found_elsewhere(const std::string& name) const {
     return dro_file_exists(beside_library) ? beside_library : std::string();
 }
 
-void FileLoader::read_file(const KIVO_INCLUDE& named) {
-    const std::string& name = named.file_name;
-    std::string path = name;
-    KIVO_FILE file;
-    KIVO_XML_FILE_INPUT_SOURCE source(&file);
-    const bool is_included = named.mark.file != 0;
-    if (!source.open_xml_file(path) && !dro_file_exists(path)) {
-        if (const std::string found = found_elsewhere(name); !found.empty()) {
-            path = found;
-            source.open_xml_file(path);
+bool FileLoader::open(KIVO_XML_FILE_INPUT_SOURCE& source, const KIVO_INCLUDE& named) {
+    source.name = named.file_name;
+    if (!source.open_xml_file(source.name) && !dro_file_exists(source.name)) {
+        if (const std::string found = found_elsewhere(named.file_name); !found.empty()) {
+            source.name = found;
+            source.open_xml_file(source.name);
         }
     }
-    if (!source.is_open) {
-        info_.post(about_file(kFileNotFound, named, is_included ? named.mark : number_file(path)));
+    if (source.is_open) {
+        return true;
+    }
+    const bool is_there = source.file->is_there();
+    const std::string reason = is_there ? source.file->failure() : std::string();
+    const bool is_included = named.mark.file != 0;
+    KIVO_MESSAGE message = about_file(is_there ? kFileNotOpened : kFileNotFound, named,
+                                      is_included ? named.mark : number_file(source.name));
+    message.reason = reason;
+    info_.post(message);
+    return false;
+}
+
+void FileLoader::read_file(const KIVO_INCLUDE& named) {
+    KIVO_FILE file;
+    KIVO_XML_FILE_INPUT_SOURCE source(&file);
+    if (!open(source, named)) {
         return;
     }
     Link link;
@@ -183,7 +216,12 @@ void FileLoader::read_file(const KIVO_INCLUDE& named) {
         info_.post(about_file(kIncludeCycle, named, named.mark));
         return;
     }
-    source.name = path;
+    if (files_read_ == kMostFiles) {
+        is_over_ = true;
+        info_.post(about_file(kTooManyFiles, named, named.mark));
+        return;
+    }
+    ++files_read_;
     parse_and_read(source, named, link);
     chain_.push_back(std::move(link));
 }
@@ -198,7 +236,13 @@ void FileLoader::parse_and_read(KIVO_XML_FILE_INPUT_SOURCE& source, const KIVO_I
     const bool parsed = parser.parse(source);
     // A chain of includes must not hold a descriptor for each of its files.
     source.close_xml_file();
-    if (!parsed) {
+    if (!parser.has_text()) {
+        link.reason = source.file->failure();
+        info_.post({.says = kFileNotRead,
+                    .mark = whole_file,
+                    .word = named.file_name,
+                    .reason = link.reason});
+    } else if (!parsed) {
         info_.post({.says = kInvalidFile, .mark = whole_file, .word = named.file_name});
     } else if (parser.root_element() == nullptr) {
         info_.post({.says = kNoRoot, .mark = whole_file});
@@ -215,10 +259,11 @@ void FileLoader::post_parser_messages(const Link& link) {
         return {link.file_number, kivo_mark_offset(offset)};
     };
     for (const auto& message : link.parser_messages) {
-        info_.post({.says = kParserFinding,
+        info_.post({.says = link.reason.empty() ? kParserFinding : kReadError,
                     .mark = mark_of(message.offset),
                     .attribute = message.attribute,
                     .word = message.attribute,
+                    .reason = link.reason,
                     .detail = message.text,
                     .related = message.first ? mark_of(*message.first) : KIVO_MARK()});
     }
@@ -262,6 +307,8 @@ void KIVO_INFO::set_include_directories(const std::vector<std::string>& director
 }
 
 bool KIVO_INFO::process_xml_file(const std::string& file_name) {
+    loaded_->generic_copies = 0;
+    loaded_->full_maps.clear();
     FileLoader(*this).load(file_name);
     return error_list.empty();
 }

@@ -1,5 +1,8 @@
+#include <cstddef>
 #include <memory>
+#include <string>
 #include <utility>
+#include <vector>
 
 #include "kivo/info/internal/attribute_table.h"
 #include "kivo/info/internal/declaration.h"
@@ -19,6 +22,9 @@ constexpr MessageText kUnknownAttribute = {
 constexpr MessageText kUnknownSubTag = {
     MessageId::kWizardMapSubTag,
     "Unrecognized Sub tag {word} for {element} tag"};
+constexpr MessageText kTooManyObjects = {
+    MessageId::kWizardMapObjects,
+    "Wizard map {object} receives too many objects"};
 
 constexpr AttributeRow<KIVO_WIZARD_MAP> kAttributes[] = {
     { "MAP_CONSTANTS",  set_by_on<&KIVO_WIZARD_MAP::map_constants>  },
@@ -41,6 +47,10 @@ constexpr SubTagRow kSubTags[] = {
     { "WIZARD_CONDITION", SubTag::kWizardCondition },
 };
 // clang-format on
+
+// The copies of generic objects that all maps receive in one load: every map receives every object,
+// so that a short text can ask for more than any memory holds.
+constexpr std::size_t kMostCopies = 1000000;
 
 // The condition of a WIZARD_CONDITION: its text, or else its CONDITION attribute.
 std::string condition_of(KIVO_XML_ELEMENT& element) {
@@ -73,6 +83,20 @@ struct DeleteGeneric {
         delete map;
     }
 };
+
+// How many of the generic objects a map has an object for already.
+std::size_t count_known(const KIVO_WIZARD_MAP& generic, const KIVO_WIZARD_MAP& map) {
+    const bool has_fewer = KIVO_ITEMS::size(map.obj_map) < KIVO_ITEMS::size(generic.obj_map);
+    const KIVO_WIZARD_MAP& fewer = has_fewer ? map : generic;
+    const KIVO_WIZARD_MAP& others = has_fewer ? generic : map;
+    std::size_t count = 0;
+    KIVO_ITEMS::for_each_key(fewer.obj_map, [&](const std::string& name) {
+        const bool is_in_both =
+            fewer.get_kivo_obj(name) != nullptr && others.get_kivo_obj(name) != nullptr;
+        count += is_in_both ? 1 : 0;
+    });
+    return count;
+}
 
 // Hands the rule elements of a generic object over to its copies, which share them.
 class RuleHandover {
@@ -116,7 +140,7 @@ void KIVO_INFO::process_wizard_map(KIVO_XML_ELEMENT& section) {
         }
     }
     if (generic != nullptr) {
-        add_generic_wizard_map_to_all_maps(*generic);
+        add_generic_wizard_map_to_all_maps(*generic, section);
     }
 }
 
@@ -184,15 +208,42 @@ void KIVO_INFO::process_wizard_port(KIVO_XML_ELEMENT& element, KIVO_WIZARD_MAP& 
     }
 }
 
-void KIVO_INFO::add_generic_wizard_map_to_all_maps(KIVO_WIZARD_MAP& generic) {
+void KIVO_INFO::add_generic_wizard_map_to_all_maps(KIVO_WIZARD_MAP& generic,
+                                                   const KIVO_XML_ELEMENT& section) {
+    if (KIVO_ITEMS::size(generic.obj_map) == 0) {
+        return;
+    }
+    std::vector<KIVO_WIZARD_MAP*> receivers;
+    reset_wizard_map_map();
+    while (KIVO_WIZARD_MAP* map = get_next_wizard_map()) {
+        if (has_room_for(generic, *map, section)) {
+            receivers.push_back(map);
+        }
+    }
     generic.obj_map.reset();
     while (KIVO_OBJ_INFO* object = generic.get_next_kivo_obj()) {
         RuleHandover rules(*object);
-        reset_wizard_map_map();
-        while (KIVO_WIZARD_MAP* map = get_next_wizard_map()) {
+        for (KIVO_WIZARD_MAP* const map : receivers) {
             if (map->get_kivo_obj(object->name) == nullptr) {
                 rules.copy_to(*map);
             }
         }
     }
+}
+
+bool KIVO_INFO::has_room_for(const KIVO_WIZARD_MAP& generic, const KIVO_WIZARD_MAP& map,
+                             const KIVO_XML_ELEMENT& section) {
+    const std::size_t count = KIVO_ITEMS::size(generic.obj_map) - count_known(generic, map);
+    if (count <= kMostCopies - loaded_->generic_copies) {
+        loaded_->generic_copies += count;
+        return true;
+    }
+    if (loaded_->full_maps.insert(map.name).second) {
+        post({.says = kTooManyObjects,
+              .mark = section.mark(),
+              .element = section.tag_name(),
+              .object = map.name,
+              .related = map.mark});
+    }
+    return false;
 }

@@ -36,12 +36,19 @@ struct KIVO_MESSAGE;
 // it is, and a walk that had come to the end reaches what the load added. The one exception is that
 // generic objects of a WIZARD_DATA section leave the cursor of the wizard maps at the end.
 //
-// Exceptions. Only std::bad_alloc leaves a call. A file whose text or parse tree memory is too
-// short for is reported as invalid instead. A load that an exception ends has added what it read
-// until then: each record in its place, the last one perhaps without some of its fields, and the
-// messages with theirs; what was to replace something has replaced it or not. The store can be
-// walked, added to, loaded again, released and destroyed. Another call that it ends has added no
-// record.
+// Exceptions. Only std::bad_alloc leaves a call. A load that it ends has added what it read until
+// then: each record in its place, the last one perhaps without some of its fields, and the messages
+// with theirs; what was to replace something has replaced it or not. The store can be walked, added
+// to, loaded again, released and destroyed. Another call that it ends has added no record.
+//
+// Limits of one load. It reads at most 100,000 files, each as often as it is included; the file
+// that would be the next one is told by a message, and nothing more is included. Wizard maps
+// receive at most 1,000,000 copies of generic objects; a map for which they do not suffice is told
+// by a message and receives none.
+//
+// Files that are not there, cannot be opened, cannot be read and are no XML: get_error_id tells
+// them apart ("file-not-found", "file-not-opened", "file-not-read" with "read-error",
+// "invalid-file" with "xml-syntax"), where the texts of the messages do not.
 //
 // Ownership. The store owns its objects, function-wide rules, messages and help text: its
 // destruction deletes them. It holds vectors, wizard maps and the rule elements of objects, which
@@ -188,7 +195,11 @@ private:
     KIVO_LOCAL void process_one_wizard_map(KIVO_XML_ELEMENT& element);
     KIVO_LOCAL void process_wizard_parameter(KIVO_XML_ELEMENT& element, KIVO_WIZARD_MAP& map);
     KIVO_LOCAL void process_wizard_port(KIVO_XML_ELEMENT& element, KIVO_WIZARD_MAP& map);
-    KIVO_LOCAL void add_generic_wizard_map_to_all_maps(KIVO_WIZARD_MAP& generic);
+    KIVO_LOCAL void add_generic_wizard_map_to_all_maps(KIVO_WIZARD_MAP& generic,
+                                                       const KIVO_XML_ELEMENT& section);
+    // Whether the map can receive what it lacks; a message else.
+    KIVO_LOCAL bool has_room_for(const KIVO_WIZARD_MAP& generic, const KIVO_WIZARD_MAP& map,
+                                 const KIVO_XML_ELEMENT& section);
     // Null when the element has no sub-elements.
     KIVO_LOCAL std::unique_ptr<KIVO_CONDITIONAL_TEXT> process_conditional_text(
         KIVO_XML_ELEMENT& element);

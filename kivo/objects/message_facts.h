@@ -15,6 +15,7 @@ struct KIVO_MESSAGE_FACTS {
     // wrong is that there is none.
     std::string word;
     std::string object;  // the object, vector or wizard map concerned
+    std::string reason;  // why the system did not open or read a file ("Permission denied")
     // The words that could stand in the word's place, in alphabetical order, or one phrase that
     // says which ("whole numbers from 1 to 100"). Empty when none can or any can.
     std::vector<std::string> known_words;

@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -92,6 +93,18 @@ Messages messages_for(const std::string& path) {
     LoadedStore store;
     EXPECT_FALSE(store.info.process_xml_file(path));
     return store.messages();
+}
+
+// The ids of the messages, with the reason of the system if it gave one.
+Messages ids_for(const std::string& path) {
+    LoadedStore store;
+    EXPECT_FALSE(store.info.process_xml_file(path));
+    Messages ids;
+    for (std::size_t i = 0; i < store.info.error_list.size(); ++i) {
+        const std::string reason = store.info.get_error_facts(i).reason;
+        ids.push_back(store.info.get_error_id(i) + (reason.empty() ? "" : ": ") + reason);
+    }
+    return ids;
 }
 
 }  // namespace
@@ -190,6 +203,50 @@ TEST(BadInput, file_that_may_not_be_read_is_not_found) {
     ASSERT_EQ(chmod(path.c_str(), 0), 0);
     const ObeysPermissions obeys;
     EXPECT_EQ(messages_for(path), (Messages{"XML source file " + path + " not found"}));
+    EXPECT_EQ(ids_for(path), (Messages{"file-not-opened: Permission denied"}));
+}
+
+// The system shows a process its own memory as a regular file, and nothing is mapped at its start.
+TEST(BadInput, file_that_breaks_off_while_it_is_read_says_so_by_its_ids) {
+    const std::string path = "/proc/self/mem";
+    EXPECT_EQ(messages_for(path),
+              (Messages{"Invalid XML source file " + path,
+                        "line 1, column 1 of " + path + ": the text cannot be read"}));
+    EXPECT_EQ(ids_for(path),
+              (Messages{"file-not-read: Input/output error", "read-error: Input/output error"}));
+}
+
+TEST(BadInput, ids_tell_missing_unopened_unread_and_malformed_files_apart) {
+    const TemporaryFolder folder;
+    EXPECT_EQ(ids_for(folder.path("missing")), (Messages{"file-not-found"}));
+    EXPECT_EQ(ids_for(folder.path("")), (Messages{"file-not-opened: Is a directory"}));
+    EXPECT_EQ(ids_for("/dev/zero"), (Messages{"file-not-opened: Not a regular file"}));
+    EXPECT_EQ(ids_for(folder.write("malformed.xml", "<ROOT>")),
+              (Messages{"invalid-file", "xml-syntax"}));
+}
+
+TEST(BadInput, without_descriptors_a_file_is_there_and_not_opened) {
+    const TemporaryFolder folder;
+    const std::string path = folder.write("a.xml", "<ROOT/>");
+    rlimit before{};
+    ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &before), 0);
+    rlimit none = before;
+    none.rlim_cur = 0;
+    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &none), 0);
+    const Messages ids = ids_for(path);
+    setrlimit(RLIMIT_NOFILE, &before);
+    EXPECT_EQ(ids, (Messages{"file-not-opened: Too many open files"}));
+}
+
+TEST(BadInput, what_is_included_and_cannot_be_read_does_not_keep_the_rest_from_being_read) {
+    Loaded loaded(
+        "<INCLUDE FILE='/dev/null'><FILE>/proc/self/mem</FILE></INCLUDE>"
+        "<RULES><RULE>r</RULE></RULES>");
+    EXPECT_EQ(loaded.info.get_error_id(0), "file-not-opened");
+    EXPECT_EQ(loaded.info.get_error_place(0).file, loaded.folder.path("description.xml"));
+    EXPECT_EQ(loaded.info.get_error_id(1), "file-not-read");
+    EXPECT_EQ(loaded.info.get_error_place(1).file, "/proc/self/mem");
+    EXPECT_NE(loaded.info.get_next_fn_rule_element(), nullptr);
 }
 
 TEST(BadInput, names_and_values_of_two_megabytes_are_kept) {

@@ -49,6 +49,9 @@ const std::string kSections =
 const std::vector<Case> kCases = {
     {"file-not-found", "<INCLUDE FILE='no/such'/>", "INCLUDE FILE no/such -", ""},
     {"file-not-found", "<INCLUDE><FILE>no/such</FILE></INCLUDE>", "FILE - no/such -", ""},
+    {"file-not-opened", "<INCLUDE FILE='/dev/null'/>", "INCLUDE FILE /dev/null -", ""},
+    {"file-not-read", "<INCLUDE FILE='/proc/self/mem'/>", "- - /proc/self/mem -", ""},
+    {"read-error", "<INCLUDE FILE='/proc/self/mem'/>", "- - - -", ""},
     {"no-root", "!", "- - - -", ""},
     {"xml-syntax", "<RULES A='1' B='2' A='3'/>", "- A A -", ""},
     {"xml-syntax", "!<ROOT>", "- - - -", ""},
@@ -214,7 +217,9 @@ TEST(MessageFacts, of_files_name_the_file) {
 }
 
 TEST(MessageFacts, every_kind_of_message_has_its_case) {
-    std::set<std::string> cases = {"host-message", "invalid-file", "include-cycle"};
+    // Those of the limits have theirs in the tests of includes and wizard maps.
+    std::set<std::string> cases = {"host-message", "invalid-file", "include-cycle",
+                                   "too-many-files", "wizard-map-objects"};
     for (const Case& row : kCases) {
         cases.insert(row.id);
     }

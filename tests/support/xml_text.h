@@ -13,12 +13,9 @@ public:
     explicit MemorySource(std::string_view text) : text_(text) {}
 
     bool read_text(TextBuffer& text) override {
-        std::optional<TextBuffer> copy = make_text_buffer(text_.size());
-        if (!copy) {
-            return false;
-        }
-        std::memcpy(copy->data.get(), text_.data(), text_.size());
-        text = std::move(*copy);
+        TextBuffer copy = make_text_buffer(text_.size());
+        std::memcpy(copy.data.get(), text_.data(), text_.size());
+        text = std::move(copy);
         return true;
     }
 

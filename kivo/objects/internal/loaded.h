@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -24,6 +26,10 @@ struct KIVO_LOADED {
     std::vector<File> files;  // mark number n is files[n - 1]; the last is the one being read
     MessageOrigins origins;   // of the messages of error_list
     std::uint32_t store = 0;  // what it notes on the pieces that it made
+    // Of the load in hand: how many copies of generic objects wizard maps have received, and the
+    // names of the maps that would have received too many.
+    std::size_t generic_copies = 0;
+    std::set<std::string> full_maps;
     // Those that loads made and a later one replaced, to be deleted with the store: a host may
     // still look at them. What else is replaced, its vector or wizard map keeps.
     std::vector<KIVO_OBJ*> replaced_help_texts;

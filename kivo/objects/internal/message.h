@@ -12,6 +12,10 @@
 #define KIVO_MESSAGE_IDS(ROW)                                              \
     ROW(kHostMessage,               "host-message")                        \
     ROW(kFileNotFound,              "file-not-found")                      \
+    ROW(kFileNotOpened,             "file-not-opened")                     \
+    ROW(kFileNotRead,               "file-not-read")                       \
+    ROW(kReadError,                 "read-error")                          \
+    ROW(kTooManyFiles,              "too-many-files")                      \
     ROW(kInvalidFile,               "invalid-file")                        \
     ROW(kParserFinding,             "xml-syntax")                          \
     ROW(kNoRoot,                    "no-root")                             \
@@ -57,6 +61,7 @@
     ROW(kWizardMapName,             "wizard-map-name")                     \
     ROW(kWizardMapAttribute,        "wizard-map-attribute")                \
     ROW(kWizardMapSubTag,           "wizard-map-sub-tag")                  \
+    ROW(kWizardMapObjects,          "wizard-map-objects")                  \
     ROW(kIfWithSubTags,             "if-with-sub-tags")                    \
     ROW(kTextWithSubTags,           "text-with-sub-tags")
 // clang-format on
@@ -89,6 +94,7 @@ struct KIVO_MESSAGE {
     std::string_view attribute{};
     std::string_view word{};
     std::string_view object{};
+    std::string_view reason{};
     std::string_view detail{};  // what only the text tells
     KnownWords known{};
     KIVO_MARK related{};

@@ -134,8 +134,9 @@ void MessageOrigins::add(const Texts& list, const KIVO_MESSAGE& message, std::st
     origin.attribute_size = message.attribute.size();
     origin.word_size = message.word.size();
     origin.object_size = message.object.size();
+    origin.reason_size = message.reason.size();
     for (const std::string_view word :
-         {message.element, message.attribute, message.word, message.object}) {
+         {message.element, message.attribute, message.word, message.object, message.reason}) {
         words_ += word;
     }
     origins_.push_back(origin);
@@ -169,6 +170,7 @@ KIVO_MESSAGE_FACTS MessageOrigins::facts(const Origin& origin) const {
     facts.attribute = next(origin.attribute_size);
     facts.word = next(origin.word_size);
     facts.object = next(origin.object_size);
+    facts.reason = next(origin.reason_size);
     if (origin.known.gather != nullptr) {
         origin.known.gather(origin.known.part, facts.known_words);
     }
@@ -209,8 +211,8 @@ void MessageOrigins::align(const Texts& list) {
         const std::size_t partner = alignment.partners()[i];
         Origin origin = partner == kNone ? Origin() : origins_[partner];
         origin.text_hash = after[i];
-        const std::size_t size =
-            origin.element_size + origin.attribute_size + origin.word_size + origin.object_size;
+        const std::size_t size = origin.element_size + origin.attribute_size + origin.word_size +
+                                 origin.object_size + origin.reason_size;
         aligned.append(origin, std::string_view(words_).substr(origin.words, size));
     }
     *this = std::move(aligned);

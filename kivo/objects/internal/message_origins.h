@@ -23,12 +23,13 @@ public:
         KIVO_MARK related;
         KnownWords known;
         std::size_t text_hash = 0;
-        // The words stand one after another: element, attribute, word, object.
+        // The words stand one after another: element, attribute, word, object, reason.
         std::size_t words = 0;
         std::size_t element_size = 0;
         std::size_t attribute_size = 0;
         std::size_t word_size = 0;
         std::size_t object_size = 0;
+        std::size_t reason_size = 0;
     };
 
     // For a message that is about to be appended to the list with that text.

@@ -31,6 +31,13 @@ bool can_open(const std::string& path) {
     return is_open;
 }
 
+// Of a file that cannot be opened.
+std::string failure_of(const std::string& path) {
+    KIVO_FILE file;
+    EXPECT_FALSE(file.open(path)) << path;
+    return (file.is_there() ? "there: " : "not there: ") + file.failure();
+}
+
 std::size_t open_descriptors() {
     std::size_t count = 0;
     for ([[maybe_unused]] const auto& entry :
@@ -113,6 +120,23 @@ TEST(FileInputSource, file_that_may_not_be_read_is_not_opened) {
     ASSERT_EQ(chmod(path.c_str(), 0), 0);
     const ObeysPermissions obeys;
     EXPECT_FALSE(can_open(path));
+    EXPECT_EQ(failure_of(path), "there: Permission denied");
+}
+
+TEST(FileInputSource, tells_why_a_file_is_not_opened) {
+    const TemporaryFolder folder;
+    const std::string pipe = folder.path("pipe");
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    std::filesystem::create_symlink("loop", folder.path("loop"));
+    EXPECT_EQ(failure_of(folder.path("missing.xml")), "not there: No such file or directory");
+    EXPECT_EQ(failure_of(folder.write("a", "") + "/b"), "not there: Not a directory");
+    EXPECT_EQ(failure_of(folder.path(std::string(300, 'n'))), "not there: File name too long");
+    EXPECT_EQ(failure_of(""), "not there: No such file or directory");
+    EXPECT_EQ(failure_of(std::string("a\0b", 3)), "not there: No such file or directory");
+    EXPECT_EQ(failure_of(folder.path("")), "there: Is a directory");
+    EXPECT_EQ(failure_of(pipe), "there: Not a regular file");
+    EXPECT_EQ(failure_of("/dev/null"), "there: Not a regular file");
+    EXPECT_EQ(failure_of(folder.path("loop")), "there: Too many levels of symbolic links");
 }
 
 // The system shows a process its own memory as a regular file, and nothing is mapped at its start.
@@ -123,6 +147,7 @@ TEST(FileInputSource, file_that_opens_and_cannot_be_read_is_no_text) {
     TextBuffer text;
     EXPECT_FALSE(source.read_text(text));
     EXPECT_EQ(text.size, 0u);
+    EXPECT_EQ(file.failure(), "Input/output error");
 }
 
 TEST(FileInputSource, closing_ends_reading) {

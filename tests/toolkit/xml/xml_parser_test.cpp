@@ -93,6 +93,7 @@ TEST(XmlParser, source_that_cannot_be_read_fails) {
     Unreadable source;
     KIVO_XML_SAX_PARSER parser;
     EXPECT_FALSE(parser.parse(source));
+    EXPECT_FALSE(parser.has_text());
     EXPECT_EQ(parser.root_element(), nullptr);
     EXPECT_TRUE(parser.error_handler().has_error_messages());
 }

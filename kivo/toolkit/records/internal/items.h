@@ -69,6 +69,16 @@ public:
         }
     }
 
+    // Calls "use" with every key in order, whatever the cursor, which stays.
+    template <class Use>
+    static void for_each_key(const KIVO_OBJ_MAP& map, Use use) {
+        for (const KIVO_OBJ_MAP::Entry& entry : map.entries_) {
+            use(entry.key);
+        }
+    }
+
+    static std::size_t size(const KIVO_OBJ_MAP& map) { return map.entries_.size(); }
+
     // Whether records of the container may stand elsewhere too.
     template <class Container>
     static bool shares(const Container& container) {

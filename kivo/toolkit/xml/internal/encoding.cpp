@@ -1,7 +1,6 @@
 #include "kivo/toolkit/xml/internal/encoding.h"
 
 #include <cstdint>
-#include <new>
 #include <utility>
 
 namespace {
@@ -108,12 +107,9 @@ char* write_utf8(char* to, std::uint32_t code) {
 
 }  // namespace
 
-std::optional<TextBuffer> make_text_buffer(std::size_t size) {
+TextBuffer make_text_buffer(std::size_t size) {
     TextBuffer buffer;
-    buffer.data.reset(new (std::nothrow) char[size + TextBuffer::kStride]);
-    if (buffer.data == nullptr) {
-        return std::nullopt;
-    }
+    buffer.data.reset(new char[size + TextBuffer::kStride]);
     buffer.size = size;
     buffer.data[size] = '\0';
     return buffer;
@@ -123,23 +119,19 @@ std::size_t utf8_mark_length(std::string_view text) {
     return text.substr(0, 3) == "\xEF\xBB\xBF" ? 3 : 0;
 }
 
-bool convert_to_utf8(TextBuffer& text) {
+void convert_to_utf8(TextBuffer& text) {
     const WideForm form = find_wide_form(text.view());
     if (form.unit_size == 0) {
-        return true;
+        return;
     }
     // A unit of two bytes takes at most three bytes in UTF-8, one of four at most four; a cut-off
     // unit at the end becomes a replacement character of three.
-    std::optional<TextBuffer> converted = make_text_buffer(text.size / 2 * 3 + 3);
-    if (!converted) {
-        return false;
-    }
-    char* to = converted->data.get();
+    TextBuffer converted = make_text_buffer(text.size / 2 * 3 + 3);
+    char* to = converted.data.get();
     for (WideReader reader(text.view(), form); !reader.at_end();) {
         to = write_utf8(to, reader.next());
     }
     *to = '\0';
-    converted->size = static_cast<std::size_t>(to - converted->data.get());
-    text = std::move(*converted);
-    return true;
+    converted.size = static_cast<std::size_t>(to - converted.data.get());
+    text = std::move(converted);
 }

@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <memory>
-#include <optional>
 #include <string_view>
 
 // A text in memory of its own with a NUL byte after it, which is not counted.
@@ -16,13 +15,13 @@ struct TextBuffer {
     std::string_view view() const { return {data.get(), size}; }
 };
 
-// An uninitialised buffer with room for "size" bytes, or none when memory is short.
-std::optional<TextBuffer> make_text_buffer(std::size_t size);
+// An uninitialised buffer with room for "size" bytes.
+TextBuffer make_text_buffer(std::size_t size);
 
 // The number of bytes of a UTF-8 byte-order mark at the start of the text: 3 or 0.
 std::size_t utf8_mark_length(std::string_view text);
 
 // Turns a UTF-16 or UTF-32 document, known by its byte-order mark or its first bytes, into UTF-8
 // without the mark; a unit that stands for no character becomes U+FFFD. Leaves every other text
-// alone. False, with the text kept, when memory is short.
-bool convert_to_utf8(TextBuffer& text);
+// alone. When memory is short the text is kept.
+void convert_to_utf8(TextBuffer& text);

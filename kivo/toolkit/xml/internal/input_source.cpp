@@ -6,9 +6,12 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
-#include <optional>
+#include <system_error>
 
 namespace {
+
+// Stands for an errno where the file is no regular one.
+constexpr int kNotRegular = -1;
 
 // Reads up to "size" bytes, fewer only at the end of the file; -1 for an error.
 ssize_t read_fully(int descriptor, char* to, std::size_t size) {
@@ -35,11 +38,18 @@ KIVO_FILE::~KIVO_FILE() {
 bool KIVO_FILE::open(const std::string& path) {
     close();
     if (path.find('\0') != std::string::npos) {
+        error_ = ENOENT;
         return false;
     }
     descriptor_ = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
     struct stat status {};
-    if (descriptor_ < 0 || fstat(descriptor_, &status) != 0 || !S_ISREG(status.st_mode)) {
+    if (descriptor_ < 0 || fstat(descriptor_, &status) != 0) {
+        error_ = errno;
+        close();
+        return false;
+    }
+    if (!S_ISREG(status.st_mode)) {
+        error_ = S_ISDIR(status.st_mode) ? EISDIR : kNotRegular;
         close();
         return false;
     }
@@ -63,16 +73,14 @@ bool KIVO_FILE::read_all(TextBuffer& text) {
     std::size_t room = expected_size_ + 1;
     TextBuffer whole;
     for (;;) {
-        std::optional<TextBuffer> buffer = make_text_buffer(room);
-        if (!buffer) {
-            return false;
-        }
+        TextBuffer buffer = make_text_buffer(room);
         if (done > 0) {
-            std::memcpy(buffer->data.get(), whole.data.get(), done);
+            std::memcpy(buffer.data.get(), whole.data.get(), done);
         }
-        whole = std::move(*buffer);
+        whole = std::move(buffer);
         const ssize_t count = read_fully(descriptor_, whole.data.get() + done, room - done);
         if (count < 0) {
+            error_ = errno;
             return false;
         }
         done += static_cast<std::size_t>(count);
@@ -85,6 +93,14 @@ bool KIVO_FILE::read_all(TextBuffer& text) {
     whole.size = done;
     text = std::move(whole);
     return true;
+}
+
+bool KIVO_FILE::is_there() const {
+    return error_ != ENOENT && error_ != ENOTDIR && error_ != ENAMETOOLONG;
+}
+
+std::string KIVO_FILE::failure() const {
+    return error_ == kNotRegular ? "Not a regular file" : std::generic_category().message(error_);
 }
 
 bool KIVO_XML_FILE_INPUT_SOURCE::open_xml_file(const std::string& path) {

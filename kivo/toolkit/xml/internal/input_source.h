@@ -21,13 +21,18 @@ public:
     // Opens a regular file for reading; false for everything else, without waiting for a pipe.
     bool open(const std::string& path);
     void close();
-    // The whole content from the current position on; false when it cannot be read or kept.
+    // The whole content from the current position on; false when it cannot be read.
     bool read_all(TextBuffer& text);
+    // After a failure of open(): whether something stands at the path all the same.
+    bool is_there() const;
+    // After a failure: what the system says of it ("Permission denied").
+    std::string failure() const;
     // Of the open file.
     FileIdentity identity() const { return identity_; }
 
 private:
     int descriptor_ = -1;
+    int error_ = 0;  // the errno of the last failure
     std::size_t expected_size_ = 0;
     FileIdentity identity_;
 };

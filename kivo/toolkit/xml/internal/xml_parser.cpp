@@ -1,5 +1,6 @@
 #include "kivo/toolkit/xml/internal/xml_parser.h"
 
+#include <new>
 #include <pugixml.hpp>
 #include <utility>
 
@@ -18,11 +19,10 @@ const char* describe(pugi::xml_parse_status status) {
         case pugi::status_file_not_found:
         case pugi::status_io_error:
         case pugi::status_internal_error:
+        case pugi::status_out_of_memory:
         case pugi::status_append_invalid_root:
         case pugi::status_no_document_element:
             break;
-        case pugi::status_out_of_memory:
-            return "out of memory";
         case pugi::status_unrecognized_tag:
             return "no tag name behind \"<\"";
         case pugi::status_bad_pi:
@@ -75,10 +75,12 @@ void KIVO_XML_SAX_PARSER::report(const XmlFinding& finding) {
 
 bool KIVO_XML_SAX_PARSER::parse(KIVO_XML_SAX_INPUT_SOURCE& source) {
     source_name_ = source.name;
-    if (!source.read_text(tree_->text) || !convert_to_utf8(tree_->text)) {
+    has_text_ = source.read_text(tree_->text);
+    if (!has_text_) {
         report({0, "the text cannot be read"});
         return false;
     }
+    convert_to_utf8(tree_->text);
     const bool is_parsed = parse_text(source.file_number);
     if (!walks_once_) {
         end_walk();
@@ -103,6 +105,9 @@ bool KIVO_XML_SAX_PARSER::parse_text(std::uint32_t file_number) {
     // The NUL after the text goes along: the parser puts one in place of the last byte.
     const pugi::xml_parse_result result = tree_->nodes.load_buffer_inplace(
         text, whole.size() + 1, kParseFlags | blanks, pugi::encoding_utf8);
+    if (result.status == pugi::status_out_of_memory) {
+        throw std::bad_alloc();
+    }
     if (!result) {
         report({static_cast<std::size_t>(result.offset), describe(result.status)});
         return false;

@@ -47,6 +47,8 @@ public:
     // Reads the whole source and parses it. False when that fails, with at least one message; a
     // document without any element parses well. Messages may come with success too.
     bool parse(KIVO_XML_SAX_INPUT_SOURCE& source);
+    // After it: whether the source could be read.
+    bool has_text() const { return has_text_; }
 
     // The document's root, null when it has none or the parse failed.
     KIVO_XML_ELEMENT* root_element() { return root_; }
@@ -70,6 +72,7 @@ private:
 
     std::unique_ptr<Tree> tree_;
     std::string source_name_;
+    bool has_text_ = false;
     bool walks_once_ = false;
     KIVO_XML_ELEMENT* root_ = nullptr;
     KIVO_XML_SAX_ERROR_HANDLER errors_;
