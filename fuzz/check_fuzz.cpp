@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <nlohmann/json.hpp>
 #include <string>
 #include <string_view>
 
@@ -15,7 +16,6 @@
 #include "tools/findings/library_findings.h"
 #include "tools/findings/report.h"
 #include "tools/findings/xml_findings.h"
-#include "tools/text/json.h"
 
 namespace {
 

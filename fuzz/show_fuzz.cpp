@@ -2,13 +2,13 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <nlohmann/json.hpp>
 #include <string>
 
 #include "fuzz/support/expect.h"
 #include "fuzz/support/loaded.h"
 #include "fuzz/support/store_walk.h"
 #include "tools/show/parts.h"
-#include "tools/text/json.h"
 
 namespace {
 

@@ -3,13 +3,13 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <nlohmann/json.hpp>
 #include <string>
 
 #include "fuzz/support/expect.h"
 #include "fuzz/support/loaded.h"
 #include "fuzz/support/vcd_oracle.h"
 #include "fuzz/support/xml_oracle.h"
-#include "tools/text/json.h"
 #include "tools/wave/drivers.h"
 #include "tools/wave/renderers.h"
 

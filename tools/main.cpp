@@ -1,7 +1,6 @@
 #include <unistd.h>
 
 #include <csignal>
-#include <cstdlib>
 #include <cstring>
 #include <exception>
 #include <new>
@@ -80,7 +79,7 @@ int run(int argc, char** argv, Terminal& terminal) {
     return request.command->run(terminal);
 }
 
-// Other errors are reported; to be out of memory goes on.
+// Other errors are reported; want of memory, of a parser that has its own way to take it, goes on.
 int run_reporting(int argc, char** argv, Terminal& terminal) {
     try {
         return run(argc, argv, terminal);
@@ -107,24 +106,17 @@ int run_program(int argc, char** argv, Terminal& terminal) {
     return kExitFailed;
 }
 
-// Memory may end where nobody catches it: before main, or where a function must not throw.
-[[noreturn]] void end_uncaught() {
-    try {
-        if (const std::exception_ptr error = std::current_exception()) {
-            std::rethrow_exception(error);
-        }
-    } catch (const std::bad_alloc&) {
-        [[maybe_unused]] const ssize_t written =
-            write(STDERR_FILENO, kOutOfMemory, std::strlen(kOutOfMemory));
-        _exit(kExitFailed);
-    } catch (...) {
-    }
-    std::abort();
+// Not by an exception: it may arise before main, in functions that must not throw, and in libraries
+// that do not survive it. No file is half written then: while one is, no memory is asked for.
+[[noreturn]] void end_out_of_memory() {
+    [[maybe_unused]] const ssize_t written =
+        write(STDERR_FILENO, kOutOfMemory, std::strlen(kOutOfMemory));
+    _exit(kExitFailed);
 }
 
 // Before the tables of the other sources take memory.
-__attribute__((constructor(101))) void catch_uncaught() {
-    std::set_terminate(end_uncaught);
+__attribute__((constructor(101))) void be_ready_for_want_of_memory() {
+    std::set_new_handler(end_out_of_memory);
 }
 
 }  // namespace

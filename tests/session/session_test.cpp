@@ -372,6 +372,17 @@ TEST(SessionBadInput, deep_and_long_texts_are_faults) {
     EXPECT_EQ(evaluated(d.session, "F0(1)"), "[fault too-many-steps]");
 }
 
+TEST(SessionBadInput, whole_numbers_have_128_bits_and_not_one_more) {
+    const Described d("");
+    const std::string most = "170141183460469231731687303715884105727";
+    EXPECT_EQ(evaluated(d.session, "2 ^ 126 + ( 2 ^ 126 - 2 )").back(), '6');
+    EXPECT_EQ(evaluated(d.session, "2 ^ 126 + ( 2 ^ 126 - 1 )"), most);
+    EXPECT_EQ(evaluated(d.session, "2 ^ 126 + 2 ^ 126"), "[fault too-large]");
+    EXPECT_EQ(evaluated(d.session, most), most);
+    EXPECT_EQ(evaluated(d.session, most + " + 1"), "[fault too-large]");
+    EXPECT_EQ(evaluated(d.session, "0 - " + most + " - 2"), "[fault too-large]");
+}
+
 // The time of this process: others may be busy too.
 double seconds_for_faulty_rules(int count) {
     std::string rules;

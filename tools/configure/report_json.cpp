@@ -1,7 +1,7 @@
+#include <nlohmann/json.hpp>
 #include <optional>
 
 #include "tools/configure/report.h"
-#include "tools/text/json.h"
 #include "tools/text/json_text.h"
 
 namespace {

@@ -7,9 +7,8 @@
 #include <cstdio>
 #include <cstring>
 #include <memory>
+#include <nlohmann/json.hpp>
 #include <optional>
-
-#include "tools/text/json.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
+#include <nlohmann/json.hpp>
 #include <string>
 
 #include "tools/findings/report.h"
-#include "tools/text/json.h"
 #include "tools/text/json_text.h"
 
 namespace {

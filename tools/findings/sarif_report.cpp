@@ -1,11 +1,11 @@
 #include <map>
+#include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
 #include <string_view>
 
 #include "tools/findings/catalogue.h"
 #include "tools/findings/report.h"
-#include "tools/text/json.h"
 #include "tools/text/json_text.h"
 #include "tools/text/text_escape.h"
 #include "tools/text/uri.h"

@@ -1,4 +1,5 @@
 #include <cstdint>
+#include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
 #include <utility>
@@ -6,7 +7,6 @@
 
 #include "tools/description/default_value.h"
 #include "tools/show/parts.h"
-#include "tools/text/json.h"
 #include "tools/text/json_text.h"
 
 namespace {

@@ -1,6 +1,6 @@
 #include "tools/text/json_text.h"
 
-#include "tools/text/json.h"
+#include <nlohmann/json.hpp>
 
 std::string json_text(const nlohmann::ordered_json& document) {
     constexpr bool kIsAscii = true;

@@ -1,6 +1,7 @@
 #include <fmt/format.h>
 
-#include "tools/text/json.h"
+#include <nlohmann/json.hpp>
+
 #include "tools/text/json_text.h"
 #include "tools/wave/renderers.h"
 

@@ -2,12 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <nlohmann/json.hpp>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "tests/tools/program.h"
-#include "tools/text/json.h"
 
 // What "kivo configure" tells, for tests.
 

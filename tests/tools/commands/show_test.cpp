@@ -1,11 +1,11 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
 
 #include "tests/tools/program.h"
-#include "tools/text/json.h"
 
 namespace {
 

@@ -6,6 +6,7 @@
 #include <fstream>
 #include <iterator>
 #include <map>
+#include <nlohmann/json.hpp>
 #include <pugixml.hpp>
 #include <set>
 #include <sstream>
@@ -13,7 +14,6 @@
 #include <vector>
 
 #include "tests/tools/program.h"
-#include "tools/text/json.h"
 #include "tools/text/text_width.h"
 
 namespace {

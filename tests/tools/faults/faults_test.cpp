@@ -59,6 +59,7 @@ const std::vector<CommandRow> kCommands = {
     {"check_sarif", {"check", "--format", "sarif", example("faulty_info.xml")}},
     {"completion", {"completion", "bash"}},
     {"configure", {"configure", example("fifo_info.xml"), "DEPTH=1000", "-o", "OUT/report"}},
+    {"configure_json", {"configure", example("fifo_info.xml"), "DEPTH=1000", "--format", "json"}},
     {"doc", {"doc", example("fifo_info.xml"), "-o", "OUT/page.html"}},
     {"explain", {"explain", "unknown-section"}},
     {"instance",

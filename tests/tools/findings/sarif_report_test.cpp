@@ -2,10 +2,10 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <nlohmann/json.hpp>
 #include <string>
 
 #include "tools/findings/report.h"
-#include "tools/text/json.h"
 
 namespace {
 

@@ -5,13 +5,13 @@
 
 #include <fstream>
 #include <iterator>
+#include <nlohmann/json.hpp>
 #include <set>
 #include <sstream>
 #include <string>
 #include <vector>
 
 #include "tests/tools/program.h"
-#include "tools/text/json.h"
 #include "tools/text/text_escape.h"
 
 namespace {
