@@ -6,7 +6,7 @@
 //                                     the file
 //   KIVO_FAULT_READ=interrupt:N       each read is interrupted before it gives a piece
 //   KIVO_FAULT_READ=pieces:N          files come in pieces of N bytes
-//   KIVO_FAULT_DESCRIPTORS=most:N     no descriptor from number N on
+//   KIVO_FAULT_DESCRIPTORS=free:N     N descriptors beside the standard streams
 //   KIVO_FAULT_LOG=FILE               gets a word as soon as an allocation is refused or a read is
 //                                     broken; else, when the program exits, how many allocations
 //                                     there were
@@ -97,9 +97,11 @@ __attribute__((constructor)) void begin() {
     read_fault = fault_of("KIVO_FAULT_READ");
     log_path = std::getenv("KIVO_FAULT_LOG");
     if (const Fault fault = fault_of("KIVO_FAULT_DESCRIPTORS"); !fault.kind.empty()) {
+        // Whoever started the program may have left some open.
+        close_range(STDERR_FILENO + 1, ~0U, 0);
         rlimit limit = {};
         getrlimit(RLIMIT_NOFILE, &limit);
-        limit.rlim_cur = fault.number;
+        limit.rlim_cur = STDERR_FILENO + 1 + fault.number;
         setrlimit(RLIMIT_NOFILE, &limit);
     }
     is_active = true;
