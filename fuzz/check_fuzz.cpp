@@ -99,7 +99,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string_view text(reinterpret_cast<const char*>(data), size);
     const LoadedInput description(data, size);
     Sources sources;
-    CheckedFile file{description.name(), description.failure(), {}};
+    CheckedFile file{description.name(), description.failure(), {}, 0};
     file.findings = library_findings(description, sources);
     append_xml_findings(file.findings, description, sources);
     check_findings(file);

@@ -11,6 +11,7 @@
 #include "fuzz/support/expect.h"
 #include "fuzz/support/memory_file.h"
 #include "kivo/kivo.h"
+#include "kivo/session/sense.h"
 #include "kivo/session/session.h"
 #include "tests/session/told.h"
 
@@ -78,6 +79,8 @@ void check(KIVO_INFO& info, std::uint32_t seed) {
         session.unset(name);
     }
     expect_same(everything(session, info), at_first, "what is taken back leaves nothing");
+    kivo_judge_sense(session, {20000, 100, 1000});
+    expect_same(everything(session, info), at_first, "judging the description changes nothing");
 }
 
 }  // namespace

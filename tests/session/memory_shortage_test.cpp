@@ -4,6 +4,7 @@
 
 #include <new>
 
+#include "kivo/session/sense.h"
 #include "tests/session/fixture.h"
 
 namespace {
@@ -44,6 +45,7 @@ void use(const KIVO_INFO& info, KIVO_INFO& store) {
     session.holds("U gt 1 / 0");
     session.nearest_name("a text of some lenght");
     session.take_changes();
+    kivo_judge_sense(session, {2000, 20, 2000});
     session = std::move(other);
 }
 

@@ -404,6 +404,50 @@ TEST(Check, the_shape_of_the_json_output_is_constant) {
 )");
 }
 
+// Rules over products of numbers without ranges, which no effort suffices for.
+std::string hard_description() {
+    return with_sections(
+        "<PARAMETERS><PARAMETER NAME='X' TYPE='INTEGER' VALUE='1'/><PARAMETER NAME='Y' "
+        "TYPE='INTEGER' VALUE='1'/></PARAMETERS><MESSAGES><MESSAGE TYPE='ERROR'><IF>( X * X * X + "
+        "Y * Y * Y == 30 ) and ( X * Y gt X + Y + 1000 )</IF><THEN>No.</THEN></MESSAGE>"
+        "</MESSAGES>");
+}
+
+TEST(Check, what_the_effort_does_not_suffice_for_is_counted_at_the_end) {
+    const RunResult run = run_kivo({"check", "--effort", "20", "-"}, {.input = hard_description()});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.err,
+              "1 file checked: no messages\n"
+              "1 question of sense not decided; a greater --effort decides more\n");
+    const RunResult json = run_kivo({"check", "--effort", "20", "--format", "json", "-"},
+                                    {.input = hard_description()});
+    EXPECT_TRUE(contains(json.out, "\"undecided\": 1\n")) << json.out;
+    EXPECT_EQ(run_kivo({"check", "--effort", "0", "-"}, {.input = hard_description()}).err,
+              "1 file checked: no messages\n");
+}
+
+TEST(Check, the_effort_is_a_number_within_bounds) {
+    for (const char* const effort : {"-1", "200001", "much"}) {
+        EXPECT_EQ(run_kivo({"check", "--effort", effort, example("ram_info.xml")}).status, 2)
+            << effort;
+    }
+    EXPECT_EQ(run_kivo({"check", "--effort", "200000", example("ram_info.xml")}).status, 0);
+}
+
+TEST(Check, what_makes_no_sense_is_a_warning_like_any_other) {
+    const std::string dead = with_sections(
+        "<PARAMETERS><PARAMETER NAME='W' TYPE='INTEGER' VALUE='2;3'/></PARAMETERS>"
+        "<MESSAGES><MESSAGE TYPE='INFO'><IF>W == 4</IF><THEN>No.</THEN></MESSAGE></MESSAGES>");
+    EXPECT_EQ(run_kivo({"check", "-"}, {.input = dead}).status, 1);
+    EXPECT_EQ(run_kivo({"check", "-W", "no-unreachable-message", "-"}, {.input = dead}).status, 0);
+    EXPECT_EQ(run_kivo({"check", "--effort", "0", "-"}, {.input = dead}).status, 0);
+    EXPECT_TRUE(contains(run_kivo({"check", "--format", "sarif", "-"}, {.input = dead}).out,
+                         "\"ruleId\": \"unreachable-message\""));
+    EXPECT_TRUE(
+        contains(run_kivo({"check", "-W", "error=unreachable-message", "-"}, {.input = dead}).err,
+                 "error: this message is never shown [unreachable-message]"));
+}
+
 TEST(Check, output_that_cannot_be_written_is_an_error) {
     for (const char* const format : {"json", "sarif"}) {
         const RunResult run = run_kivo({"check", "--format", format, example("faulty_info.xml")},
