@@ -20,6 +20,11 @@ inline bool is_judged(LeafKind kind) {
     return kind < LeafKind::kMessage;
 }
 
+// Whether a leaf is about rules that give one object several values at once.
+inline bool is_disagreement(LeafKind kind) {
+    return kind >= LeafKind::kForcesDisagree && kind <= LeafKind::kPortForcesDisagree;
+}
+
 // REQUIRES: as for row_of
 KIVO_SEVERITY severity_of(const Description& description, const Leaf& leaf);
 

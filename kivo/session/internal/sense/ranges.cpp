@@ -3,6 +3,7 @@
 #include <string>
 #include <utility>
 
+#include "kivo/session/internal/engine/leaf_rows.h"
 #include "kivo/session/internal/sense/topics.h"
 
 namespace kivo_session {
@@ -162,11 +163,6 @@ private:
     SenseRun& run_;
     const Model& model_;
 };
-
-bool is_disagreement(LeafKind kind) {
-    return kind == LeafKind::kForcesDisagree || kind == LeafKind::kStatesDisagree ||
-           kind == LeafKind::kPortForcesDisagree;
-}
 
 ElementKind element_kind(LeafKind kind) {
     return kind == LeafKind::kForcesDisagree   ? ElementKind::kForce
