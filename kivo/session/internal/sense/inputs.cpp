@@ -117,8 +117,6 @@ Inputs inputs_of(const Engine& engine, const std::vector<Wanted>& wanted) {
                 add_inputs(engine, each.other, inputs);
                 break;
             case WantedKind::kIs:
-                inputs.nodes.push_back(each.item);
-                break;
             case WantedKind::kConnected:
                 inputs.nodes.push_back(each.item);
                 break;

@@ -140,7 +140,7 @@ Answer Space::ask(const Question& question, Budget& budget) {
         // What can be answered at all is answered soon, most of the time.
         const std::uint64_t searches = scene.is_closed ? 1 : 2;
         Budget part = budget.share(searches);
-        const Answer answer = search(question, scene, part);
+        Answer answer = search(question, scene, part);
         if (answer.finding == Finding::kNo) {
             return question.is_legal ? judged_among_legal(question, scene, answer, part) : answer;
         }
