@@ -64,6 +64,9 @@ std::vector<MessageDescription> word_warnings() {
   <MACROS>
     <MACRO NAME="IS_WIDE" ARGUMENTS="bits" DEFINITION="WIDTH gt 32"/>
   </MACROS>
+  <RULES>
+    <RULE>!( IS_WIDE(WIDTH) )</RULE>
+  </RULES>
 </ROOT>
 )"},
 

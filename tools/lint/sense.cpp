@@ -39,6 +39,7 @@ constexpr Overlap kOverlaps[] = {
     { "default-never-used",  "empty-condition",    Of::kObject },
     { "default-never-used",  "range-attribute",    Of::kObject },
     { "port-width-never",    "number-expected",    Of::kObject },
+    { "port-width-never",    "run-time-width",     Of::kObject },
     { "value-never-legal",   "empty-range",        Of::kObject },
     { "value-never-legal",   "value-out-of-range", Of::kObject },
     { "",                    "text-not-in-list",      Of::kText },
