@@ -17,12 +17,13 @@ struct Options {
     std::string format = "text";
     std::string output;
     ReportDepth depth;
+    Directories directories;
 };
 
-std::string check_output(const Options& options) {
+std::string check_output(const Options& options, const std::string& description) {
     const bool is_input =
         !options.output.empty() &&
-        (is_same_file(options.output, options.path) ||
+        (is_same_file(options.output, description) ||
          (!options.request.from.empty() && is_same_file(options.output, options.request.from)));
     return is_input ? "'" + options.output + "' is read; name another output" : "";
 }
@@ -51,11 +52,11 @@ std::string report_of(const Stream& stream, const KIVO_SESSION& session,
 }
 
 int configure(Terminal& terminal, const Options& options) {
-    if (const std::string problem = check_output(options); !problem.empty()) {
+    const Description description(options.path, options.directories);
+    if (const std::string problem = check_output(options, description.path()); !problem.empty()) {
         terminal.report_error(problem);
         return kExitUsage;
     }
-    Description description(options.path);
     if (!report_loading(terminal, description)) {
         return kExitFailed;
     }
@@ -112,6 +113,7 @@ Command make_configure() {
              .help = "Show every change that makes a finding go, not the best alone"},
             {.name = "--format", .value_name = "FORMAT", .target = &options->format,
              .help = "What to write: text (the default) or json", .choices = {"text", "json"}},
+            directories_row(options->directories),
             {.name = "--output", .short_name = "-o", .value_name = "OUT",
              .target = &options->output, .help = "Write a file instead",
              .offer = Offer::kFiles},

@@ -21,6 +21,7 @@ struct Options {
     KIVO_INSTANCE_OPTIONS instance;
     bool is_forced = false;
     std::string output;
+    Directories directories;
 };
 
 std::string file_name_of(const std::string& path) {
@@ -79,11 +80,11 @@ int write_instance(Terminal& terminal, const Description& description, const KIV
 }
 
 int instance(Terminal& terminal, const Options& options) {
-    if (!options.output.empty() && is_same_file(options.output, options.path)) {
+    const Description description(options.path, options.directories);
+    if (!options.output.empty() && is_same_file(options.output, description.path())) {
         terminal.report_error("'" + options.output + "' is the description; name another output");
         return kExitUsage;
     }
-    const Description description(options.path);
     if (!report_loading(terminal, description)) {
         return kExitFailed;
     }
@@ -117,6 +118,7 @@ Command make_instance() {
              .help = "Name of the instance; u1 by default"},
             map_row(options->request),
             from_row(options->request),
+            directories_row(options->directories),
             {.name = "--component", .target = &options->instance.component,
              .help = "Write the declaration of the component, or empty module, before it"},
             {.name = "--unit", .target = &options->instance.unit,

@@ -20,6 +20,7 @@ struct Question {
     std::string vector;
     std::string signal;
     std::int32_t time = 0;
+    Directories directories;
 };
 
 std::vector<std::string> vector_names(KIVO_INFO& info) {
@@ -86,7 +87,7 @@ int answer(Terminal& terminal, KIVO_INFO& info, const Question& question) {
 }
 
 int value(Terminal& terminal, const Question& question) {
-    Description description(question.file);
+    Description description(question.file, question.directories);
     if (!report_loading(terminal, description)) {
         return kExitFailed;
     }
@@ -119,6 +120,7 @@ Command make_value() {
              .help = "Name of a signal that the vector drives", .is_required = true},
             {.name = "TIME", .target = &question->time,
              .help = "Time, in units of the description", .is_required = true},
+            directories_row(question->directories),
         },
         .footer = kFooter,
         .run = [question](Terminal& terminal) { return value(terminal, *question); },

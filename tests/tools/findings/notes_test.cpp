@@ -139,23 +139,38 @@ TEST_F(IncludeNotesTest, a_file_beside_the_one_that_includes_it_is_told_to_be_el
               Notes{});
 }
 
+// What follows the file, for every command that reads a description, and for those that write one.
+const std::vector<std::vector<std::string>> kReaders = {{"check"},
+                                                        {"configure"},
+                                                        {"instance", "--language", "vhdl"},
+                                                        {"show"},
+                                                        {"value", "w", "a", "5"},
+                                                        {"wave"}};
+const std::vector<std::vector<std::string>> kWriters = {{"configure", "-o"},
+                                                        {"doc", "-o"},
+                                                        {"instance", "--language", "vhdl", "-o"},
+                                                        {"wave", "--svg"}};
+
 TEST_F(IncludeNotesTest, the_description_is_looked_for_in_the_directories_too) {
-    folder.write("b_info.xml",
-                 "<ROOT><PARAMETERS><PARAMETER NAME='WIDTH' TYPE='INTEGER' "
-                 "VALUE='8'/></PARAMETERS></ROOT>");
-    const std::vector<std::string> where = {"b_info.xml", "-I", folder.path("")};
-    for (const char* command : {"check", "show"}) {
-        std::vector<std::string> arguments = {command};
-        arguments.insert(arguments.end(), where.begin(), where.end());
-        EXPECT_EQ(run_kivo(arguments, {.directory = elsewhere.path("")}).status, 0) << command;
-        EXPECT_EQ(run_kivo({command, "b_info.xml"}, {.directory = elsewhere.path("")}).status, 3);
+    const std::string path = folder.write(
+        "b_info.xml", with_sections("<PORTS><PORT NAME='a' TYPE='INPUT' WIDTH='1'/></PORTS>"
+                                    "<WAVE_DATA><WAVE NAME='w'><STIM>force a 0 0,1 5</STIM></WAVE>"
+                                    "</WAVE_DATA>"));
+    const auto run = [&](std::vector<std::string> words, const std::vector<std::string>& last) {
+        words.insert(words.begin() + 1, "b_info.xml");
+        words.insert(words.end(), last.begin(), last.end());
+        return run_kivo(words, {.directory = elsewhere.path("")});
+    };
+    for (const auto& reader : kReaders) {
+        const RunResult found = run(reader, {"-I", folder.path("")});
+        EXPECT_EQ(found.status, 0) << reader.front() << found.err;
+        EXPECT_EQ(run(reader, {}).status, 3) << reader.front();
     }
     // It is the description by whatever name, which no output may take the place of.
-    EXPECT_EQ(
-        run_kivo({"doc", "b_info.xml", "-I", folder.path(""), "-o", folder.path("b_info.xml")},
-                 {.directory = elsewhere.path("")})
-            .status,
-        2);
+    for (const auto& writer : kWriters) {
+        const RunResult refused = run(writer, {path, "-I", folder.path("")});
+        EXPECT_EQ(refused.status, 2) << writer.front() << refused.err;
+    }
 }
 
 }  // namespace
