@@ -139,8 +139,8 @@ std::string check_paths(const Options& options) {
 constexpr const char* kFooter =
     "Every message is one line on standard error, with its source line below it; what it\n"
     "means and how to mend it says 'kivo explain ID', with the id that ends the line.\n"
-    "Errors are what the library finds; warnings are for what it reads without a word although\n"
-    "it was surely not meant so, and for files that are not well-formed XML. Whether rules,\n"
+    "Errors are what the library finds; warnings are for what it silently reads although it\n"
+    "was surely not meant so, and for files that are not well-formed XML. Whether rules,\n"
     "messages and values make sense is tried out over all configurations; what the effort does\n"
     "not suffice for is counted and not told, and two seconds end it.\n"
     "A file kivo.toml beside a description names findings to live with, in tables [[waiver]]\n"

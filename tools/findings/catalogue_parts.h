@@ -18,7 +18,7 @@ std::vector<MessageDescription> display_messages();
 // Files that the library reads although they are not well-formed XML.
 std::vector<MessageDescription> xml_warnings();
 
-// Warnings about what the library reads without a word.
+// Warnings about what the library silently reads.
 
 // What is not read, or not as a part of what it should be a part of.
 std::vector<MessageDescription> structure_warnings();

@@ -49,7 +49,7 @@ std::vector<MessageDescription> stimulus_warnings() {
 
     {"stimulus-item", Severity::kWarning,
      R"(An item of a stimulus command is not read as it is meant. Items are separated by ",",
-        and each is a value, a blank and a time; one without a time is passed over. After two
+        and each is a value, a blank and a time; one without a time is silently ignored. After two
         commas that follow each other all the rest is one item. Write the comma, the value or
         the time that is missing, or remove what is too much.)",
      R"(<ROOT>

@@ -15,8 +15,8 @@ std::vector<MessageDescription> structure_warnings() {
 )"},
 
     {"unknown-element", Severity::kWarning,
-     R"(An element stands where the library knows none of that tag. It is passed over with
-        all that it holds, and no message says so: a PROT among the ports declares no port.
+     R"(An element stands where the library knows none of that tag. It is silently ignored,
+        with all that it holds: a PROT among the ports declares no port.
         Tags are compared exactly and are written in upper case; a PORT belongs into PORTS,
         a PARAMETER into PARAMETERS. Correct the tag, or remove the element.)",
      R"(<ROOT>
@@ -125,7 +125,7 @@ std::vector<MessageDescription> structure_warnings() {
 )"},
 
     {"value-missing", Severity::kWarning,
-     R"(A FORCE_VALUE or STATE has no value, so that the library drops it without a word.
+     R"(A FORCE_VALUE or STATE has no value, so that the library silently drops it.
         The value is V, TO or THEN, as an attribute or as an element. Write it; if the value
         is that of the ELSE, turn the condition round.)",
      R"(<ROOT>
@@ -219,7 +219,7 @@ std::vector<MessageDescription> structure_warnings() {
 
     {"type-missing", Severity::kWarning,
      R"(A PARAMETER or PORT in WIZARD_DATA is new to its map and has no TYPE, so that it is
-        dropped without a word. A map knows only what it declares itself and what is given
+        silently dropped. A map knows only what it declares itself and what is given
         to all maps, not the parameters and ports of the function. Write its TYPE.)",
      R"(<ROOT>
   <WIZARD_DATA>

@@ -4,8 +4,8 @@ std::vector<MessageDescription> word_warnings() {
     // clang-format off
     return {
     {"unknown-word", Severity::kWarning,
-     R"(An attribute takes one of a few words and has another, which counts as one of them
-        without a word: "on" is OFF, "unused" is USED. Words are compared exactly and are
+     R"(An attribute takes one of a few words and has another, which silently counts as one
+        of them: "on" is OFF, "unused" is USED. Words are compared exactly and are
         written in upper case. Write the one that is meant.)",
      R"(<ROOT>
   <PORTS>

@@ -135,7 +135,7 @@ inline Form form_of(Context context) {
 // Null for an attribute that the element does not have.
 const AttributeRule* find_attribute_rule(Context context, std::string_view name);
 
-// What an element of that tag is in another; kUnread for one that the library passes over.
+// What an element of that tag is in another; kUnread for one that the library ignores.
 Context context_in(Context parent, std::string_view tag);
 
 // The tags and attribute names that are known there, in alphabetical order.

@@ -1,7 +1,7 @@
 #pragma once
 
-// Warnings about what the library reads without a word although it was surely not meant so. Each
-// class of them has its room: a source of this folder with a function that looks at a description
+// Warnings about what the library silently reads although it was surely not meant so. Each class
+// of them has its room: a source of this folder with a function that looks at a description
 // and posts what it finds, and a table of the texts that it posts.
 
 #include <fmt/format.h>

@@ -102,7 +102,7 @@ private:
         }
     }
 
-    // White space before and after what the library reads as a number is passed over by it.
+    // White space before and after what the library reads as a number does not count.
     void post_foreign(std::string_view gap) {
         while (!gap.empty() && !is_foreign(gap)) {
             gap.remove_prefix(1);

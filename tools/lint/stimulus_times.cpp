@@ -10,7 +10,7 @@ namespace {
 
 // clang-format off
 constexpr LintRow kNoTime = {
-    "stimulus-item", "{} has no {}: it is passed over"};
+    "stimulus-item", "{} has no {}: it is silently ignored"};
 constexpr LintRow kNoItem = {
     "stimulus-item", "an item is missing beside this comma"};
 constexpr LintRow kAllOneItem = {

@@ -99,9 +99,9 @@ const CommandCase kOptions[] = {
 
 const CommandCase kItems[] = {
     {"force clock 1", {
-     "3:19 \"1\" has no time: it is passed over [stimulus-item]"}},
+     "3:19 \"1\" has no time: it is silently ignored [stimulus-item]"}},
     {"force clock 0 0,1 10,-repeat", {
-     "3:28 \"-repeat\" has no period: it is passed over [stimulus-item]"}},
+     "3:28 \"-repeat\" has no period: it is silently ignored [stimulus-item]"}},
     {"force clock 0 0 1 10,-repeat 20", {
      "3:23 \"1 10\" is not read: a comma is missing before it [stimulus-item]"}},
     {"force clock 0 0;1 10", {
