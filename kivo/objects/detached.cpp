@@ -34,7 +34,7 @@ void for_each_record(const Items& items, RecordOf record_of, Use use) {
 }
 
 // Whether "next" comes after "record" in what is likely the same slab.
-bool lies_behind(const KIVO_OBJ* record, const KIVO_OBJ* next) {
+bool lies_after(const KIVO_OBJ* record, const KIVO_OBJ* next) {
     constexpr std::uintptr_t kNear = 4096;
     return reinterpret_cast<std::uintptr_t>(next) - reinterpret_cast<std::uintptr_t>(record) <
            kNear;
@@ -49,7 +49,7 @@ Records sorted_by_address(const Records& records) {
     };
     std::vector<Run> runs;
     for (auto begin = records.begin(); begin != records.end(); begin = runs.back().end) {
-        const auto last = std::adjacent_find(begin, records.end(), std::not_fn(lies_behind));
+        const auto last = std::adjacent_find(begin, records.end(), std::not_fn(lies_after));
         runs.push_back({begin, last == records.end() ? last : last + 1});
     }
     std::sort(runs.begin(), runs.end(),

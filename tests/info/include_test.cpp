@@ -119,7 +119,7 @@ TEST(Include, attribute_comes_before_sub_elements) {
     EXPECT_EQ(rules_of(loaded.info), "c a b ");
 }
 
-TEST(Include, included_files_are_read_behind_the_sections_of_the_including_one) {
+TEST(Include, included_files_are_read_after_the_sections_of_the_including_one) {
     const TemporaryFolder folder;
     folder.write("a", root(rule("3")));
     folder.write("b", root(rule("4")));

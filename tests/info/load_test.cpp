@@ -240,7 +240,7 @@ TEST(Load, sections_are_read_in_document_order_however_often_they_come) {
     EXPECT_EQ(loaded.info.get_next_kivo_obj()->name, "c");
 }
 
-TEST(Load, parser_messages_come_behind_those_of_the_sections) {
+TEST(Load, parser_messages_come_after_those_of_the_sections) {
     const TemporaryFolder folder;
     const std::string file = folder.write("a.xml", "<ROOT><BAD N='1' N='2'/><WORSE/></ROOT>");
     EXPECT_EQ(loaded_messages(file),

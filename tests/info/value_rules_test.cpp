@@ -385,7 +385,7 @@ TEST(ValueRules, attributes_of_a_value_rule_are_ignored) {
               {{"<VALUE_RULE IF='i' BAD='1'>own</VALUE_RULE>", {{"", "", "own", 4}}, {}}});
 }
 
-TEST(ValueRules, rules_stand_in_document_order_behind_earlier_ones) {
+TEST(ValueRules, rules_stand_in_document_order_after_earlier_ones) {
     Loaded store(
         "<PARAMETERS><PARAMETER NAME='N' TYPE='INTEGER'><FORCE_VALUE V='1'/>"
         "<VALUE_RULE>two</VALUE_RULE><BAD/><FORCE_RANGE MAX='3'/></PARAMETER></PARAMETERS>"

@@ -25,7 +25,7 @@ inline std::string state_of(const KIVO_SESSION& session, const std::string& name
     return kivo_get_usage_state_as_string(*port->state) + (port->tied ? ":" + *port->tied : "");
 }
 
-// "id subject", with "?" behind what is not decided.
+// "id subject", with "?" after what is not decided.
 inline std::vector<std::string> verdicts_of(const KIVO_SESSION& session) {
     std::vector<std::string> result;
     for (const KIVO_VERDICT& verdict : session.verdicts()) {

@@ -20,7 +20,7 @@ TEST(LessCString, folds_a_to_z_and_nothing_else) {
     EXPECT_TRUE(less("\xC4", "\xE4"));
 }
 
-TEST(LessCString, folded_capitals_stand_behind_the_characters_between_the_cases) {
+TEST(LessCString, folded_capitals_stand_after_the_characters_between_the_cases) {
     EXPECT_TRUE(less("_", "A"));
     EXPECT_TRUE(less("_", "a"));
     EXPECT_TRUE(less("Z", "{"));

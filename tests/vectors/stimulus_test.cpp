@@ -189,7 +189,7 @@ TEST(StimulusTransition, an_item_without_value_or_time_is_ignored) {
     EXPECT_EQ(ask("force a 0 0,1 10,-r", 20), no("a"));
 }
 
-TEST(StimulusTransition, behind_an_empty_item_the_rest_is_one_item) {
+TEST(StimulusTransition, after_an_empty_item_the_rest_is_one_item) {
     EXPECT_EQ(ask("force a ,1 10,0 20", 10), yes("a", "1"));
     EXPECT_EQ(ask("force a ,1 10,0 20", 20), no("a"));
     EXPECT_EQ(ask("force a 0 0,,1 10,0 20", 10), yes("a", "1"));
@@ -293,7 +293,7 @@ TEST(StimulusTransition, fixed_point_values_become_binary) {
     EXPECT_EQ(ask("force -fixed_point(4.4)(1.1) a 1.5 0", 0), yes("a", "0b00011000"));
 }
 
-TEST(StimulusTransition, a_value_that_does_not_convert_is_kept_behind_the_prefix) {
+TEST(StimulusTransition, a_value_that_does_not_convert_is_kept_after_the_prefix) {
     EXPECT_EQ(ask("force -hex a G 0", 0), yes("a", "0bG"));
     EXPECT_EQ(ask("force -fixed_point(4.4) a one 0", 0), yes("a", "0bone"));
     EXPECT_EQ(ask("force -fixed_point(nonsense) a 1.5 0", 0), yes("a", "0b1.5"));
@@ -349,7 +349,7 @@ TEST(StimulusRepeat, keywords_may_be_the_items_that_repeat) {
     EXPECT_EQ(ask("force a -cancel 30,0 1,-r 35", 65), yes("", "-cancel"));
 }
 
-TEST(StimulusRepeat, an_item_behind_a_blank_supplies_no_value_as_the_second) {
+TEST(StimulusRepeat, an_item_after_a_blank_supplies_no_value_as_the_second) {
     EXPECT_EQ(ask("force a 0 0, 1 10,-r 20", 10), yes("a", "1"));
     EXPECT_EQ(ask("force a 0 0, 1 10,-r 20", 30), no("a"));
     EXPECT_EQ(ask("force a 0 0, 1 10,-r 20", 40), yes("a", "0"));
@@ -392,7 +392,7 @@ TEST(StimulusRepeat, a_later_repeat_replaces_an_earlier_one_by_the_first_item_on
     EXPECT_EQ(ask("force a 0 3,1 7,-r 10,-r 6", 13), yes("a", "0"));
 }
 
-TEST(StimulusRepeat, a_cancel_behind_a_repeat_undoes_it) {
+TEST(StimulusRepeat, a_cancel_after_a_repeat_undoes_it) {
     EXPECT_EQ(ask("force a 0 0,1 10,-r 20,-c 30", 30), no(""));
     EXPECT_EQ(ask("force a 0 0,1 10,-r 20,-c 31", 30), yes("a", "1"));
     EXPECT_EQ(ask("force a 0 0,1 10,-c 30,-r 20", 30), yes("", "1"));
@@ -525,7 +525,7 @@ TEST(StimulusTransition, every_prefix_of_a_command_is_answered) {
 
 // Lists of commands
 
-TEST(VectorTransition, goes_on_behind_the_command_that_made_a_transition) {
+TEST(VectorTransition, goes_on_after_the_command_that_made_a_transition) {
     Stimulus stimulus = {"force a 1 5", "force b 0 6", "force c 1 5"};
     EXPECT_EQ(stimulus.next_at(5), yes("a", "1"));
     EXPECT_EQ(stimulus.next_at(5), yes("c", "1"));
@@ -630,7 +630,7 @@ TEST(StimulusExists, a_command_without_signal_drives_the_empty_name) {
     EXPECT_FALSE(Stimulus({"set"}).drives(""));
 }
 
-TEST(StimulusExists, starts_at_the_first_command_and_stops_behind_the_one_found) {
+TEST(StimulusExists, starts_at_the_first_command_and_stops_after_the_one_found) {
     Stimulus stimulus = {"force a 0 0", "force b 0 0", "force c 0 0"};
     stimulus.next_command();
     stimulus.next_command();

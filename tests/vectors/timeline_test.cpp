@@ -130,7 +130,7 @@ TEST(Timeline, release_is_broken_by_an_earlier_item) {
     EXPECT_EQ(timeline_of("force a 1 12,-c 8", 0, 20), "8..11=released 12=1 13..20=released");
 }
 
-TEST(Timeline, value_behind_a_cancel_has_no_signal) {
+TEST(Timeline, value_after_a_cancel_has_no_signal) {
     EXPECT_EQ(timeline_of("force a -c 8,1 10", 0, 12), "8..9=released 10?1 11..12=released");
 }
 

@@ -200,7 +200,7 @@ private:
         }
     }
 
-    // From behind, so that what is linked in front of others comes before them in the file.
+    // From the last one, so that what is linked in front of others comes before them in the file.
     void link() {
         std::vector<DocumentElement>& elements = document_.elements_;
         for (auto element = elements.rbegin(); element != elements.rend(); ++element) {

@@ -14,7 +14,7 @@ public:
     explicit StartTag(std::string_view source);
 
     std::string_view name() const { return name_; }
-    // False at the end of the tag, behind which rest() then stands.
+    // False at the end of the tag, after which rest() then stands.
     bool next(Attribute& attribute);
     std::string_view rest() const { return rest_; }
 

@@ -13,7 +13,7 @@ struct Note {
     Place place;
 };
 
-// The attribute that is wrong, so many bytes behind the place of its element.
+// The attribute that is wrong, so many bytes after the place of its element.
 struct WrongAttribute {
     std::size_t distance;
     std::string text;

@@ -252,7 +252,7 @@ private:
             if (column > line.size()) {
                 break;
             }
-            // The mark of the very end stands behind the last column.
+            // The mark of the very end stands after the last column.
             line.resize(std::max(line.size(), column + 1));
             line[column] = glyphs_.mark;
             labels.resize(std::max(labels.size(), column), ' ');

@@ -131,7 +131,7 @@ inline void walk_items(std::string_view items, StimulusItem (&first_two)[2], int
     std::size_t blanks = 0;  // that stand before "rest" and were skipped
     while (!rest.empty()) {
         if (rest.front() == ',') {
-            // Behind a missing item everything is one item, commas included, which is not saved.
+            // After a missing item everything is one item, commas included, which is not saved.
             rest = skip_blanks(rest.substr(1));
             visit(take_item(rest, kNoLetter));
             return;

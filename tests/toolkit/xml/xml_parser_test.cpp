@@ -237,7 +237,7 @@ Messages messages_of_one_walk(const std::string& document, bool walks_whole) {
 }  // namespace
 
 TEST(XmlParser, one_walk_finds_what_a_look_at_the_whole_document_finds) {
-    const std::string filling(1100000, ' ');  // a document so large that it shrinks behind the walk
+    const std::string filling(1100000, ' ');  // a document so large that it shrinks as it is walked
     for (const std::string& blanks : {""s, filling}) {
         std::string document = "<R a='' a=''>" + blanks;
         for (int i = 0; i < 40; ++i) {
@@ -253,7 +253,7 @@ TEST(XmlParser, one_walk_finds_what_a_look_at_the_whole_document_finds) {
     }
 }
 
-TEST(XmlParser, large_document_shrinks_behind_the_walk_however_deep_its_elements_are) {
+TEST(XmlParser, large_document_shrinks_as_it_is_walked_however_deep_its_elements_are) {
     const std::string filling(1100000, ' ');
     std::string deep;
     for (int i = 0; i < 100000; ++i) {
@@ -396,7 +396,7 @@ TEST(XmlParser, what_looks_like_a_reference_to_nul_where_there_are_none_is_text)
     EXPECT_FALSE(ParsedText("<A><![CDATA[&#0;]]>&#0;</A>").is_parsed);
 }
 
-TEST(XmlParser, reference_to_nul_is_found_behind_what_only_looks_like_markup) {
+TEST(XmlParser, reference_to_nul_is_found_after_what_only_looks_like_markup) {
     for (const char* document : {
              "<A N='<!--&#0;x' M='-->'/>",
              "<A N='<!--'>&#0;</A>",

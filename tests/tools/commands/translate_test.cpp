@@ -36,7 +36,7 @@ TEST(Translate, bytes_pass_through) {
     EXPECT_EQ(run_kivo({"translate", "--to", "vhdl"}, {.input = bytes}).out, bytes + '\n');
 }
 
-TEST(Translate, an_argument_may_look_like_an_option_behind_two_dashes) {
+TEST(Translate, an_argument_may_look_like_an_option_after_two_dashes) {
     EXPECT_EQ(run_kivo({"translate", "--to", "nhdl", "--", "-a lt b"}).out, "-a < b\n");
 }
 

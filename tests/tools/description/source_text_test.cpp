@@ -74,7 +74,7 @@ TEST_F(SourceTextTest, characters_of_a_long_line_are_counted_right) {
     }
 }
 
-TEST_F(SourceTextTest, a_place_ends_behind_what_stands_there) {
+TEST_F(SourceTextTest, a_place_ends_after_what_stands_there) {
     const std::string text = "<PORT NAME='a'></PORT><!-- c -->\xC3\xA4-b &x\n";
     const SourceText file = source(text);
     EXPECT_EQ(covered(file, 0), "<PORT");

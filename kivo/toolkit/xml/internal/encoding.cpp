@@ -57,10 +57,10 @@ public:
             const bool is_character = unit < 0xD800 || (unit > 0xDFFF && unit <= 0x10FFFF);
             return is_character ? unit : kReplacement;
         }
-        const std::string_view behind = rest_;
+        const std::string_view after = rest_;
         const std::uint32_t low = unit < 0xDC00 && !rest_.empty() ? next_unit() : 0;
         if (low < 0xDC00 || low > 0xDFFF) {
-            rest_ = unit < 0xDC00 ? behind : rest_;
+            rest_ = unit < 0xDC00 ? after : rest_;
             return kReplacement;
         }
         return 0x10000 + ((unit - 0xD800) << 10) + (low - 0xDC00);

@@ -23,10 +23,10 @@ TextSurvey::TextSurvey(std::string_view text) {
     const std::size_t declaration = length_of_xml_declaration(text);
     for (std::size_t begin = 0; begin < text.size(); begin += kBlock) {
         const std::string_view block = text.substr(begin, kBlock);
-        const std::string_view behind = begin == 0 ? block.substr(declaration) : block;
+        const std::string_view after = begin == 0 ? block.substr(declaration) : block;
         lines.add_lines(text, begin, begin + block.size());
         has_nul = has_nul || has(block, '\0');
         has_ampersand = has_ampersand || has(block, '&');
-        has_inner_markup_mark = has_inner_markup_mark || has(behind, '!') || has(behind, '?');
+        has_inner_markup_mark = has_inner_markup_mark || has(after, '!') || has(after, '?');
     }
 }

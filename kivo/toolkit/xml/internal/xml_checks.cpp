@@ -111,14 +111,14 @@ private:
 // The following are given where something begins and return where it ends, npos when it does not:
 // what the parser skips or reads as one, by its own rules.
 
-std::size_t end_behind(std::string_view text, std::string_view closing, std::size_t at) {
+std::size_t end_after(std::string_view text, std::string_view closing, std::size_t at) {
     const std::size_t found = text.find(closing, at);
     return found == std::string_view::npos ? found : found + closing.size();
 }
 
 // "at" stands after the opening quote.
 std::size_t end_of_quoted(std::string_view text, char quote, std::size_t at) {
-    return end_behind(text, std::string_view(&quote, 1), at);
+    return end_after(text, std::string_view(&quote, 1), at);
 }
 
 // "<![...]]>" in a document type declaration, where such sections nest.
@@ -146,11 +146,11 @@ std::size_t end_of_document_type(std::string_view text, std::size_t at) {
         if (text[at] == '"' || text[at] == '\'') {
             at = end_of_quoted(text, text[at], at + 1);
         } else if (text.substr(at, 4) == "<!--") {
-            at = end_behind(text, "-->", at + 4);
+            at = end_after(text, "-->", at + 4);
         } else if (text.substr(at, 3) == "<![") {
             at = end_of_conditional_section(text, at);
         } else if (text.substr(at, 2) == "<?") {
-            at = end_behind(text, "?>", at + 2);
+            at = end_after(text, "?>", at + 2);
         } else if (text.substr(at, 2) == "<!") {
             ++depth;
             at += 2;
@@ -307,8 +307,8 @@ bool has_blanks_beside_markup(std::string_view text) {
             continue;
         }
         // Before a start tag the blanks stand in an element that has a sub-element.
-        const char behind = at + 1 < text.size() ? text[at + 1] : '\0';
-        if (has_blanks && at < text.size() && (text[at] != '<' || behind == '/')) {
+        const char after = at + 1 < text.size() ? text[at + 1] : '\0';
+        if (has_blanks && at < text.size() && (text[at] != '<' || after == '/')) {
             return true;
         }
     }

@@ -53,7 +53,7 @@ public:
     // The document's root, null when it has none or the parse failed.
     KIVO_XML_ELEMENT* root_element() { return root_; }
 
-    // Before parse(), for a document that is walked once: a large one shrinks behind the walk, so
+    // Before parse(), for a document that is walked once: a large one shrinks as it is walked, so
     // that there is no second one, and what parse() would look for in every element is looked for
     // along the way and told by end_walk().
     void walk_once() { walks_once_ = true; }
