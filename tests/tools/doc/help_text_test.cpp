@@ -1,6 +1,8 @@
 #include "tools/doc/help_text.h"
 
+#include "tests/support/extent.h"
 #include "tests/tools/doc/page_fixture.h"
+#include "tests/tools/program.h"
 
 namespace {
 
@@ -57,26 +59,26 @@ TEST_F(HelpTextTest, nested_texts_stand_in_their_branch) {
 }
 
 TEST_F(HelpTextTest, deep_nesting_needs_no_stack) {
-    constexpr std::size_t kDepth = 20000;
     std::string text = "<T>bottom</T>";
     std::string front;
     std::string back;
-    for (std::size_t level = 0; level < kDepth; ++level) {
+    for (std::size_t level = 0; level < kVeryMany; ++level) {
         front += "<IF>A</IF><THEN>";
         back += "</THEN>";
     }
-    const std::string path = testing::TempDir() + "deep_info.xml";
-    std::ofstream(path) << "<ROOT><HTML_TEXT><INTRO>" << front << text << back
-                        << "</INTRO></HTML_TEXT></ROOT>";
+    const TemporaryFolder folder;
+    const std::string path = folder.write(
+        "deep_info.xml",
+        with_sections("<HTML_TEXT><INTRO>" + front + text + back + "</INTRO></HTML_TEXT>"));
     Description description(path);
-    std::filesystem::remove(path);
-    const std::string deep = make_page(description.info(), path, {});
+    std::string deep;
+    on_small_stack([&] { deep = make_page(description.info(), path, {}); });
     std::size_t branches = 0;
     for (std::size_t at = deep.find("\"branch\""); at != std::string::npos;
          at = deep.find("\"branch\"", at + 1)) {
         ++branches;
     }
-    EXPECT_EQ(branches, kDepth);
+    EXPECT_EQ(branches, kVeryMany);
     EXPECT_NE(deep.find("<p>bottom</p>"), std::string::npos);
 }
 
