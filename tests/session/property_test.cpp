@@ -244,7 +244,7 @@ TEST(SessionProperty, random_descriptions_change_by_change_equal_at_once) {
     EXPECT_GT(lost, 0) << "no cycle without rest was met";
 }
 
-// Neither pieces of memory nor time pile up.
+// Pieces of memory do not pile up.
 TEST(SessionProperty, many_settings_leave_nothing_behind) {
     Example store("fifo");
     KIVO_SESSION session(store.info);
