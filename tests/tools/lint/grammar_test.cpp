@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <functional>
 #include <set>
 
 #include "kivo/kivo.h"
@@ -125,6 +126,87 @@ TEST(Grammar, the_library_knows_the_same_sub_elements) {
 
 TEST(Grammar, the_library_knows_the_same_sections) {
     EXPECT_EQ(said_of("<ODD/>").known_words, as_strings(tags_in(Context::kRoot)));
+}
+
+// An element with an attribute of few words, and what the library makes of the word in it.
+struct WordSample {
+    Context context;
+    std::string name;
+    std::string before;
+    std::string after;
+    std::function<int(KIVO_INFO&)> value;
+};
+
+KIVO_OBJ_INFO& object(KIVO_INFO& info, const std::string& name) {
+    return *info.get_kivo_obj(name);
+}
+
+KIVO_WIZARD_MAP& wizard_map(KIVO_INFO& info) {
+    info.reset_wizard_map_map();
+    return *info.get_next_wizard_map();
+}
+
+std::vector<WordSample> word_samples() {
+    const std::string parameter = "<PARAMETERS><PARAMETER NAME='W' TYPE='INTEGER' ";
+    const std::string port = "<PORTS><PORT NAME='q' TYPE='INPUT' ";
+    const std::string map = "<WIZARD_DATA><WIZARD_MAP NAME='m' ";
+    const auto of_port = [&](const std::string& name, auto member) {
+        return WordSample{Context::kPort, name, port, "/></PORTS>", [member](KIVO_INFO& info) {
+                              return static_cast<int>(object(info, "q").*member);
+                          }};
+    };
+    const auto of_map = [&](const std::string& name, auto member) {
+        return WordSample{
+            Context::kWizardMap, name, map, "/></WIZARD_DATA>",
+            [member](KIVO_INFO& info) { return static_cast<int>(wizard_map(info).*member); }};
+    };
+    return {
+        {Context::kParameter, "LPM_HINT", parameter, "/></PARAMETERS>",
+         [](KIVO_INFO& info) { return static_cast<int>(object(info, "W").lpm_hint); }},
+        of_port("ASYNC", &KIVO_OBJ_INFO::async),
+        of_port("IS_CLOCK_PORT", &KIVO_OBJ_INFO::clock),
+        of_port("USAGE", &KIVO_OBJ_INFO::usage_state),
+        of_map("MAP_CONSTANTS", &KIVO_WIZARD_MAP::map_constants),
+        of_map("MAP_USED_PORTS", &KIVO_WIZARD_MAP::map_used_ports),
+        {Context::kRule, "REQUIRED_RULE", "<RULES><RULE ", ">1</RULE></RULES>",
+         [](KIVO_INFO& info) { return info.get_next_fn_rule_element()->rule_kind; }},
+    };
+}
+
+int read_with(const WordSample& sample, const std::string& word) {
+    const TemporaryFolder folder;
+    KIVO_INFO info;
+    info.process_xml_file(folder.write(
+        "a.xml", with_sections(sample.before + sample.name + "='" + word + "'" + sample.after)));
+    EXPECT_EQ(info.error_list, std::vector<std::string>{}) << sample.name << ' ' << word;
+    const int value = sample.value(info);
+    info.delete_detached_objects();
+    return value;
+}
+
+TEST(Grammar, the_library_tells_the_same_words_apart) {
+    for (const WordSample& sample : word_samples()) {
+        const AttributeRule* const rule = find_attribute_rule(sample.context, sample.name);
+        ASSERT_TRUE(rule != nullptr && rule->keywords != nullptr) << sample.name;
+        std::set<int> values;
+        for (const std::string_view word : rule->keywords->all()) {
+            values.insert(read_with(sample, std::string(word)));
+        }
+        EXPECT_EQ(values.size(), rule->keywords->count) << sample.name;
+        EXPECT_EQ(read_with(sample, "ODD"),
+                  read_with(sample, std::string(rule->keywords->otherwise)))
+            << sample.name;
+    }
+}
+
+TEST(Grammar, the_library_has_the_same_states_of_ports) {
+    std::set<std::string> states;
+    for (int state = KIVO_USAGE_UNUSED; state <= KIVO_USAGE_CONSTANT; ++state) {
+        states.insert(kivo_get_usage_state_as_string(static_cast<KIVO_OBJ_USAGE_STATE>(state)));
+    }
+    const std::vector<std::string> words = as_strings(kUsageStates.all());
+    EXPECT_EQ(std::set<std::string>(words.begin(), words.end()), states);
+    EXPECT_EQ(kivo_get_usage_state_as_string(translate_usage_state("ODD")), kUsageStates.otherwise);
 }
 
 TEST(Grammar, words_are_found_in_their_context_alone) {
