@@ -2,11 +2,11 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
-#include <iterator>
 #include <map>
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "tools/commands/commands.h"
@@ -66,11 +66,9 @@ private:
         CheckedFile file{description.name(), description.failure(), {}, 0};
         if (!file.failure) {
             Sources sources;
-            file.findings = all_findings(description, sources);
-            Sense sense = sense_findings(description, sources, effort_, file.findings);
-            std::move(sense.findings.begin(), sense.findings.end(),
-                      std::back_inserter(file.findings));
-            file.undecided = sense.undecided;
+            AllFindings all = all_findings(description, sources, effort_);
+            file.findings = std::move(all.findings);
+            file.undecided = all.undecided;
             filter_.apply(file.findings, description);
         }
         return file;

@@ -35,7 +35,7 @@ std::vector<Finding> warnings_of_waves(const Description& description, FindingFi
 
 std::vector<Finding> told_findings(const Description& description, FindingFilter& filter) {
     Sources sources;
-    std::vector<Finding> findings = all_findings(description, sources);
+    std::vector<Finding> findings = all_findings(description, sources).findings;
     filter.apply(findings, description);
     return findings;
 }

@@ -21,7 +21,7 @@ int status_of_loading(const Description& description, const std::vector<Finding>
 // told.
 std::vector<Finding> warnings_of_waves(const Description& description, FindingFilter& filter);
 
-// What "kivo check" tells of a description.
+// What "kivo check" tells of a description, with its usual effort.
 std::vector<Finding> told_findings(const Description& description, FindingFilter& filter);
 
 // False, with the reason reported, when a file of waivers that was used cannot be taken.

@@ -364,7 +364,8 @@ protected:
         const Description description(folder_.path(kMain), Directories{folder_.path("")});
         Sources sources;
         std::vector<std::string> found;
-        for (const Finding& finding : all_findings(description, sources)) {
+        const AllFindings all = all_findings(description, sources);
+        for (const Finding& finding : all.findings) {
             const int line = finding.place.start ? finding.place.start->line : 0;
             const bool is_help = finding.place.file.find(kHelp) != std::string::npos;
             found.push_back((is_help ? "help:" : "") + std::to_string(line) + ' ' + finding.id);

@@ -15,7 +15,7 @@ public:
     Lines warnings(const std::string& sections, std::int32_t effort = kUsualEffort) {
         const Description description(folder_.write("a_info.xml", with_sections(sections)));
         Sources sources;
-        const std::vector<Finding> told = all_findings(description, sources);
+        const std::vector<Finding> told = all_findings(description, sources, 0).findings;
         const Sense sense = sense_findings(description, sources, effort, told);
         undecided_ = sense.undecided;
         Lines lines;
