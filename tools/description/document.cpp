@@ -1,6 +1,7 @@
 #include "tools/description/document.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cstdint>
 #include <iterator>
 #include <pugixml.hpp>
@@ -274,6 +275,7 @@ Place Document::place(const DocumentAttribute& attribute) const {
 }
 
 Place Document::place(const DocumentText& text, std::size_t begin, std::size_t end) const {
+    assert(text.run_count > 0);
     const TextRun* run = text.runs;
     for (; run + 1 < text.runs + text.run_count && begin >= run->text.size(); ++run) {
         begin -= run->text.size();

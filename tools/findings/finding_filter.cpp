@@ -1,10 +1,12 @@
 #include "tools/findings/finding_filter.h"
 
 #include <algorithm>
+#include <cassert>
 
 FindingFilter::FindingFilter(const FindingOptions& options) : waivers_(options.config) {
     for (const std::string& warning : options.warnings) {
-        settings_.take(warning);
+        [[maybe_unused]] const std::string problem = settings_.take(warning);
+        assert(problem.empty());
     }
 }
 

@@ -1,6 +1,7 @@
 #include "tools/lint/port_range.h"
 
 #include <algorithm>
+#include <cassert>
 #include <string_view>
 
 #include "tools/text/text_steps.h"
@@ -23,6 +24,7 @@ std::optional<std::int64_t> constant(const KIVO_SESSION& session, std::string_vi
 }  // namespace
 
 std::string PortRange::text() const {
+    assert(least || greatest);
     return !least      ? "at most " + std::to_string(*greatest)
            : !greatest ? "at least " + std::to_string(*least)
                        : std::to_string(*least) + " to " + std::to_string(*greatest);

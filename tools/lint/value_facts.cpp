@@ -1,6 +1,7 @@
 #include "tools/lint/value_facts.h"
 
 #include <algorithm>
+#include <cassert>
 
 #include "tools/description/default_value.h"
 #include "tools/text/whole_number.h"
@@ -11,6 +12,7 @@ bool ValueFacts::admits(std::int64_t value) const {
 }
 
 std::string ValueFacts::range() const {
+    assert(least || greatest);
     return !least      ? "at most " + std::to_string(*greatest)
            : !greatest ? "at least " + std::to_string(*least)
                        : std::to_string(*least) + " to " + std::to_string(*greatest);

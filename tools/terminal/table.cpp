@@ -1,6 +1,7 @@
 #include "tools/terminal/table.h"
 
 #include <algorithm>
+#include <cassert>
 #include <utility>
 
 #include "tools/text/cut_text.h"
@@ -96,6 +97,7 @@ void Table::add_row(std::vector<std::string> cells) {
 }
 
 void Table::add_note(std::string_view text) {
+    assert(!rows_.empty());
     rows_.back().notes.emplace_back(text);
 }
 

@@ -37,6 +37,7 @@ std::size_t utf8_length(std::string_view text) {
 }
 
 std::size_t utf8_step(std::string_view text) {
+    assert(!text.empty());
     return std::max<std::size_t>(utf8_length(text), 1);
 }
 

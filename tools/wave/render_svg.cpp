@@ -1,6 +1,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 #include <limits>
 #include <utility>
@@ -180,6 +181,7 @@ std::string render_svg(const WaveModel& model) {
 
 EmbeddedSvg render_embedded_svg(const WaveModel& model, const std::string& id,
                                 std::size_t max_bytes) {
+    assert(!model.signals.empty());
     Picture picture(model, id);
     std::string markup = picture.draw(max_bytes);
     return {std::move(markup), picture.rows()};

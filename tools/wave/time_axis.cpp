@@ -1,5 +1,7 @@
 #include "tools/wave/time_axis.h"
 
+#include <cassert>
+
 namespace {
 
 std::int64_t round_step(std::int64_t closest) {
@@ -18,6 +20,7 @@ std::int64_t round_step(std::int64_t closest) {
 }  // namespace
 
 std::vector<std::int64_t> axis_marks(std::int64_t start, std::int64_t end, std::int64_t closest) {
+    assert(closest >= 1);
     const std::int64_t step = round_step(closest);
     std::vector<std::int64_t> marks;
     for (std::int64_t at = start + ((-start) % step + step) % step; at <= end; at += step) {
