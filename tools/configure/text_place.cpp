@@ -62,11 +62,6 @@ ReadText read(std::string_view raw, bool is_attribute) {
     return result;
 }
 
-std::string_view trimmed(std::string_view text) {
-    skip_blanks(text);
-    return text.substr(0, text.find_last_not_of(kBlanks) + 1);
-}
-
 // The offset of a byte of the wanted text in a raw text that holds it alone.
 std::optional<std::size_t> offset_in(std::string_view raw, bool is_attribute,
                                      const KIVO_FAULT& fault) {

@@ -18,10 +18,6 @@ constexpr unsigned kParseFlags = pugi::parse_cdata | pugi::parse_escapes | pugi:
                                  pugi::parse_wconv_attribute | pugi::parse_fragment |
                                  pugi::parse_ws_pcdata;
 
-bool is_blank(std::string_view text) {
-    return text.find_first_not_of(kBlanks) == std::string_view::npos;
-}
-
 // Calls "visit" with every element from the root on, in the order of the file.
 template <class Visit>
 void for_each_element(pugi::xml_node root, Visit visit) {

@@ -148,7 +148,7 @@ void write_paragraphs(HtmlWriter& html, const PageNames& names, std::string_view
         std::string paragraph;
         while (!text.empty()) {
             const std::string_view line = taken_line(text);
-            if (has_only_blanks(line)) {
+            if (is_blank(line)) {
                 break;
             }
             paragraph.append(line).append("\n");

@@ -13,10 +13,10 @@
 
 namespace {
 
-bool has_only_blanks_between(std::string_view text, std::size_t first, std::size_t second) {
+bool is_blank_between(std::string_view text, std::size_t first, std::size_t second) {
     const auto [begin, end] = std::minmax(first, second);
     const std::string_view between = text.substr(begin, end - begin);
-    return has_only_blanks(between);
+    return is_blank(between);
 }
 
 // Where the library has found faults of the XML itself, by file.
@@ -42,7 +42,7 @@ bool is_known(const KnownFaults& known, const std::string& file, const XmlFault&
         const Position& start = entry.second;
         const auto offset = source.offset(start.line, start.column);
         return start.line == at.line ||
-               (offset && has_only_blanks_between(source.text(), *offset, fault.begin));
+               (offset && is_blank_between(source.text(), *offset, fault.begin));
     });
 }
 

@@ -70,7 +70,7 @@ bool follows_text(std::string_view text, std::size_t less_than) {
     const std::string_view before = text.substr(0, less_than);
     const std::size_t markup = before.find_last_of("<>");
     return markup != std::string_view::npos && before[markup] == '>' &&
-           !has_only_blanks(before.substr(markup + 1));
+           !is_blank(before.substr(markup + 1));
 }
 
 std::optional<XmlNote> note_of_comparison(std::string_view text, std::size_t fault) {
@@ -90,7 +90,7 @@ std::optional<XmlNote> note_of_comparison(std::string_view text, std::size_t fau
 
 std::optional<XmlNote> note_of_xml_fault(std::string_view text, std::size_t fault) {
     const bool is_end_tag = fault >= 2 && text.substr(fault - 2, 2) == "</";
-    if (!is_end_tag && !has_only_blanks(text.substr(fault))) {
+    if (!is_end_tag && !is_blank(text.substr(fault))) {
         return note_of_comparison(text, fault);
     }
     const auto open = innermost_open(text.substr(0, is_end_tag ? fault - 2 : fault));

@@ -2,6 +2,7 @@
 
 #include "tools/lint/rooms.h"
 #include "tools/lint/value_facts.h"
+#include "tools/text/text_steps.h"
 
 namespace {
 

@@ -8,6 +8,7 @@
 #include "tools/findings/notes.h"
 #include "tools/lint/expressions_source.h"
 #include "tools/lint/rooms.h"
+#include "tools/text/text_steps.h"
 #include "tools/text/whole_number.h"
 
 namespace {

@@ -7,11 +7,6 @@
 
 namespace {
 
-std::string_view trimmed(std::string_view text) {
-    skip_blanks(text);
-    return text.substr(0, text.find_last_not_of(kBlanks) + 1);
-}
-
 // How the library composes the condition of a value rule.
 struct ComposedPart {
     std::string_view before;

@@ -1,5 +1,6 @@
 #include "tools/lint/rooms.h"
 #include "tools/lint/slots.h"
+#include "tools/text/text_steps.h"
 
 namespace {
 

@@ -8,7 +8,6 @@
 #include "kivo/session/internal/near_word.h"
 #include "tools/findings/notes.h"
 #include "tools/lint/rooms.h"
-#include "tools/text/text_steps.h"
 #include "tools/text/utf8.h"
 
 namespace {
@@ -46,15 +45,6 @@ std::string quoted(std::string_view text) {
     }
     std::string shown = '"' + std::string(text.substr(0, cut));
     return shown + (cut < text.size() ? "...\"" : "\"");
-}
-
-bool is_blank(std::string_view text) {
-    return text.find_first_not_of(kBlanks) == std::string_view::npos;
-}
-
-std::string_view trimmed(std::string_view text) {
-    skip_blanks(text);
-    return text.substr(0, text.find_last_not_of(kBlanks) + 1);
 }
 
 Lint::Lint(const Description& description, const std::deque<Document>& documents)

@@ -82,11 +82,6 @@ private:
 // A text of a description within that of a warning, in quotes and not at any length.
 std::string quoted(std::string_view text);
 
-bool is_blank(std::string_view text);
-
-// Without the blanks around it; a part of the same text.
-std::string_view trimmed(std::string_view text);
-
 // Adds a note with the word that was probably meant, if any of these is near, or with all of them
 // if they are few.
 void add_likely_word(Finding& finding, std::string_view word,

@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "tools/lint/rooms.h"
+#include "tools/text/text_steps.h"
 
 namespace {
 

@@ -11,8 +11,7 @@ namespace {
 
 // The whole number that a text is, or comes to when it is a calculation with numbers alone.
 std::optional<std::int64_t> constant(const KIVO_SESSION& session, std::string_view text) {
-    skip_blanks(text);
-    text = text.substr(0, text.find_last_not_of(kBlanks) + 1);
+    text = trimmed(text);
     if (text.find_first_not_of("0123456789+-*/%^(). ") != std::string_view::npos) {
         return std::nullopt;
     }

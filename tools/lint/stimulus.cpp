@@ -9,6 +9,7 @@
 #include "tools/description/port_width.h"
 #include "tools/findings/notes.h"
 #include "tools/lint/rooms.h"
+#include "tools/text/text_steps.h"
 #include "tools/text/words.h"
 
 namespace {

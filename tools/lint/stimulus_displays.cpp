@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "tools/lint/stimulus.h"
+#include "tools/text/text_steps.h"
 
 namespace {
 

@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "tools/lint/stimulus.h"
+#include "tools/text/text_steps.h"
 
 namespace {
 

@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "tools/lint/rooms.h"
+#include "tools/text/text_steps.h"
 
 namespace {
 

@@ -4,6 +4,7 @@
 #include <cassert>
 
 #include "tools/description/default_value.h"
+#include "tools/text/text_steps.h"
 #include "tools/text/whole_number.h"
 
 bool ValueFacts::admits(std::int64_t value) const {

@@ -9,6 +9,7 @@
 #include "tools/lint/rooms.h"
 #include "tools/lint/slots.h"
 #include "tools/lint/value_facts.h"
+#include "tools/text/text_steps.h"
 #include "tools/text/whole_number.h"
 
 namespace {

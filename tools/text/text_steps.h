@@ -31,6 +31,12 @@ inline void skip_blanks(std::string_view& rest) {
     taken_blanks(rest);
 }
 
-inline bool has_only_blanks(std::string_view text) {
+// Without the blanks around it; a part of the same text.
+inline std::string_view trimmed(std::string_view text) {
+    skip_blanks(text);
+    return text.substr(0, text.find_last_not_of(kBlanks) + 1);
+}
+
+inline bool is_blank(std::string_view text) {
     return text.find_first_not_of(kBlanks) == std::string_view::npos;
 }
