@@ -1,6 +1,7 @@
 #include "tools/configure/text_place.h"
 
 #include <algorithm>
+#include <iterator>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -9,26 +10,12 @@
 #include "tools/description/start_tag.h"
 #include "tools/findings/library_findings.h"
 #include "tools/text/text_steps.h"
+#include "tools/text/xml_escape.h"
 
 namespace {
 
 // Of one element, so that a place never costs a walk over a whole file.
 constexpr std::size_t kMostSearched = 65536;
-
-struct NamedCharacter {
-    std::string_view reference;
-    char character;
-};
-
-// clang-format off
-constexpr NamedCharacter kNamed[] = {
-    { "&amp;",  '&'  },
-    { "&apos;", '\'' },
-    { "&gt;",   '>'  },
-    { "&lt;",   '<'  },
-    { "&quot;", '"'  },
-};
-// clang-format on
 
 // A text as it is read, with the offset in the raw text of each of its bytes.
 struct ReadText {
@@ -45,13 +32,13 @@ struct ReadText {
 ReadText read(std::string_view raw, bool is_attribute) {
     ReadText result;
     for (std::size_t at = 0; at < raw.size();) {
-        const auto named =
-            std::find_if(std::begin(kNamed), std::end(kNamed), [&](const NamedCharacter& each) {
+        const auto* const entity = std::find_if(
+            std::begin(kXmlEntities), std::end(kXmlEntities), [&](const XmlEntity& each) {
                 return raw.compare(at, each.reference.size(), each.reference) == 0;
             });
-        if (named != std::end(kNamed)) {
-            result.add(named->character, at);
-            at += named->reference.size();
+        if (entity != std::end(kXmlEntities)) {
+            result.add(entity->character, at);
+            at += entity->reference.size();
             continue;
         }
         const bool is_line_end = raw[at] == '\r' || raw[at] == '\n';

@@ -10,6 +10,7 @@
 
 #include "kivo/session/internal/near_word.h"
 #include "tools/text/text_steps.h"
+#include "tools/text/xml_escape.h"
 
 namespace {
 
@@ -70,8 +71,6 @@ Step character_reference(std::string_view rest) {
     return is_closed ? Step{at + 1, length_as_utf8(code)} : kOneByte;
 }
 
-constexpr std::string_view kEntities[] = {"&amp;", "&apos;", "&gt;", "&lt;", "&quot;"};
-
 // What the parser makes the next piece of the text of. It leaves what is no reference as it is.
 Step next_step(std::string_view rest, TextRun::Kind kind) {
     if (rest.front() == '\r') {
@@ -83,9 +82,9 @@ Step next_step(std::string_view rest, TextRun::Kind kind) {
     if (rest.substr(1, 1) == "#") {
         return character_reference(rest);
     }
-    for (const std::string_view entity : kEntities) {
-        if (rest.substr(0, entity.size()) == entity) {
-            return {entity.size(), 1};
+    for (const XmlEntity& entity : kXmlEntities) {
+        if (rest.substr(0, entity.reference.size()) == entity.reference) {
+            return {entity.reference.size(), 1};
         }
     }
     return kOneByte;
