@@ -9,6 +9,7 @@
 #include "tools/commands/configuring.h"
 #include "tools/commands/exit_status.h"
 #include "tools/commands/loading.h"
+#include "tools/description/message_severity.h"
 #include "tools/show/parts.h"
 #include "tools/text/text_escape.h"
 #include "tools/text/words.h"
@@ -45,18 +46,12 @@ void show_rules(Page& page, KIVO_INFO& info) {
 }
 
 std::string severity_of(std::int32_t kind) {
-    switch (kind) {
-        case KIVO_RULE_CRITICAL_WARNING:
-            return "critical warning";
-        case KIVO_RULE_WARNING:
-            return "warning";
-        case KIVO_RULE_ERROR:
-            return "error";
-        case KIVO_RULE_INFO:
-            return "info";
-        default:
-            return fmt::format("kind {}", kind);
+    for (const MessageSeverity& row : kMessageSeverities) {
+        if (row.kind == kind) {
+            return row.word;
+        }
     }
+    return fmt::format("kind {}", kind);
 }
 
 void show_messages(Page& page, KIVO_INFO& info) {

@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "tools/configure/report.h"
+#include "tools/description/message_severity.h"
 #include "tools/text/words.h"
 
 std::string standing_of(const KIVO_SESSION& session) {
@@ -29,19 +30,12 @@ const char* source_word(KIVO_VALUE_SOURCE source, bool is_port) {
 }
 
 const char* severity_word(KIVO_SEVERITY severity) {
-    switch (severity) {
-        case KIVO_SEVERITY::kError:
-            return "error";
-        case KIVO_SEVERITY::kCriticalWarning:
-            return "critical-warning";
-        case KIVO_SEVERITY::kWarning:
-            return "warning";
-        case KIVO_SEVERITY::kAdvice:
-            return "advice";
-        case KIVO_SEVERITY::kInfo:
-            break;
+    for (const MessageSeverity& row : kMessageSeverities) {
+        if (row.severity == severity) {
+            return row.id;
+        }
     }
-    return "info";
+    return "advice";  // which verdicts alone give
 }
 
 std::string asked_for(const KIVO_SESSION& session) {

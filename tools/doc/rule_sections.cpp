@@ -1,5 +1,6 @@
 #include <string>
 
+#include "tools/description/message_severity.h"
 #include "tools/doc/cell.h"
 #include "tools/doc/help_text.h"
 #include "tools/doc/sections.h"
@@ -50,23 +51,6 @@ private:
     std::size_t rules_ = 0;
 };
 
-struct SeverityRow {
-    KIVO_RULE_KIND kind;
-    KIVO_SEVERITY severity;
-    const char* style;
-    const char* title;
-};
-
-// The gravest first.
-// clang-format off
-constexpr SeverityRow kSeverities[] = {
-    { KIVO_RULE_ERROR,            KIVO_SEVERITY::kError,           "error",    "Errors" },
-    { KIVO_RULE_CRITICAL_WARNING, KIVO_SEVERITY::kCriticalWarning, "critical", "Critical warnings" },
-    { KIVO_RULE_WARNING,          KIVO_SEVERITY::kWarning,         "warning",  "Warnings" },
-    { KIVO_RULE_INFO,             KIVO_SEVERITY::kInfo,            "info",     "Information" },
-};
-// clang-format on
-
 void write_message(HtmlWriter& html, const PageNames& names, const KIVO_RULE_ELEMENT& message) {
     const HtmlScope item(html, "li");
     if (!message.text3.empty()) {
@@ -81,7 +65,7 @@ void write_message(HtmlWriter& html, const PageNames& names, const KIVO_RULE_ELE
     }
 }
 
-void write_all_messages(HtmlWriter& html, DocSource& source, const SeverityRow& row) {
+void write_all_messages(HtmlWriter& html, DocSource& source, const MessageSeverity& row) {
     source.info.reset_message_list();
     while (const KIVO_RULE_ELEMENT* message = source.info.get_next_msg()) {
         if (message->rule_kind == row.kind) {
@@ -90,7 +74,7 @@ void write_all_messages(HtmlWriter& html, DocSource& source, const SeverityRow& 
     }
 }
 
-void write_shown_messages(HtmlWriter& html, DocSource& source, const SeverityRow& row) {
+void write_shown_messages(HtmlWriter& html, DocSource& source, const MessageSeverity& row) {
     for (const KIVO_SHOWN_MESSAGE& message : source.session->messages()) {
         if (message.severity == row.severity) {
             const HtmlScope item(html, "li");
@@ -99,7 +83,7 @@ void write_shown_messages(HtmlWriter& html, DocSource& source, const SeverityRow
     }
 }
 
-void write_severity(HtmlWriter& html, DocSource& source, const SeverityRow& row) {
+void write_severity(HtmlWriter& html, DocSource& source, const MessageSeverity& row) {
     HtmlWriter items;
     source.session == nullptr ? write_all_messages(items, source, row)
                               : write_shown_messages(items, source, row);
@@ -139,7 +123,7 @@ void write_rules(HtmlWriter& html, DocSource& source) {
 }
 
 void write_messages(HtmlWriter& html, DocSource& source) {
-    for (const SeverityRow& row : kSeverities) {
+    for (const MessageSeverity& row : kMessageSeverities) {
         write_severity(html, source, row);
     }
 }
