@@ -6,6 +6,7 @@
 #include "tools/arguments/usage.h"
 #include "tools/completion/scopes.h"
 #include "tools/completion/writers.h"
+#include "tools/text/letters.h"
 #include "tools/text/text_steps.h"
 
 namespace {
@@ -64,8 +65,7 @@ The description of a function, whose name in lower case begins the name of the f
 )";
 
 bool is_word_letter(char letter) {
-    return (letter >= 'a' && letter <= 'z') || (letter >= 'A' && letter <= 'Z') ||
-           (letter >= '0' && letter <= '9') || letter == '-' || letter == '_';
+    return is_letter_or_digit(letter) || letter == '-' || letter == '_';
 }
 
 // The length of the word that a text begins with; a dot belongs to it when more follows.

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "kivo/toolkit/xml/internal/input_source.h"
+#include "tools/text/letters.h"
 #include "tools/text/utf8.h"
 
 namespace {
@@ -59,10 +60,8 @@ TextBuffer read_file(const std::string& path) {
 }  // namespace
 
 bool is_name_letter(char letter) {
-    const auto byte = static_cast<unsigned char>(letter);
-    return byte >= 0x80 || (letter >= '0' && letter <= '9') || (letter >= 'A' && letter <= 'Z') ||
-           (letter >= 'a' && letter <= 'z') || letter == '_' || letter == ':' || letter == '-' ||
-           letter == '.';
+    return is_letter_or_digit(letter) || is_beyond_ascii(letter) || letter == '_' ||
+           letter == ':' || letter == '-' || letter == '.';
 }
 
 std::size_t end_of_name(std::string_view text, std::size_t begin) {

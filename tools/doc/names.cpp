@@ -2,33 +2,15 @@
 
 #include <algorithm>
 
+#include "tools/text/letters.h"
+
 namespace {
-
-bool is_digit(char letter) {
-    return letter >= '0' && letter <= '9';
-}
-
-bool is_capital(char letter) {
-    return letter >= 'A' && letter <= 'Z';
-}
-
-bool is_ascii_letter(char letter) {
-    return is_capital(letter) || (letter >= 'a' && letter <= 'z') || letter == '_';
-}
-
-bool may_begin(char letter) {
-    return is_ascii_letter(letter) || static_cast<unsigned char>(letter) > 0x7F;
-}
-
-bool may_go_on(char letter) {
-    return may_begin(letter) || is_digit(letter) || letter == '$';
-}
 
 // Whether a name can stand in an id, and in a link to it, as it is.
 bool is_plain(std::string_view name) {
     return !name.empty() && !is_digit(name.front()) &&
            std::all_of(name.begin(), name.end(),
-                       [](char letter) { return is_ascii_letter(letter) || is_digit(letter); });
+                       [](char letter) { return is_letter_or_digit(letter) || letter == '_'; });
 }
 
 }  // namespace
@@ -47,10 +29,10 @@ const std::string* PageNames::find(std::string_view name) const {
 }
 
 std::size_t length_of_name(std::string_view text) {
-    if (text.empty() || !may_begin(text.front())) {
+    if (text.empty() || !can_begin_name(text.front())) {
         return 0;
     }
-    const auto* const end = std::find_if_not(text.begin(), text.end(), may_go_on);
+    const auto* const end = std::find_if_not(text.begin(), text.end(), can_be_in_name);
     return static_cast<std::size_t>(end - text.begin());
 }
 

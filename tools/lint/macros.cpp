@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "tools/lint/rooms.h"
+#include "tools/text/letters.h"
 #include "tools/text/text_steps.h"
 
 namespace {
@@ -14,19 +15,13 @@ constexpr LintRow kUnusedArgument = {
     "unused-argument", "the definition of {} does not use its argument {}"};
 // clang-format on
 
-bool is_name_letter(char letter) {
-    return (letter >= 'A' && letter <= 'Z') || (letter >= 'a' && letter <= 'z') ||
-           (letter >= '0' && letter <= '9') || letter == '_' || letter == '$' ||
-           static_cast<unsigned char>(letter) >= 0x80;
-}
-
 // The names in a definition; what stands in quotes is a text.
 std::set<std::string_view> names_in(std::string_view definition) {
     std::set<std::string_view> names;
     bool is_text = false;
     for (std::size_t at = 0; at < definition.size();) {
         std::size_t end = at;
-        while (end < definition.size() && is_name_letter(definition[end])) {
+        while (end < definition.size() && can_be_in_name(definition[end])) {
             ++end;
         }
         if (end > at && !is_text) {
@@ -58,7 +53,7 @@ void check_macro(Lint& lint, const Spot& spot) {
         const std::string_view name = trimmed(list.substr(begin, end - begin));
         begin = end + 1;
         // What no definition can write is told of as such.
-        if (name.empty() || !std::all_of(name.begin(), name.end(), is_name_letter)) {
+        if (name.empty() || !std::all_of(name.begin(), name.end(), can_be_in_name)) {
             continue;
         }
         const auto at = static_cast<std::size_t>(name.data() - list.data());

@@ -1,4 +1,5 @@
 #include "tools/lint/rooms.h"
+#include "tools/text/letters.h"
 #include "tools/text/text_steps.h"
 
 namespace {
@@ -13,19 +14,6 @@ constexpr LintRow kUnwritableModule = {
 constexpr LintRow kUnwritableStart = {
     "unwritable-name", "no condition can write the name {}: a name cannot begin with {}"};
 // clang-format on
-
-bool is_letter(char letter) {
-    return (letter >= 'A' && letter <= 'Z') || (letter >= 'a' && letter <= 'z') || letter == '_' ||
-           static_cast<unsigned char>(letter) >= 0x80;
-}
-
-bool is_digit(char letter) {
-    return letter >= '0' && letter <= '9';
-}
-
-bool can_be_in_name(char letter) {
-    return is_letter(letter) || is_digit(letter) || letter == '$';
-}
 
 bool has_blanks_around(std::string_view name) {
     return !is_blank(name) && (kBlanks.find(name.front()) != std::string_view::npos ||
@@ -52,7 +40,7 @@ void check_writable(Lint& lint, const Spot& spot, const Name& name) {
     while (wrong < text.size() && can_be_in_name(text[wrong])) {
         ++wrong;
     }
-    const bool starts_wrong = !text.empty() && !is_letter(text.front());
+    const bool starts_wrong = !text.empty() && !can_begin_name(text.front());
     if (wrong == text.size() && !starts_wrong) {
         return;
     }

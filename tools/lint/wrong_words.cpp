@@ -4,6 +4,7 @@
 
 #include "tools/description/time_scale.h"
 #include "tools/lint/rooms.h"
+#include "tools/text/letters.h"
 #include "tools/text/text_steps.h"
 
 namespace {
@@ -40,10 +41,7 @@ constexpr LintRow kArgumentSeparator = {
 constexpr std::string_view kDigits = "0123456789";
 
 bool is_word_letter(char letter) {
-    const auto byte = static_cast<unsigned char>(letter);
-    return byte >= 0x80 || (letter >= '0' && letter <= '9') || (letter >= 'A' && letter <= 'Z') ||
-           (letter >= 'a' && letter <= 'z') || letter == '_' || letter == '.' || letter == '+' ||
-           letter == '-' || letter == '$';
+    return can_be_in_name(letter) || letter == '.' || letter == '+' || letter == '-';
 }
 
 // A number as the library reads it from the start of a text.

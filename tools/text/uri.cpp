@@ -2,11 +2,12 @@
 
 #include <fmt/format.h>
 
+#include "tools/text/letters.h"
+
 namespace {
 
 bool stands_for_itself(char letter) {
-    return (letter >= '0' && letter <= '9') || (letter >= 'A' && letter <= 'Z') ||
-           (letter >= 'a' && letter <= 'z') ||
+    return is_letter_or_digit(letter) ||
            std::string_view("-._~/").find(letter) != std::string_view::npos;
 }
 

@@ -4,20 +4,14 @@
 
 #include <set>
 
+#include "tools/text/letters.h"
+
 namespace {
-
-bool is_letter(char letter) {
-    return (letter >= 'a' && letter <= 'z') || (letter >= 'A' && letter <= 'Z');
-}
-
-bool is_digit(char letter) {
-    return letter >= '0' && letter <= '9';
-}
 
 std::string plain_name(const std::string& name) {
     std::string plain;
     for (const char letter : name) {
-        plain += is_letter(letter) || is_digit(letter) ? letter : '_';
+        plain += is_letter_or_digit(letter) ? letter : '_';
     }
     return plain.empty() || is_digit(plain.front()) ? "_" + plain : plain;
 }
