@@ -8,6 +8,7 @@
 #include "tools/description/default_value.h"
 #include "tools/show/parts.h"
 #include "tools/text/json_text.h"
+#include "tools/text/words.h"
 
 namespace {
 
@@ -70,26 +71,6 @@ const char* kind_word(std::int32_t kind) {
             break;
     }
     return "no_message_type";
-}
-
-const char* radix_word(DRO_MEMORY_RADIXES radix) {
-    switch (radix) {
-        case DRO_RADIX_BINARY:
-            return "binary";
-        case DRO_RADIX_SIGNED:
-            return "signed";
-        case DRO_RADIX_UNSIGNED:
-            return "unsigned";
-        case DRO_RADIX_HEX:
-            return "hex";
-        case DRO_RADIX_OCTAL:
-            return "octal";
-        case DRO_RADIX_FIXED_POINT:
-            return "fixed_point";
-        case DRO_RADIX_NONE:
-            break;
-    }
-    return "none";
 }
 
 Json text_or_null(const std::optional<std::string>& text) {
@@ -294,7 +275,7 @@ private:
             if (const auto* format = dynamic_cast<const KIVO_VECTOR_DISPLAY_OBJ*>(entry)) {
                 Json json;
                 json["port_name"] = format->port_name;
-                json["radix"] = radix_word(format->radix);
+                json["radix"] = radix_id(format->radix);
                 json["description"] = format->description;
                 formats.push_back(std::move(json));
             }

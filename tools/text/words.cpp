@@ -2,7 +2,37 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cassert>
+#include <iterator>
+
+namespace {
+
+struct RadixRow {
+    DRO_MEMORY_RADIXES radix;
+    const char* name;
+    const char* id;
+};
+
+// The last row is for whatever else.
+// clang-format off
+constexpr RadixRow kRadixes[] = {
+    { DRO_RADIX_BINARY,      "binary",      "binary"      },
+    { DRO_RADIX_SIGNED,      "signed",      "signed"      },
+    { DRO_RADIX_UNSIGNED,    "unsigned",    "unsigned"    },
+    { DRO_RADIX_HEX,         "hexadecimal", "hex"         },
+    { DRO_RADIX_OCTAL,       "octal",       "octal"       },
+    { DRO_RADIX_FIXED_POINT, "fixed point", "fixed_point" },
+    { DRO_RADIX_NONE,        "as written",  "none"        },
+};
+// clang-format on
+
+const RadixRow& row_of(DRO_MEMORY_RADIXES radix) {
+    return *std::find_if(std::begin(kRadixes), std::end(kRadixes) - 1,
+                         [radix](const RadixRow& row) { return row.radix == radix; });
+}
+
+}  // namespace
 
 std::string unit_of_times(const std::string& scale) {
     const bool is_unit = !scale.empty() && scale.find_first_of("0123456789") == std::string::npos;
@@ -36,23 +66,11 @@ std::string quoted_choice(const std::vector<std::string>& names) {
 }
 
 std::string radix_name(DRO_MEMORY_RADIXES radix) {
-    switch (radix) {
-        case DRO_RADIX_BINARY:
-            return "binary";
-        case DRO_RADIX_SIGNED:
-            return "signed";
-        case DRO_RADIX_UNSIGNED:
-            return "unsigned";
-        case DRO_RADIX_HEX:
-            return "hexadecimal";
-        case DRO_RADIX_OCTAL:
-            return "octal";
-        case DRO_RADIX_FIXED_POINT:
-            return "fixed point";
-        case DRO_RADIX_NONE:
-            break;
-    }
-    return "as written";
+    return row_of(radix).name;
+}
+
+const char* radix_id(DRO_MEMORY_RADIXES radix) {
+    return row_of(radix).id;
 }
 
 std::string connection_name(std::int32_t cnx_type) {

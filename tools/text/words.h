@@ -29,8 +29,10 @@ std::string quoted(const std::vector<std::string>& names);
 // REQUIRES: !names.empty()
 std::string quoted_choice(const std::vector<std::string>& names);
 
-// "hexadecimal" and so on.
+// "hexadecimal" and so on; "as written" without a radix.
 std::string radix_name(DRO_MEMORY_RADIXES radix);
+// The same for programs: "hex"; "none" without a radix.
+const char* radix_id(DRO_MEMORY_RADIXES radix);
 
 // "private", "constant" or "used port"; empty when no connection was given.
 std::string connection_name(std::int32_t cnx_type);

@@ -28,4 +28,15 @@ TEST(Words, a_scale_that_has_a_number_is_no_unit) {
     EXPECT_EQ(with_unit(10, "100 ps"), "10");
 }
 
+TEST(Words, a_radix_has_a_name_for_people_and_one_for_programs) {
+    EXPECT_EQ(radix_name(DRO_RADIX_BINARY), "binary");
+    EXPECT_STREQ(radix_id(DRO_RADIX_BINARY), "binary");
+    EXPECT_EQ(radix_name(DRO_RADIX_HEX), "hexadecimal");
+    EXPECT_STREQ(radix_id(DRO_RADIX_HEX), "hex");
+    EXPECT_EQ(radix_name(DRO_RADIX_FIXED_POINT), "fixed point");
+    EXPECT_STREQ(radix_id(DRO_RADIX_FIXED_POINT), "fixed_point");
+    EXPECT_EQ(radix_name(DRO_RADIX_NONE), "as written");
+    EXPECT_STREQ(radix_id(DRO_RADIX_NONE), "none");
+}
+
 }  // namespace
