@@ -98,7 +98,8 @@ struct KIVO_SESSION::Inside {
     }
 
     // The result of a text that is not the description's; "as_condition" asks for a truth.
-    Value evaluate(std::string_view text, bool as_condition, std::vector<Fault>& found);
+    Value evaluate(std::string_view text, bool as_condition, NearSearches searches,
+                   std::vector<Fault>& found);
 
     template <class Use>
     void for_each_object(Use use) const {
@@ -118,7 +119,7 @@ struct KIVO_SESSION::Inside {
 };
 
 Value KIVO_SESSION::Inside::evaluate(std::string_view text, bool as_condition,
-                                     std::vector<Fault>& found) {
+                                     NearSearches searches, std::vector<Fault>& found) {
     engine.collect_garbage();
     const Model& model = engine.model();
     std::vector<Reason> reasons;
@@ -128,7 +129,7 @@ Value KIVO_SESSION::Inside::evaluate(std::string_view text, bool as_condition,
         found.push_back(*expression.fault);
     } else {
         Resolution resolution;
-        resolve(text, expression.nodes, model, {}, resolution);
+        resolve(text, expression.nodes, model, {}, searches, resolution);
         found = resolution.faults;
         for (const Binding& binding : resolution.bindings) {
             const bool is_macro = binding.kind == BindingKind::kMacro;
@@ -225,7 +226,8 @@ void KIVO_SESSION::allow_hidden(bool is_allowed) {
 }
 
 std::string KIVO_SESSION::nearest_name(std::string_view name) const {
-    return inside_->engine.model().nearest(name);
+    NearSearches searches;
+    return inside_->engine.model().nearest(name, searches);
 }
 
 bool KIVO_SESSION::is_legal() const {
@@ -412,7 +414,8 @@ std::string KIVO_SESSION::text(const KIVO_CONDITIONAL_TEXT* text) const {
 
 KIVO_TRUTH KIVO_SESSION::holds(std::string_view condition, KIVO_FAULT* fault) const {
     std::vector<Fault> faults;
-    const Value value = inside_->evaluate(condition, true, faults);
+    const NearSearches searches = fault == nullptr ? NearSearches(0) : NearSearches();
+    const Value value = inside_->evaluate(condition, true, searches, faults);
     if (fault != nullptr) {
         *fault = KIVO_FAULT();
         if (!faults.empty()) {
@@ -435,7 +438,7 @@ KIVO_TRUTH KIVO_SESSION::holds(std::string_view condition, KIVO_FAULT* fault) co
 
 KIVO_EVALUATION KIVO_SESSION::evaluate(std::string_view expression) const {
     std::vector<Fault> faults;
-    const Value value = inside_->evaluate(expression, false, faults);
+    const Value value = inside_->evaluate(expression, false, NearSearches(), faults);
     const Reporter reporter(inside_->engine);
     KIVO_EVALUATION result;
     result.kind = public_kind(value.kind);

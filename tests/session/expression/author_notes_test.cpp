@@ -38,7 +38,8 @@ struct Described : Loaded {
             return "fault";
         }
         Resolution resolution;
-        resolve(text, expression.nodes, *model, {}, resolution);
+        NearSearches searches;
+        resolve(text, expression.nodes, *model, {}, searches, resolution);
         std::string found;
         const auto add = [&found](const std::vector<Note>& notes) {
             for (const Note& note : notes) {
@@ -47,7 +48,7 @@ struct Described : Loaded {
             }
         };
         add(notes_of_syntax(text, expression.nodes));
-        add(notes_of_names(text, expression.nodes, resolution, *model));
+        add(notes_of_names(text, expression.nodes, resolution, *model, searches));
         return found;
     }
 

@@ -73,10 +73,11 @@ bool Explainer::parse_text(std::uint32_t text, Parsed& parsed) const {
     if (parsed.expression.fault) {
         return false;
     }
+    NearSearches no_searches(0);  // nobody reads the texts of the faults
     resolve(source.text, parsed.expression.nodes, model_,
             source.role == TextRole::kMacro ? model_.macro_arguments[source.object]
                                             : std::vector<std::string_view>(),
-            parsed.resolution);
+            no_searches, parsed.resolution);
     return parsed.resolution.faults.empty();
 }
 

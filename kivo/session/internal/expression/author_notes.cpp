@@ -70,8 +70,12 @@ bool is_translated(std::string_view word) {
 class NameNotes {
 public:
     NameNotes(std::string_view text, const std::vector<Node>& nodes, const Resolution& resolution,
-              const Names& names)
-        : text_(text), nodes_(nodes), bindings_(resolution.bindings), names_(names) {}
+              const Names& names, NearSearches& searches)
+        : text_(text),
+          nodes_(nodes),
+          bindings_(resolution.bindings),
+          names_(names),
+          searches_(searches) {}
 
     std::vector<Note> run() {
         parents_of(nodes_, parents_);
@@ -101,6 +105,7 @@ private:
     const std::vector<Node>& nodes_;
     const std::vector<Binding>& bindings_;
     const Names& names_;
+    NearSearches& searches_;
     std::vector<std::uint32_t> parents_;
     std::vector<Note> notes_;
 };
@@ -173,7 +178,7 @@ void NameNotes::look_for_text(std::uint32_t parameter, std::uint32_t text) {
     if (!facts.is_text || !facts.has_list || names_.list_holds(index, wanted)) {
         return;
     }
-    const std::string near = names_.nearest_in_list(index, wanted);
+    const std::string near = names_.nearest_in_list(index, wanted, searches_);
     const bool differs_in_case = !near.empty() && equals_but_for_case(wanted, near);
     Note note = make_note(NoteId::kTextNotInList, node.offset, node.length);
     note.text = "the list of " + std::string(token_of(text_, nodes_[parameter])) +
@@ -318,8 +323,9 @@ std::vector<Note> notes_of_syntax(std::string_view text, const std::vector<Node>
 }
 
 std::vector<Note> notes_of_names(std::string_view text, const std::vector<Node>& nodes,
-                                 const Resolution& resolution, const Names& names) {
-    return NameNotes(text, nodes, resolution, names).run();
+                                 const Resolution& resolution, const Names& names,
+                                 NearSearches& searches) {
+    return NameNotes(text, nodes, resolution, names, searches).run();
 }
 
 }  // namespace kivo_session

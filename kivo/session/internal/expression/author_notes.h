@@ -36,8 +36,10 @@ struct Note {
 // What the text alone tells: needs no names.
 std::vector<Note> notes_of_syntax(std::string_view text, const std::vector<Node>& nodes);
 
-// The rest, by what the names stand for. REQUIRES: "resolution" is that of the nodes
+// The rest, by what the names stand for; near names as far as "searches" go. REQUIRES: "resolution"
+// is that of the nodes
 std::vector<Note> notes_of_names(std::string_view text, const std::vector<Node>& nodes,
-                                 const Resolution& resolution, const Names& names);
+                                 const Resolution& resolution, const Names& names,
+                                 NearSearches& searches);
 
 }  // namespace kivo_session

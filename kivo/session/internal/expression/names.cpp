@@ -25,11 +25,13 @@ std::string plural(std::size_t count) {
 class Resolver {
 public:
     Resolver(std::string_view text, const std::vector<Node>& nodes, const Names& names,
-             const std::vector<std::string_view>& arguments, Resolution& resolution)
+             const std::vector<std::string_view>& arguments, NearSearches& searches,
+             Resolution& resolution)
         : text_(text),
           nodes_(nodes),
           names_(names),
           arguments_(arguments),
+          searches_(searches),
           bindings_(resolution.bindings),
           faults_(resolution.faults) {}
 
@@ -171,7 +173,7 @@ private:
         std::size_t offset = 0;
         if (const LookAlike* found = find_look_alike(name, &offset)) {
             text += std::string("; it holds ") + found->name + ": " + found->hint;
-        } else if (const std::string near = names_.nearest(name); !near.empty()) {
+        } else if (const std::string near = names_.nearest(name, searches_); !near.empty()) {
             text += "; did you mean " + near + "?";
         }
         fail(position, FaultId::kUnknownName, std::move(text));
@@ -185,11 +187,21 @@ private:
     const std::vector<Node>& nodes_;
     const Names& names_;
     const std::vector<std::string_view>& arguments_;
+    NearSearches& searches_;
     std::vector<Binding>& bindings_;
     std::vector<Fault>& faults_;
 };
 
 }  // namespace
+
+bool NearSearches::take(std::string_view word) {
+    constexpr std::size_t kLongestWord = 200;
+    if (left_ == 0 || word.size() > kLongestWord) {
+        return false;
+    }
+    --left_;
+    return true;
+}
 
 void parents_of(const std::vector<Node>& nodes, std::vector<std::uint32_t>& parents) {
     parents.assign(nodes.size(), kNoNode);
@@ -203,10 +215,11 @@ void parents_of(const std::vector<Node>& nodes, std::vector<std::uint32_t>& pare
 }
 
 void resolve(std::string_view text, const std::vector<Node>& nodes, const Names& names,
-             const std::vector<std::string_view>& arguments, Resolution& resolution) {
+             const std::vector<std::string_view>& arguments, NearSearches& searches,
+             Resolution& resolution) {
     resolution.bindings.assign(nodes.size(), {});
     resolution.faults.clear();
-    Resolver(text, nodes, names, arguments, resolution).run();
+    Resolver(text, nodes, names, arguments, searches, resolution).run();
 }
 
 std::vector<std::string_view> split_arguments(std::string_view arguments) {

@@ -31,6 +31,19 @@ struct NameFacts {
     bool has_list = false;
 };
 
+// How many near names may still be looked for. Each search looks at every word: a description that
+// is wrong everywhere must not cost the square of its size.
+class NearSearches {
+public:
+    explicit NearSearches(std::uint32_t most = 100) : left_(most) {}
+
+    // Whether a word may be looked for; if so, it counts.
+    bool take(std::string_view word);
+
+private:
+    std::uint32_t left_;
+};
+
 // What the names of a description stand for. The rule language asks it and knows nothing else of
 // descriptions.
 class Names {
@@ -41,10 +54,11 @@ public:
     // Whether the list of a STRING parameter holds the word.
     virtual bool list_holds(std::uint32_t parameter, std::string_view word) const = 0;
     virtual std::size_t argument_count(std::uint32_t macro) const = 0;
-    // The known name that was probably meant; empty when there is none.
-    virtual std::string nearest(std::string_view name) const = 0;
-    // The item of the parameter's list that was probably meant; empty when there is none.
-    virtual std::string nearest_in_list(std::uint32_t parameter, std::string_view word) const = 0;
+    // The known name that was probably meant; empty when there is none, or no search is left.
+    virtual std::string nearest(std::string_view name, NearSearches& searches) const = 0;
+    // The same for the items of the parameter's list.
+    virtual std::string nearest_in_list(std::uint32_t parameter, std::string_view word,
+                                        NearSearches& searches) const = 0;
     virtual NameFacts facts(Meaning meaning) const = 0;
     // The definition of a macro, for finding where textual expansion reads differently. Null when
     // it is no expression.
@@ -85,9 +99,11 @@ inline constexpr std::uint32_t kNoNode = 0xFFFFFFFF;
 void parents_of(const std::vector<Node>& nodes, std::vector<std::uint32_t>& parents);
 
 // Finds what the names of a parsed text stand for; "arguments" are those of the macro whose
-// definition it is. "resolution" is filled anew; its memory is used again.
+// definition it is. "searches" are for the texts of the faults. "resolution" is filled anew; its
+// memory is used again.
 void resolve(std::string_view text, const std::vector<Node>& nodes, const Names& names,
-             const std::vector<std::string_view>& arguments, Resolution& resolution);
+             const std::vector<std::string_view>& arguments, NearSearches& searches,
+             Resolution& resolution);
 
 // The names of an argument list "level, mark".
 std::vector<std::string_view> split_arguments(std::string_view arguments);

@@ -67,6 +67,7 @@ private:
     const Description& description_;
     Expression expression_;
     Resolution resolution_;
+    NearSearches searches_;
     std::vector<Use> uses_;
     std::vector<Range> text_uses_;                    // by text, in uses_
     std::vector<std::vector<Fault>> macro_faults_;    // by object

@@ -71,7 +71,7 @@ void ModelBuilder::compile_macros() {
             continue;
         }
         model_.macro_nodes[i] = expression_.nodes;
-        resolve(source(text).text, expression_.nodes, model_, model_.macro_arguments[i],
+        resolve(source(text).text, expression_.nodes, model_, model_.macro_arguments[i], searches_,
                 resolution_);
         if (!resolution_.faults.empty()) {
             macro_faults_[i] = resolution_.faults;
@@ -104,6 +104,7 @@ void ModelBuilder::find_macro_recursion() {
     }
     const Adjacency graph(model_.object_count(), edges);
     const Components circles(graph);
+    NearSearches no_searches(0);  // the faults are known already
     for (std::uint32_t component = 0; component < circles.size(); ++component) {
         const auto members = circles.members(component);
         const auto leads_to = [&](std::uint32_t from, std::uint32_t to) {
@@ -116,7 +117,7 @@ void ModelBuilder::find_macro_recursion() {
         for (const std::uint32_t macro : members) {
             const std::string_view text = source(object(macro).default_text).text;
             const std::vector<Node>& nodes = model_.macro_nodes[macro];
-            resolve(text, nodes, model_, model_.macro_arguments[macro], resolution_);
+            resolve(text, nodes, model_, model_.macro_arguments[macro], no_searches, resolution_);
             const Node* first = nullptr;
             std::uint32_t used = kNone;
             for (std::uint32_t i = 0; i < nodes.size(); ++i) {
@@ -216,7 +217,7 @@ void ModelBuilder::compile_expression(std::uint32_t number) {
         return is_untyped ? set_constant(number, Value::text(model_.words.intern(text.text)))
                           : spoil(number, {*expression_.fault});
     }
-    resolve(text.text, expression_.nodes, model_, {}, resolution_);
+    resolve(text.text, expression_.nodes, model_, {}, searches_, resolution_);
     if (!resolution_.faults.empty()) {
         const bool is_literal =
             is_untyped &&

@@ -63,20 +63,8 @@ std::size_t Model::argument_count(std::uint32_t macro) const {
     return macro_arguments[macro].size();
 }
 
-// Each search looks at every word: a description that is wrong everywhere must not cost the square
-// of its size.
-bool Model::may_search(std::string_view word) const {
-    constexpr std::uint32_t kMostSearches = 100;
-    constexpr std::size_t kLongestWord = 200;
-    if (searches_ == kMostSearches || word.size() > kLongestWord) {
-        return false;
-    }
-    ++searches_;
-    return true;
-}
-
-std::string Model::nearest(std::string_view name) const {
-    if (!may_search(name)) {
+std::string Model::nearest(std::string_view name, NearSearches& searches) const {
+    if (!searches.take(name)) {
         return {};
     }
     std::vector<std::string_view> known;
@@ -87,8 +75,9 @@ std::string Model::nearest(std::string_view name) const {
     return std::string(nearest_word(name, known, most_edits(name)));
 }
 
-std::string Model::nearest_in_list(std::uint32_t parameter, std::string_view word) const {
-    if (!may_search(word)) {
+std::string Model::nearest_in_list(std::uint32_t parameter, std::string_view word,
+                                   NearSearches& searches) const {
+    if (!searches.take(word)) {
         return {};
     }
     std::vector<std::string_view> known;

@@ -102,8 +102,9 @@ public:
     Meaning look_up(std::string_view name) const override;
     bool list_holds(std::uint32_t parameter, std::string_view word) const override;
     std::size_t argument_count(std::uint32_t macro) const override;
-    std::string nearest(std::string_view name) const override;
-    std::string nearest_in_list(std::uint32_t parameter, std::string_view word) const override;
+    std::string nearest(std::string_view name, NearSearches& searches) const override;
+    std::string nearest_in_list(std::uint32_t parameter, std::string_view word,
+                                NearSearches& searches) const override;
     NameFacts facts(Meaning meaning) const override;
     Definition definition(std::uint32_t macro) const override;
 
@@ -140,10 +141,7 @@ public:
 private:
     friend class ModelBuilder;
 
-    bool may_search(std::string_view word) const;
-
     std::unordered_map<std::string_view, std::uint32_t> numbers_;
-    mutable std::uint32_t searches_ = 0;
 };
 
 }  // namespace kivo_session

@@ -71,7 +71,7 @@ private:
     }
 
     void resolve_source(const std::vector<std::string_view>& arguments) {
-        resolve(source().text, expression_.nodes, model_, arguments, resolution_);
+        resolve(source().text, expression_.nodes, model_, arguments, searches_, resolution_);
     }
 
     void look_at() {
@@ -142,7 +142,7 @@ private:
             }
         };
         add(notes_of_syntax(source().text, expression_.nodes));
-        add(notes_of_names(source().text, expression_.nodes, resolution_, model_));
+        add(notes_of_names(source().text, expression_.nodes, resolution_, model_, searches_));
     }
 
     const Model& model_;
@@ -150,6 +150,7 @@ private:
     std::uint32_t text_ = 0;
     Expression expression_;
     Resolution resolution_;
+    NearSearches searches_;
     std::vector<TextNote> notes_;
 };
 

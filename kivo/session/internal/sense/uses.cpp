@@ -9,6 +9,7 @@ namespace {
 
 // What a text that cannot be read names, or was probably meant to.
 void add_spoiled(const Model& model, std::vector<std::uint8_t>& is_named) {
+    NearSearches searches;
     for (std::uint32_t number = 0; number < model.texts.size(); ++number) {
         if (model.texts[number].spoiled == kNone) {
             continue;
@@ -19,7 +20,7 @@ void add_spoiled(const Model& model, std::vector<std::uint8_t>& is_named) {
             const std::string_view word = text.substr(token.offset, token.length);
             const std::uint32_t known = token.kind == TokenKind::kName ? model.find(word) : kNone;
             const std::uint32_t meant = known == kNone && token.kind == TokenKind::kName
-                                            ? model.find(model.nearest(word))
+                                            ? model.find(model.nearest(word, searches))
                                             : known;
             if (meant != kNone) {
                 is_named[meant] = 1;
