@@ -5,6 +5,7 @@
 #include <new>
 
 #include "kivo/session/sense.h"
+#include "tests/session/asked.h"
 #include "tests/session/fixture.h"
 
 namespace {
@@ -30,13 +31,20 @@ std::string description() {
            in("WIZARD_DATA", "<WIZARD_MAP NAME='m'>" + integer("A", "VALUE='4'") + "</WIZARD_MAP>");
 }
 
-// All that a host can ask of a session, whatever comes of it.
-void use(const KIVO_INFO& info, KIVO_INFO& store) {
-    KIVO_SESSION session(info);
+// Counted alone: what is asked must not depend on how fast it is answered.
+constexpr KIVO_EFFORT kLittle = {40, 4, 1000000};
+
+void change(KIVO_SESSION& session) {
     session.set("A", "9");
     session.set_all({{"B", "4"}, {"a text of some length", "something that it has never been"}});
     session.select_map("m");
     session.set("a port with a long name", "CONSTANT:5");
+}
+
+// All that a host can do with a session but for the questions, whatever comes of it.
+void use(KIVO_INFO& store) {
+    KIVO_SESSION session(store);
+    change(session);
     KIVO_SESSION other = session.fork();
     other.unset("B");
     other.set("U", "2");
@@ -46,18 +54,20 @@ void use(const KIVO_INFO& info, KIVO_INFO& store) {
     session.nearest_name("a text of some lenght");
     session.take_changes();
     kivo_judge_sense(session, {2000, 20, 2000});
+    kivo_store_results(session, store);
     session = std::move(other);
 }
 
-// The number of pieces after which none is refused any more.
-std::size_t refuse_all(Refusal refusal, KIVO_INFO& info) {
+// What a use needs to be refused nothing any more, in pieces.
+template <class Use>
+std::size_t refuse_all(Refusal refusal, Use use) {
     for (std::size_t pieces = 0;; pieces += kStep) {
         const std::ptrdiff_t before = living_pieces();
         bool came = false;
         {
             MemoryShortage shortage(pieces, refusal);
             try {
-                use(info, info);
+                use();
             } catch (const std::bad_alloc&) {
             }
             came = shortage.came();
@@ -73,9 +83,45 @@ std::size_t refuse_all(Refusal refusal, KIVO_INFO& info) {
 
 TEST(SessionMemoryShortage, leaves_nothing_behind_whichever_piece_is_refused) {
     Loaded store(description());
-    use(store.info, store.info);
-    EXPECT_GT(refuse_all(Refusal::kOnce, store.info), 200u);
-    EXPECT_GT(refuse_all(Refusal::kFromThenOn, store.info), 200u);
+    const auto use_it = [&store] { use(store.info); };
+    use_it();
+    EXPECT_GT(refuse_all(Refusal::kOnce, use_it), 200u);
+    EXPECT_GT(refuse_all(Refusal::kFromThenOn, use_it), 200u);
+}
+
+TEST(SessionMemoryShortage, questions_leave_nothing_behind_whichever_piece_is_refused) {
+    Loaded store(description());
+    const auto ask = [&store] {
+        KIVO_SESSION session(store.info);
+        change(session);
+        static_cast<void>(answers(session, store.info, kLittle));
+    };
+    ask();
+    EXPECT_GT(refuse_all(Refusal::kOnce, ask), 2000u);
+    EXPECT_GT(refuse_all(Refusal::kFromThenOn, ask), 2000u);
+}
+
+// A host that catches may ask again.
+TEST(SessionMemoryShortage, a_question_that_was_refused_memory_can_be_asked_again) {
+    Loaded store(description());
+    KIVO_SESSION asked(store.info);
+    change(asked);
+    const std::string before = everything(asked, store.info);
+    const std::string expected = answers(asked, store.info, kLittle);
+    bool came = true;
+    for (std::size_t pieces = 0; came; pieces += kStep * 3) {
+        const KIVO_SESSION session = asked.fork();
+        {
+            MemoryShortage shortage(pieces);
+            try {
+                static_cast<void>(answers(session, store.info, kLittle));
+            } catch (const std::bad_alloc&) {
+            }
+            came = shortage.came();
+        }
+        ASSERT_EQ(everything(session, store.info), before) << pieces;
+        ASSERT_EQ(answers(session, store.info, kLittle), expected) << pieces;
+    }
 }
 
 // A host that catches may go on with what it has: a fork that was made before is as it was.
