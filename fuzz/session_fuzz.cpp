@@ -1,5 +1,6 @@
 // Sets everything of a description that can be set, in a way that follows from its bytes, and holds
-// what a session says after changes against what a new one says.
+// what a session says after changes against what a new one says, and the answers to questions
+// against what happens when they are followed.
 
 #include <algorithm>
 #include <cstddef>
@@ -13,6 +14,7 @@
 #include "kivo/kivo.h"
 #include "kivo/session/sense.h"
 #include "kivo/session/session.h"
+#include "tests/session/asked.h"
 #include "tests/session/told.h"
 
 namespace {
@@ -55,6 +57,63 @@ void check_fresh(const KIVO_SESSION& session, KIVO_INFO& info) {
                 "changes leave what a new session says");
 }
 
+// Counted alone: answers must not depend on how fast they are found.
+constexpr KIVO_EFFORT kLittle = {1000, 50, 1000000};
+constexpr std::size_t kMostAsked = 8;
+
+bool is_error(const KIVO_SESSION& session, const KIVO_SUBJECT& subject) {
+    const std::vector<KIVO_VERDICT>& verdicts = session.verdicts();
+    return std::any_of(verdicts.begin(), verdicts.end(), [&](const KIVO_VERDICT& each) {
+        return each.severity == KIVO_SEVERITY::kError && each.subject.name == subject.name &&
+               each.subject.number == subject.number;
+    });
+}
+
+void check_repairs(const KIVO_SESSION& session, const KIVO_SUBJECT& subject) {
+    for (const KIVO_REPAIR& repair : session.repairs(subject, kLittle)) {
+        KIVO_SESSION repaired = session.fork();
+        expect(repaired.set_all(repair.set) == KIVO_SET_RESULT::kDone, "a way out can be set",
+               repair.text);
+        expect(repaired.is_legal(), "a way out leads to a legal configuration", repair.text);
+        expect(!is_error(repaired, subject), "a way out mends what it is for", repair.text);
+    }
+}
+
+void check_legal_value(const KIVO_SESSION& session, const std::string& name,
+                       const std::string& value) {
+    KIVO_SESSION changed = session.fork();
+    expect(changed.set(name, value) == KIVO_SET_RESULT::kDone, "a legal value can be set", value);
+    expect(changed.is_legal(), "a legal value leads to a legal configuration", value);
+}
+
+void check_legal_values(const KIVO_SESSION& session, const std::string& name) {
+    const KIVO_LEGAL_VALUES legal = session.legal_values(name, KIVO_LEGAL_SCOPE::kWhole, kLittle);
+    for (const std::string& value : legal.values) {
+        check_legal_value(session, name, value);
+    }
+    for (const KIVO_RUN& run : legal.runs) {
+        check_legal_value(session, name, run.first);
+        check_legal_value(session, name, run.last);
+    }
+}
+
+void check_questions(const KIVO_SESSION& session, KIVO_INFO& info) {
+    const std::string before = everything(session, info);
+    const std::string first = answers(session, info, kLittle, kMostAsked);
+    const std::vector<std::string> names = names_of(session);
+    for (std::size_t i = 0; i < std::min(names.size(), kMostAsked); ++i) {
+        check_legal_values(session, names[i]);
+        session.holds(names[i] + " gt 1");
+    }
+    const std::vector<KIVO_VERDICT> verdicts = session.verdicts();
+    for (std::size_t i = 0; i < std::min(verdicts.size(), kMostAsked); ++i) {
+        check_repairs(session, verdicts[i].subject);
+    }
+    expect_same(everything(session, info), before, "questions change nothing");
+    expect_same(answers(session, info, kLittle, kMostAsked), first,
+                "the same question has the same answer");
+}
+
 void check(KIVO_INFO& info, std::uint32_t seed) {
     KIVO_SESSION session(info);
     const std::string at_first = everything(session, info);
@@ -73,6 +132,7 @@ void check(KIVO_INFO& info, std::uint32_t seed) {
     }
     check_counters(session);
     check_fresh(session, info);
+    check_questions(session, info);
     session.take_changes();
     session.select_map("");
     for (const std::string& name : names) {

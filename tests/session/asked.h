@@ -1,5 +1,7 @@
 #pragma once
 
+#include <algorithm>
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -28,21 +30,23 @@ inline void append_legal(const KIVO_SESSION& session, const std::string& name,
 
 // What a session answers to the questions that one can ask of it, for comparing sessions: what each
 // setting and port can be, why each verdict is as it is and what would mend it, its instances, and
-// what does not make sense.
+// what does not make sense; of settings, ports and verdicts the first "most".
 inline std::string answers(const KIVO_SESSION& session, const KIVO_INFO& info,
-                           const KIVO_EFFORT& effort) {
+                           const KIVO_EFFORT& effort, std::size_t most) {
     std::string all;
-    for (const KIVO_SETTING& each : session.settings()) {
-        append_legal(session, each.name, effort, all);
-        all += kivo_why_text(session.why({each.name}), {}, {}, info);
-    }
-    for (const KIVO_PORT& each : session.ports()) {
-        append_legal(session, each.name, effort, all);
-        all += kivo_why_text(session.why({each.name}), {}, {}, info);
-    }
-    for (const KIVO_VERDICT& each : session.verdicts()) {
-        all += kivo_why_text(session.why(each.subject), session.conflict(each.subject, effort),
-                             session.repairs(each.subject, effort), info);
+    const auto ask_of_each = [&](const auto& list) {
+        for (std::size_t i = 0; i < std::min(list.size(), most); ++i) {
+            append_legal(session, list[i].name, effort, all);
+            all += kivo_why_text(session.why({list[i].name}), {}, {}, info);
+        }
+    };
+    ask_of_each(session.settings());
+    ask_of_each(session.ports());
+    const std::vector<KIVO_VERDICT> verdicts = session.verdicts();
+    for (std::size_t i = 0; i < std::min(verdicts.size(), most); ++i) {
+        const KIVO_SUBJECT& subject = verdicts[i].subject;
+        all += kivo_why_text(session.why(subject), session.conflict(subject, effort),
+                             session.repairs(subject, effort), info);
     }
     for (const KIVO_FAULT& each : session.notes()) {
         all += each.id + " " + each.text + "\n";

@@ -33,6 +33,7 @@ std::string description() {
 
 // Counted alone: what is asked must not depend on how fast it is answered.
 constexpr KIVO_EFFORT kLittle = {40, 4, 1000000};
+constexpr std::size_t kMost = 100;
 
 void change(KIVO_SESSION& session) {
     session.set("A", "9");
@@ -94,7 +95,7 @@ TEST(SessionMemoryShortage, questions_leave_nothing_behind_whichever_piece_is_re
     const auto ask = [&store] {
         KIVO_SESSION session(store.info);
         change(session);
-        static_cast<void>(answers(session, store.info, kLittle));
+        static_cast<void>(answers(session, store.info, kLittle, kMost));
     };
     ask();
     EXPECT_GT(refuse_all(Refusal::kOnce, ask), 2000u);
@@ -107,20 +108,20 @@ TEST(SessionMemoryShortage, a_question_that_was_refused_memory_can_be_asked_agai
     KIVO_SESSION asked(store.info);
     change(asked);
     const std::string before = everything(asked, store.info);
-    const std::string expected = answers(asked, store.info, kLittle);
+    const std::string expected = answers(asked, store.info, kLittle, kMost);
     bool came = true;
     for (std::size_t pieces = 0; came; pieces += kStep * 3) {
         const KIVO_SESSION session = asked.fork();
         {
             MemoryShortage shortage(pieces);
             try {
-                static_cast<void>(answers(session, store.info, kLittle));
+                static_cast<void>(answers(session, store.info, kLittle, kMost));
             } catch (const std::bad_alloc&) {
             }
             came = shortage.came();
         }
         ASSERT_EQ(everything(session, store.info), before) << pieces;
-        ASSERT_EQ(answers(session, store.info, kLittle), expected) << pieces;
+        ASSERT_EQ(answers(session, store.info, kLittle, kMost), expected) << pieces;
     }
 }
 
