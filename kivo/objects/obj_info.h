@@ -45,9 +45,9 @@ public:
     // stays); with another index that index becomes the default and the default value empty.
     void add_value(const std::string& text, std::int32_t index);
 
-    // Appends an element at the tail of the rule list. It stays the caller's: this object does not
-    // delete it, but delete_detached_objects of a store that holds the object does, unless the
-    // element stands in the store's own lists too. The cursor stays.
+    // Appends an element at the tail of the rule list. It is the caller's until
+    // delete_detached_objects of a store that holds the object deletes it, unless it stands in the
+    // store's own lists too; this object never deletes it. The cursor stays.
     void add_rule(KIVO_RULE_ELEMENT* element);
     // Puts the rule cursor on the first element.
     void reset_rule_list();

@@ -42,8 +42,8 @@ enum KIVO_RULE_ORIGIN : std::int32_t {
 //
 // Who deletes it depends on where it stands. One of a store's fn_rule_list or message_list goes
 // with the store. The condition of a vector goes with the vector. One that hangs on objects, one of
-// a stimulus list and the condition of a wizard map outlive what holds them; what loads made of
-// these KIVO_INFO::delete_detached_objects deletes.
+// a stimulus list and the condition of a wizard map outlive what holds them, until
+// KIVO_INFO::delete_detached_objects deletes them, whoever made them.
 class KIVO_API KIVO_RULE_ELEMENT : public KIVO_OBJ {
 public:
     // Empty texts and kind 0. A copy is the copier's, whoever owns the original.

@@ -52,9 +52,9 @@ public:
     // load replaced alone.
     ~KIVO_VECTOR_OBJ() override;
 
-    // Appends an entry at the tail of the stimulus list. It stays the caller's: this vector does
-    // not delete it, but delete_detached_objects of a store that holds the vector does. The cursor
-    // stays.
+    // Appends an entry at the tail of the stimulus list. It is the caller's until
+    // delete_detached_objects of a store that holds the vector deletes it; this vector never does.
+    // The cursor stays.
     void add_vector_stimulus(KIVO_RULE_ELEMENT* entry);
     // The entry under the cursor of stimulus_list, which advances; null at the end, and for a
     // record of another class.

@@ -233,7 +233,8 @@ struct KIVO_REPAIR {
 // afterwards for places alone, and its texts for text().
 // Bad input never throws; memory exhaustion throws std::bad_alloc and leaves a session that can be
 // destroyed. One session is used by one thread at a time; forks of one session may be used by
-// different threads. References and pointers that it returns live until the next change.
+// different threads. References and pointers that it returns live until the next change. A session
+// that was moved from can only be destroyed or assigned to.
 class KIVO_SESSION_API KIVO_SESSION {
 public:
     // Everything at its default.
