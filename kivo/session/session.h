@@ -220,6 +220,8 @@ struct KIVO_WHY {
 struct KIVO_CONFLICT {
     std::vector<KIVO_ASSIGNMENT> settings;  // what is given first, then what is at its default
     bool may_be_smaller = false;            // the effort did not suffice to leave more out
+    std::string
+        text;  // "DEPTH=128 STORAGE=REGISTERS"; with " (perhaps fewer)" when it may be smaller
 };
 
 // A change after which what failed holds and the configuration is legal.

@@ -96,3 +96,21 @@ TEST(Explain, ram_on_a_shared_bus) {
     EXPECT_EQ(ram.conflict("value-rule"),
               (Texts{"ADDRESS_WIDTH=13", "BUS_STYLE=SHARED", "DATA_WIDTH=16"}));
 }
+
+// The list judges what is asked for, whatever could force something else.
+TEST(Explain, a_word_outside_its_list_is_a_conflict_of_one) {
+    const Configured fifo("fifo", {{"STORAGE", "BLOK"}});
+    EXPECT_EQ(fifo.conflict("not-in-list"), Texts{"STORAGE=BLOK"});
+    EXPECT_EQ(fifo.repairs("not-in-list").front(), "STORAGE=AUTO");
+}
+
+TEST(Explain, a_conflict_that_may_be_smaller_says_so) {
+    const Configured fifo("fifo", {{"DEPTH", "128"}, {"STORAGE", "REGISTERS"}});
+    const KIVO_SUBJECT subject = fifo.subject("out-of-range");
+    EXPECT_EQ(fifo.session.conflict(subject).text, "DEPTH=128 STORAGE=REGISTERS");
+    const KIVO_CONFLICT large = fifo.session.conflict(subject, {1, 1, 1000000});
+    EXPECT_TRUE(large.may_be_smaller);
+    const std::string told = kivo_why_text(fifo.session.why(subject), large, {}, fifo.info);
+    EXPECT_NE(told.find("  conflict of: " + large.text + "\n"), std::string::npos) << told;
+    EXPECT_EQ(large.text.substr(large.text.size() - 16), " (perhaps fewer)");
+}

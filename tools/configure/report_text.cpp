@@ -105,12 +105,8 @@ std::string heading(const Stream& stream, const char* title) {
 
 // "  conflict of: A=1 B=2"
 std::string conflict_line(const VerdictForm& form) {
-    std::string text;
-    for (const KIVO_ASSIGNMENT& setting : form.conflict.settings) {
-        text += (text.empty() ? "  conflict of: " : " ") + setting.name + "=" + setting.value;
-    }
-    text += form.conflict.may_be_smaller ? " (perhaps not all of them)" : "";
-    return text.empty() ? text : text + "\n";
+    const KIVO_CONFLICT& conflict = form.conflict;
+    return conflict.settings.empty() ? "" : "  conflict of: " + conflict.text + "\n";
 }
 
 // "  would be legal with: A=2, or B=1". What is wrong with the description no setting mends.

@@ -146,11 +146,7 @@ std::string kivo_why_text(const KIVO_WHY& why, const KIVO_CONFLICT& conflict,
     add_operands(why, info, table);
     result += table.text();
     if (!conflict.settings.empty()) {
-        result += "  conflict of:";
-        for (const KIVO_ASSIGNMENT& each : conflict.settings) {
-            result += " " + each.name + "=" + each.value;
-        }
-        result += conflict.may_be_smaller ? " (maybe not all of them)\n" : "\n";
+        result += "  conflict of: " + conflict.text + "\n";
     }
     for (std::size_t i = 0; i < repairs.size(); ++i) {
         result += (i == 0 ? "  would be legal with: " : ", or ") + repairs[i].text;

@@ -34,7 +34,9 @@ public:
     }
 
     KIVO_CONFLICT run() {
-        std::vector<std::uint32_t> settings = settings_in(engine_, cone_of(model_, target_));
+        std::vector<std::uint32_t> settings =
+            fails_by_request() ? std::vector<std::uint32_t>{model_.leaves[target_.leaf].object}
+                               : settings_in(engine_, cone_of(model_, target_));
         kept_ = settings;
         const auto is_given = [this](std::uint32_t object) {
             return engine_.given(object) != nullptr;
@@ -49,13 +51,37 @@ public:
         }
         std::stable_partition(kept_.begin(), kept_.end(), is_given);
         for (const std::uint32_t object : kept_) {
-            conflict_.settings.push_back({std::string(model_.description->objects[object].name),
-                                          asked_text_of(engine_, object)});
+            add_setting(object);
         }
+        conflict_.text += conflict_.may_be_smaller ? " (perhaps fewer)" : "";
         return std::move(conflict_);
     }
 
 private:
+    void add_setting(std::uint32_t object) {
+        const std::string name(model_.description->objects[object].name);
+        const std::string value = asked_text_of(engine_, object);
+        conflict_.text += (conflict_.settings.empty() ? "" : " ") + name + "=" + value;
+        conflict_.settings.push_back({name, value});
+    }
+
+    // Whether a request that is granted is judged by itself: nothing else has a part then.
+    bool fails_by_request() const {
+        if (target_.leaf == kNone) {
+            return false;
+        }
+        const std::uint32_t object = model_.leaves[target_.leaf].object;
+        const auto inputs = model_.leaf_inputs.of(target_.leaf);
+        const bool reads_itself =
+            object != kNone && std::all_of(inputs.begin(), inputs.end(),
+                                           [&](std::uint32_t node) { return node == object; });
+        if (!reads_itself || engine_.given(object) == nullptr) {
+            return false;
+        }
+        const std::uint32_t request = request_leaf(model_, object);
+        return request == kNone || !is_told(engine_, request);
+    }
+
     // Whether there is a way out with this one free as well. Else it stays free.
     bool is_needed(std::uint32_t object, std::size_t searches) {
         if (budget_.is_spent()) {
