@@ -125,11 +125,16 @@ private:
     std::set<std::tuple<std::string, std::int32_t, std::int32_t, std::string>> posted_;
 };
 
+// Messages after which something of the description is missing.
+constexpr std::string_view kOfLostFiles[] = {"file-not-found", "file-not-opened", "file-not-read",
+                                             "too-many-files", "invalid-file"};
+
 // Of a description of which a part could not be read nothing is certain.
 bool is_whole(const KIVO_INFO& info) {
     for (std::size_t index = 0; index < info.error_list.size(); ++index) {
         const std::string id = info.get_error_id(index);
-        if (id == "file-not-found" || id == "invalid-file") {
+        if (std::find(std::begin(kOfLostFiles), std::end(kOfLostFiles), id) !=
+            std::end(kOfLostFiles)) {
             return false;
         }
     }

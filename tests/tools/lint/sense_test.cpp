@@ -105,6 +105,7 @@ TEST(SenseRoom, of_a_description_with_a_part_missing_nothing_is_told) {
     const std::string dead = width_with("<FORCE_VALUE V='1' IF='MODE == 1'/>");
     EXPECT_EQ(SenseFixture().warnings(dead).size(), 1U);
     EXPECT_EQ(SenseFixture().warnings(dead + "<INCLUDE FILE='nowhere.xml'/>"), Lines());
+    EXPECT_EQ(SenseFixture().warnings(dead + "<INCLUDE FILE='/dev/null'/>"), Lines());
 }
 
 TEST(SenseRoom, rules_of_included_files_are_told_there) {
