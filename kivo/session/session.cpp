@@ -1,6 +1,7 @@
 #include "kivo/session/session.h"
 
 #include <algorithm>
+#include <set>
 #include <unordered_map>
 #include <utility>
 
@@ -68,6 +69,28 @@ KIVO_VALUE_KIND public_kind(ValueKind kind) {
             break;
     }
     return KIVO_VALUE_KIND::kUnknown;
+}
+
+// What a host is told of a leaf that may have changed.
+std::pair<KIVO_CHANGE_KIND, std::string_view> change_of(const Description& description,
+                                                        const Leaf& leaf) {
+    switch (leaf.kind) {
+        case LeafKind::kMessage:
+            return {KIVO_CHANGE_KIND::kMessage, {}};
+        case LeafKind::kVector:
+            return {KIVO_CHANGE_KIND::kVector, description.vectors[leaf.item].name};
+        case LeafKind::kStimulus:
+            return {KIVO_CHANGE_KIND::kVector, {}};
+        case LeafKind::kMap:
+            return {KIVO_CHANGE_KIND::kMap, description.maps[leaf.item].name};
+        case LeafKind::kPiece:
+            return {KIVO_CHANGE_KIND::kText, {}};
+        default:
+            break;
+    }
+    return {KIVO_CHANGE_KIND::kVerdict, leaf.object == kivo_session::kNone
+                                            ? std::string_view()
+                                            : description.objects[leaf.object].name};
 }
 
 }  // namespace
@@ -492,45 +515,30 @@ std::vector<KIVO_CHANGE> KIVO_SESSION::take_changes() {
     std::vector<std::uint32_t> leaves;
     inside_->engine.take_changes(nodes, leaves);
     const Model& model = inside_->engine.model();
-    const Description& description = inside_->description();
     std::vector<KIVO_CHANGE> changes;
-    std::unordered_map<std::uint32_t, bool> told;
+    std::set<std::pair<KIVO_CHANGE_KIND, std::string_view>> told;
+    const auto tell = [&](KIVO_CHANGE_KIND kind, std::string_view name) {
+        if (told.emplace(kind, name).second) {
+            changes.push_back({kind, std::string(name)});
+        }
+    };
     for (const std::uint32_t node : nodes) {
-        const std::uint32_t object =
-            node < model.object_count() ? node : node - model.object_count();
-        const ObjectKind kind = description.objects[object].kind;
-        if (kind != ObjectKind::kMacro && told.emplace(object, true).second) {
-            changes.push_back({is_port(kind) ? KIVO_CHANGE_KIND::kPort : KIVO_CHANGE_KIND::kSetting,
-                               std::string(description.objects[object].name)});
+        const Object& object = inside_->description().objects[node % model.object_count()];
+        if (object.kind != ObjectKind::kMacro) {
+            tell(is_port(object.kind) ? KIVO_CHANGE_KIND::kPort : KIVO_CHANGE_KIND::kSetting,
+                 object.name);
         }
     }
     for (const std::uint32_t number : leaves) {
         const Leaf& leaf = model.leaves[number];
-        switch (leaf.kind) {
-            case LeafKind::kMessage:
-                changes.push_back({KIVO_CHANGE_KIND::kMessage, ""});
-                break;
-            case LeafKind::kVector:
-                changes.push_back(
-                    {KIVO_CHANGE_KIND::kVector, std::string(description.vectors[leaf.item].name)});
-                break;
-            case LeafKind::kStimulus:
-                changes.push_back({KIVO_CHANGE_KIND::kVector, ""});
-                break;
-            case LeafKind::kMap:
-                changes.push_back(
-                    {KIVO_CHANGE_KIND::kMap, std::string(description.maps[leaf.item].name)});
-                break;
-            case LeafKind::kPiece:
-                changes.push_back({KIVO_CHANGE_KIND::kText, ""});
-                break;
-            default:
-                changes.push_back({KIVO_CHANGE_KIND::kVerdict,
-                                   leaf.object == kivo_session::kNone
-                                       ? std::string()
-                                       : std::string(description.objects[leaf.object].name)});
-                break;
+        const auto [kind, name] = change_of(inside_->description(), leaf);
+        if (leaf.kind == LeafKind::kPortWidth) {
+            tell(KIVO_CHANGE_KIND::kPort, name);
         }
+        tell(kind, name);
+    }
+    if (!changes.empty()) {  // a fault or circle may come of anything, through macros too
+        tell(KIVO_CHANGE_KIND::kVerdict, {});
     }
     return changes;
 }

@@ -117,7 +117,8 @@ struct KIVO_APPLICATION {
 
 enum class KIVO_CHANGE_KIND { kSetting, kPort, kVerdict, kMessage, kVector, kMap, kText };
 
-// Something that may have changed; "name" is that of the object, vector or map, empty for the rest.
+// Something that may have changed. "name" is that of the object, vector or map; empty for the rest:
+// the stimulus of any vector, and of verdicts those about rules, faults and circles.
 struct KIVO_CHANGE {
     KIVO_CHANGE_KIND kind = KIVO_CHANGE_KIND::kSetting;
     std::string name;

@@ -1,6 +1,9 @@
 // What holds of every expression and of every description.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <set>
+
 #include "kivo/session/internal/expression/expression.h"
 #include "tests/session/fixture.h"
 #include "tests/session/random_texts.h"
@@ -144,6 +147,46 @@ bool has_overridden(const KIVO_SESSION& session) {
                        [](const KIVO_VERDICT& each) { return each.id == "overridden"; });
 }
 
+using Change = std::pair<KIVO_CHANGE_KIND, std::string>;
+using Facts = std::multiset<std::pair<Change, std::string>>;
+
+// All that a session says, by the change that tells of it.
+Facts facts_of(const KIVO_SESSION& session) {
+    Facts facts;
+    for (const KIVO_SETTING& each : session.settings()) {
+        facts.insert({{KIVO_CHANGE_KIND::kSetting, each.name},
+                      or_none(each.asked) + "/" + or_none(each.value) + "/" +
+                          std::to_string(static_cast<int>(each.source))});
+    }
+    for (const KIVO_PORT& each : session.ports()) {
+        facts.insert({{KIVO_CHANGE_KIND::kPort, each.name},
+                      (each.width ? std::to_string(*each.width) : "none") + "/" +
+                          or_none(each.asked) + "/" + state_of(session, each.name) + "/" +
+                          std::to_string(static_cast<int>(each.source))});
+    }
+    for (const KIVO_VERDICT& each : session.verdicts()) {
+        const bool is_of_object = each.id != "fault";
+        facts.insert({{KIVO_CHANGE_KIND::kVerdict, is_of_object ? each.subject.name : ""},
+                      each.id + std::to_string(each.is_undecided) + each.text});
+    }
+    for (const KIVO_SHOWN_MESSAGE& each : session.messages()) {
+        facts.insert({{KIVO_CHANGE_KIND::kMessage, ""}, each.text});
+    }
+    for (const KIVO_APPLICATION& each : session.maps()) {
+        facts.insert(
+            {{KIVO_CHANGE_KIND::kMap, each.name}, std::to_string(static_cast<int>(each.applies))});
+    }
+    return facts;
+}
+
+// The facts that one of two sessions has and the other has not.
+std::vector<Facts::value_type> differing(const Facts& first, const Facts& second) {
+    std::vector<Facts::value_type> others;
+    std::set_symmetric_difference(first.begin(), first.end(), second.begin(), second.end(),
+                                  std::back_inserter(others));
+    return others;
+}
+
 }  // namespace
 
 TEST(ExpressionProperty, printed_texts_parse_to_the_same_tree) {
@@ -242,6 +285,44 @@ TEST(SessionProperty, random_descriptions_change_by_change_equal_at_once) {
         ASSERT_EQ(everything(d.session, d.info), at_first) << "description " << number;
     }
     EXPECT_GT(lost, 0) << "no cycle without rest was met";
+}
+
+TEST(SessionProperty, whatever_becomes_different_is_among_the_changes) {
+    const std::vector<std::string> integers{"A", "B", "C", "D"};
+    const std::vector<std::string> ports{"p", "q"};
+    std::size_t compared = 0;
+    for (int number = 0; number < kDescriptions; ++number) {
+        RandomTexts random(static_cast<std::uint32_t>(number) + 5000,
+                           {"A", "B", "C", "D", "p", "q", "M", "p == USED"});
+        const std::string description = random_description(random, integers, ports);
+        Described d(description);
+        d.session.take_changes();
+        Facts before = facts_of(d.session);
+        for (int step = 0; step < 30; ++step) {
+            if (random.pick(6) == 0) {
+                d.session.select_map(d.session.map().empty() ? "m" : "");
+            } else if (random.pick(3) == 0) {
+                static constexpr const char* kStates[] = {"USED", "UNUSED", "CONSTANT:2"};
+                d.session.set(random.one_of(ports), random.one_of(kStates));
+            } else {
+                d.session.set(random.one_of(integers), std::to_string(random.pick(8)));
+            }
+            std::set<Change> changes;
+            for (const KIVO_CHANGE& each : d.session.take_changes()) {
+                EXPECT_TRUE(changes.insert({each.kind, each.name}).second)
+                    << static_cast<int>(each.kind) << each.name << " is told twice";
+            }
+            Facts after = facts_of(d.session);
+            for (const auto& [change, text] : differing(before, after)) {
+                ++compared;
+                ASSERT_EQ(changes.count(change), 1u)
+                    << static_cast<int>(change.first) << change.second << " " << text << "\n"
+                    << description;
+            }
+            before = std::move(after);
+        }
+    }
+    EXPECT_GT(compared, 1000u);
 }
 
 // Pieces of memory do not pile up.

@@ -227,6 +227,7 @@ void Engine::evaluate_all() {
 void Engine::touch(std::uint32_t object) {
     mark_node(object);
     mark_judged(object);
+    tell_change(object);
     if (is_port(model_->description->objects[object].kind)) {
         mark_node(model_->constant_node(object));
         mark_judged(model_->constant_node(object));
@@ -343,6 +344,10 @@ void Engine::note_change(std::uint32_t node) {
         mark_node(dependent);
     }
     mark_judged(node);
+    tell_change(node);
+}
+
+void Engine::tell_change(std::uint32_t node) {
     if (is_node_changed_[node] == 0) {
         is_node_changed_[node] = 1;
         changed_nodes_.push_back(node);
@@ -371,10 +376,15 @@ bool Engine::update(std::uint32_t node) {
     if (node >= objects && !is_port(kind)) {
         return false;
     }
+    const Value asked = asked_[object];
+    const Source source = sources_[object];
     const bool is_changed = node >= objects ? evaluate_constant(object)
                             : is_port(kind) ? evaluate_state(object)
                                             : evaluate_parameter(object);
     weigh_node(node);
+    if (asked != asked_[object] || source != sources_[object]) {
+        tell_change(object);
+    }
     return is_changed;
 }
 

@@ -162,7 +162,9 @@ private:
     void run_circle(std::vector<std::uint32_t> members);
     bool update(std::uint32_t node);
     bool is_relay(std::uint32_t node) const;
+    // What depends on it is worked out anew, and hosts are told.
     void note_change(std::uint32_t node);
+    void tell_change(std::uint32_t node);
     void note_standing(std::uint32_t leaf, bool needs_texts);
     std::uint8_t standing_of(std::uint32_t leaf, bool needs_texts) const;
     // Counts a node whose value is wrong, or no more.
