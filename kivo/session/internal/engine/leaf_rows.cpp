@@ -1,5 +1,8 @@
 #include "kivo/session/internal/engine/leaf_rows.h"
 
+#include <cassert>
+#include <iterator>
+
 namespace kivo_session {
 
 namespace {
@@ -29,6 +32,7 @@ constexpr LeafRow kLeaves[] = {
 }  // namespace
 
 const LeafRow& row_of(LeafKind kind) {
+    assert(static_cast<std::size_t>(kind) < std::size(kLeaves));
     return kLeaves[static_cast<std::size_t>(kind)];
 }
 

@@ -1,5 +1,6 @@
 #include "kivo/session/internal/expression/evaluator.h"
 
+#include <cassert>
 #include <cmath>
 #include <optional>
 
@@ -32,6 +33,7 @@ bool is_equality(Operator comparison) {
 
 // REQUIRES: both are numbers
 int order_of(Value left, Value right) {
+    assert(left.is_number() && right.is_number());
     if (left.is_whole() && right.is_whole()) {
         const Whole first = left.as_whole();
         const Whole second = right.as_whole();

@@ -72,7 +72,7 @@ struct Use {
 enum class Position : std::uint8_t { kCondition, kNumber, kAnything };
 
 // Appends the instructions of a subtree, and what it uses to "uses" (some of it more than once).
-// REQUIRES: the resolution has no faults
+// With faults in the resolution what it uses counts alone: the program must not be run.
 Program compile(std::string_view text, const std::vector<Node>& nodes, std::uint32_t root,
                 const Resolution& resolution, Position position, std::uint32_t text_number,
                 Words& words, Code& code, std::vector<Use>& uses);

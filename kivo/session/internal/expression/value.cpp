@@ -1,6 +1,7 @@
 #include "kivo/session/internal/expression/value.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cstring>
 #include <iterator>
 #include <limits>
@@ -33,6 +34,7 @@ Value Value::real(double real) {
 }
 
 Whole Value::as_whole() const {
+    assert(is_whole());
     if (kind == ValueKind::kInteger) {
         return low;
     }
@@ -41,6 +43,7 @@ Whole Value::as_whole() const {
 }
 
 double Value::as_real() const {
+    assert(is_number());
     if (kind != ValueKind::kReal) {
         return static_cast<double>(as_whole());
     }

@@ -1,6 +1,7 @@
 #include "kivo/session/internal/expression/whole.h"
 
 #include <algorithm>
+#include <cassert>
 #include <charconv>
 #include <cmath>
 
@@ -21,12 +22,13 @@ std::string_view without_sign(std::string_view text) {
     return text;
 }
 
-// REQUIRES: real is whole
+// Nothing for what is out of range or no number. REQUIRES: any other is whole
 std::optional<Whole> whole_of(double real) {
     // Both limits are exact as doubles; NaN fails both comparisons.
     if (!(real >= -0x1p127 && real < 0x1p127)) {
         return std::nullopt;
     }
+    assert(std::trunc(real) == real);
     return static_cast<Whole>(real);
 }
 
@@ -95,6 +97,7 @@ std::string to_text(double real) {
 }
 
 std::optional<Whole> checked_power(Whole base, Whole exponent) {
+    assert(exponent >= 0);
     Whole power = 1;
     // The powers of these three never leave the range, however large the exponent.
     if (base >= -1 && base <= 1) {

@@ -1,6 +1,7 @@
 #include "kivo/session/internal/model/model.h"
 
 #include <algorithm>
+#include <cassert>
 #include <utility>
 
 #include "kivo/session/internal/model/builder.h"
@@ -17,6 +18,7 @@ std::size_t most_edits(std::string_view word) {
 }  // namespace
 
 Model::Model(std::unique_ptr<const Description> source) : description(std::move(source)) {
+    assert(description != nullptr);
     numbers_.reserve(description->objects.size());
     for (std::uint32_t i = 0; i < description->objects.size(); ++i) {
         numbers_.emplace(description->objects[i].name, i);

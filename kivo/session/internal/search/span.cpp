@@ -1,6 +1,7 @@
 #include "kivo/session/internal/search/span.h"
 
 #include <algorithm>
+#include <cassert>
 #include <iterator>
 #include <limits>
 
@@ -173,6 +174,7 @@ Whole saturated_product(Whole left, Whole right, bool* fault) {
 }
 
 Whole saturated_power(Whole base, Whole exponent, bool* fault) {
+    assert(base >= 0 && exponent >= 0);
     const std::optional<Whole> result = checked_power(base, exponent);
     if (!result) {
         *fault = true;

@@ -60,6 +60,7 @@ struct BinaryBase {
 struct DecimalBase {
     // REQUIRES: number < kChunk * 2^64, as every limb times limb plus two limbs is
     static Division split(Wide number) {
+        assert(number >> kLimbBits < kChunk);
         return divide_by_chunk(static_cast<std::uint64_t>(number >> kLimbBits),
                                static_cast<std::uint64_t>(number));
     }
