@@ -9,19 +9,6 @@
 
 namespace kivo_session {
 
-namespace {
-
-std::optional<PortState> state_of_word(std::string_view word) {
-    for (std::uint8_t state = 0; state < 4; ++state) {
-        if (word == word_of(static_cast<PortState>(state))) {
-            return static_cast<PortState>(state);
-        }
-    }
-    return std::nullopt;
-}
-
-}  // namespace
-
 Engine::Engine(std::shared_ptr<const Model> model)
     : model_(std::move(model)), words_(&model_->words) {
     const std::size_t objects = model_->object_count();

@@ -1,12 +1,11 @@
 #include "kivo/session/internal/expression/evaluator.h"
 
+#include <cassert>
 #include <optional>
 
 namespace kivo_session {
 
 namespace {
-
-constexpr const char* kStateWords[] = {"UNUSED", "USED", "VARIABLE", "CONSTANT"};
 
 // Quotient and remainder of most numbers are those of 32 bits, which take a fraction of the time.
 struct Division {
@@ -16,6 +15,7 @@ struct Division {
 
 // REQUIRES: right is neither 0 nor -1
 Division divide(std::int64_t left, std::int64_t right) {
+    assert(right != 0 && right != -1);
     if (((left | right) >> 32) == 0) {
         const auto dividend = static_cast<std::uint32_t>(left);
         const auto divisor = static_cast<std::uint32_t>(right);
@@ -85,10 +85,6 @@ std::optional<bool> truth_of_text(std::string_view text) {
         return true;
     }
     return text == "OFF" || text == "FALSE" ? std::optional(false) : std::nullopt;
-}
-
-const char* word_of(PortState state) {
-    return kStateWords[static_cast<std::size_t>(state)];
 }
 
 Value Evaluator::anything(const Program& program, const Scene& scene) {

@@ -5,19 +5,11 @@
 #include <string_view>
 #include <vector>
 
+#include "kivo/session/internal/expression/port_state.h"
 #include "kivo/session/internal/expression/program.h"
 #include "kivo/session/internal/expression/value.h"
 
 namespace kivo_session {
-
-// The states of a port, as values of the nodes that hold them; in the order of the store's codes.
-enum class PortState : std::uint8_t { kUnused, kUsed, kVariable, kConstant };
-
-inline bool is_connected(PortState state) {
-    return state == PortState::kUsed || state == PortState::kVariable;
-}
-
-const char* word_of(PortState state);
 
 // The truth that a text stands for; nothing for any text but ON, TRUE, OFF and FALSE.
 std::optional<bool> truth_of_text(std::string_view text);

@@ -85,6 +85,16 @@ bool is_blank(char letter) {
 
 }  // namespace
 
+std::string_view trimmed(std::string_view text) {
+    while (!text.empty() && is_blank(text.front())) {
+        text.remove_prefix(1);
+    }
+    while (!text.empty() && is_blank(text.back())) {
+        text.remove_suffix(1);
+    }
+    return text;
+}
+
 bool is_name_start(char letter) {
     return (letter >= 'a' && letter <= 'z') || (letter >= 'A' && letter <= 'Z') || letter == '_' ||
            static_cast<unsigned char>(letter) > 127;

@@ -48,6 +48,9 @@ private:
     std::size_t at_ = 0;
 };
 
+// A text without the blanks of the language around it.
+std::string_view trimmed(std::string_view text);
+
 bool is_name_start(char letter);
 bool is_name_part(char letter);
 

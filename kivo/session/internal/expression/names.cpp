@@ -5,12 +5,11 @@
 #include <utility>
 
 #include "kivo/session/internal/expression/lexer.h"
+#include "kivo/session/internal/expression/port_state.h"
 
 namespace kivo_session {
 
 namespace {
-
-constexpr std::string_view kStateWords[] = {"UNUSED", "USED", "VARIABLE", "CONSTANT"};
 
 bool is_equality(const Node& node) {
     return node.kind == NodeKind::kBinary &&
@@ -223,23 +222,16 @@ void resolve(std::string_view text, const std::vector<Node>& nodes, const Names&
 }
 
 std::vector<std::string_view> split_arguments(std::string_view arguments) {
-    constexpr std::string_view kBlanks = " \t\r\n";
     std::vector<std::string_view> names;
     while (!arguments.empty()) {
         const std::size_t comma = std::min(arguments.find(','), arguments.size());
-        std::string_view name = arguments.substr(0, comma);
+        const std::string_view name = trimmed(arguments.substr(0, comma));
         arguments.remove_prefix(std::min(comma + 1, arguments.size()));
-        name.remove_prefix(std::min(name.find_first_not_of(kBlanks), name.size()));
-        name = name.substr(0, name.find_last_not_of(kBlanks) + 1);
         if (!name.empty()) {
             names.push_back(name);
         }
     }
     return names;
-}
-
-bool is_state_word(std::string_view word) {
-    return std::find(std::begin(kStateWords), std::end(kStateWords), word) != std::end(kStateWords);
 }
 
 }  // namespace kivo_session

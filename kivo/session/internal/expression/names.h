@@ -108,6 +108,4 @@ void resolve(std::string_view text, const std::vector<Node>& nodes, const Names&
 // The names of an argument list "level, mark".
 std::vector<std::string_view> split_arguments(std::string_view arguments);
 
-bool is_state_word(std::string_view word);
-
 }  // namespace kivo_session

@@ -4,6 +4,8 @@
 #include <limits>
 #include <optional>
 
+#include "kivo/session/internal/expression/port_state.h"
+
 namespace kivo_session {
 
 namespace {

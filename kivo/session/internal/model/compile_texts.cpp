@@ -1,17 +1,12 @@
 #include <algorithm>
 #include <utility>
 
+#include "kivo/session/internal/expression/lexer.h"
 #include "kivo/session/internal/model/builder.h"
 
 namespace kivo_session {
 
 namespace {
-
-std::string_view trimmed(std::string_view text) {
-    constexpr std::string_view kBlanks = " \t\r\n";
-    text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
-    return text.substr(0, text.find_last_not_of(kBlanks) + 1);
-}
 
 bool is_quoted(std::string_view text) {
     return text.size() >= 2 && text.front() == '"' && text.find('"', 1) == text.size() - 1;
@@ -306,10 +301,8 @@ void ModelBuilder::set_constant(std::uint32_t number, Value value) {
 // A state is its number; a whole number in place of a state is kept as its text.
 void ModelBuilder::compile_state(std::uint32_t number) {
     const std::string_view text = trimmed(source(number).text);
-    for (std::uint8_t state = 0; state < 4; ++state) {
-        if (text == word_of(static_cast<PortState>(state))) {
-            return set_constant(number, Value::integer(state));
-        }
+    if (const std::optional<PortState> state = state_of_word(text)) {
+        return set_constant(number, Value::integer(static_cast<std::int64_t>(*state)));
     }
     if (const std::optional<Whole> whole = whole_from_text(text)) {
         return set_constant(number, Value::text(model_.words.intern(to_text(*whole))));

@@ -17,10 +17,11 @@ namespace {
 constexpr const char* kOriginWords[] = {"",      "FORCE_VALUE",    "FORCE_RANGE",
                                         "STATE", "CONSTANT_RANGE", "VALUE_RULE"};
 
-std::string_view trimmed(std::string_view text) {
-    constexpr std::string_view kBlanks = " \t\r\n\v\f";
-    text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
-    return text.substr(0, text.find_last_not_of(kBlanks) + 1);
+// The items of a list are cut as the store cuts them: it knows more blanks than the rule language.
+std::string_view without_white_space(std::string_view text) {
+    constexpr std::string_view kWhiteSpace = " \t\r\n\v\f";
+    text.remove_prefix(std::min(text.find_first_not_of(kWhiteSpace), text.size()));
+    return text.substr(0, text.find_last_not_of(kWhiteSpace) + 1);
 }
 
 ObjectKind kind_of(KIVO_OBJ_TYPE type) {
@@ -193,11 +194,11 @@ void StoreReader::read_list(const KIVO_OBJ_INFO& source, std::uint32_t index) {
     const TextRole role = value_role(description_.objects[index].kind);
     const auto begin = static_cast<std::uint32_t>(description_.items.size());
     std::uint32_t chosen = kNone;
-    const std::string_view wanted = trimmed(source.default_value);
+    const std::string_view wanted = without_white_space(source.default_value);
     if (source.value_array.find(';') != std::string::npos || source.default_index >= 0) {
         for (std::string_view rest = source.value_array; !rest.empty();) {
             const std::size_t end = std::min(rest.find(';'), rest.size());
-            const std::string_view item = trimmed(rest.substr(0, end));
+            const std::string_view item = without_white_space(rest.substr(0, end));
             rest.remove_prefix(std::min(end + 1, rest.size()));
             const std::uint32_t text = add(item, role, index, source.mark, "PARAMETER", "VALUE");
             if (text != kNone) {
