@@ -15,7 +15,7 @@ struct Tally {
     std::size_t files_with_findings = 0;
     std::size_t unreadable = 0;
     bool has_unread_files = false;  // among those that the files include
-    std::size_t undecided = 0;  // questions of sense
+    std::size_t undecided = 0;      // questions of sense
 
     void add(const CheckedFile& file);
 };

@@ -125,9 +125,8 @@ TEST(ConfiguredExamples, a_large_memory_on_a_shared_bus_is_explained_down_to_the
     EXPECT_EQ(verdict["text"],
               "the rule of OUTPUT_REGISTER fails: if BLOCK_TYPE == \"LARGE\" then OUTPUT_REGISTER "
               "== \"ON\"");
-    EXPECT_EQ(verdict["place"], (Json{{"file", example("ram_info.xml")},
-                                      {"line", 32},
-                                      {"column", 7}}));
+    EXPECT_EQ(verdict["place"],
+              (Json{{"file", example("ram_info.xml")}, {"line", 32}, {"column", 7}}));
     EXPECT_EQ(verdict["conflict"], (Json{"ADDRESS_WIDTH", "BUS_STYLE", "DATA_WIDTH"}));
     EXPECT_EQ(
         verdict["repairs"],
