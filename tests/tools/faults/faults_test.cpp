@@ -407,7 +407,7 @@ INSTANTIATE_TEST_SUITE_P(Commands, MemoryFault, testing::ValuesIn(kCommands), te
 
 // Samples, a prime number apart; with KIVO_EACH_ALLOCATION set all of them, which takes very long.
 std::size_t step() {
-    return std::getenv("KIVO_EACH_ALLOCATION") != nullptr ? 1 : 13;
+    return std::getenv("KIVO_EACH_ALLOCATION") != nullptr ? 1 : 61;
 }
 
 class LongMemoryFault : public MemoryFault {};

@@ -88,6 +88,7 @@ void Engine::run_cycle(std::uint32_t component) {
         }
         // Sources may differ where values do not.
         mark_judged(order[i]);
+        tell_change(order[i]);
     }
     is_queued_[component] = 0;
     queue_.erase(std::remove(queue_.begin(), queue_.end(), component), queue_.end());

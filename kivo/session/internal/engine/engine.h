@@ -204,6 +204,12 @@ private:
     // What the element of a text asks for; nothing for a text that is not an object's own.
     void begin_own_text(std::uint32_t text);
     void end_own();
+    // Ends it, also when memory runs out meanwhile.
+    struct EndOwn {
+        ~EndOwn() { engine.end_own(); }
+
+        Engine& engine;
+    };
     // Which macros the texts of an object do not take the value of.
     void expand_macros(std::uint32_t object);
 

@@ -166,6 +166,7 @@ Value Judge::do_forces_agree(std::uint32_t object, ElementKind kind) {
     std::optional<Value> first;
     bool do_agree = true;
     kind == ElementKind::kPortForce ? engine_.begin_own_force(object) : engine_.begin_own(object);
+    const Engine::EndOwn end{engine_};
     for (std::uint32_t i = range.begin; i < range.end && do_agree; ++i) {
         const Element& element = description_.elements[i];
         if (element.kind != kind || !is_in_force(element)) {
@@ -192,7 +193,6 @@ Value Judge::do_forces_agree(std::uint32_t object, ElementKind kind) {
             break;
         }
     }
-    engine_.end_own();
     return Value::truth(do_agree);
 }
 

@@ -176,12 +176,10 @@ Engine::Outcome Engine::walk(std::uint32_t object, ElementKind kind, Value base,
 
 Value Engine::forces_port(std::uint32_t port) {
     begin_own_force(port);
-    const Value result =
-        walk(port, ElementKind::kPortForce, Value::truth(false), [](std::uint32_t) {
-            return Value::truth(true);
-        }).value;
-    end_own();
-    return result;
+    const EndOwn end{*this};
+    return walk(port, ElementKind::kPortForce, Value::truth(false),
+                [](std::uint32_t) { return Value::truth(true); })
+        .value;
 }
 
 std::uint32_t Engine::asked_text(std::uint32_t object) const {
@@ -234,9 +232,8 @@ Value Engine::asked_value(std::uint32_t object) {
     // What is asked for cannot be made from itself.
     asked_[object] = Value::unknown(reasons_.of(Reason::cycle()));
     begin_own(object);
-    const Value value = typed(object, text);
-    end_own();
-    return value;
+    const EndOwn end{*this};
+    return typed(object, text);
 }
 
 bool Engine::evaluate_parameter(std::uint32_t object) {
@@ -247,13 +244,13 @@ bool Engine::evaluate_parameter(std::uint32_t object) {
     const bool is_default_missing = model_->description->objects[object].default_fault != kNone &&
                                     sources_[object] == Source::kDefault;
     evaluator_.forget_own_reads();
-    begin_own(object);
-    const Outcome outcome =
-        object == pinned_
-            ? Outcome{asked}
-            : walk(object, ElementKind::kForce, asked,
-                   [this, object](std::uint32_t text) { return typed(object, text); });
-    end_own();
+    Outcome outcome{asked};
+    if (object != pinned_) {
+        begin_own(object);
+        const EndOwn end{*this};
+        outcome = walk(object, ElementKind::kForce, asked,
+                       [this, object](std::uint32_t text) { return typed(object, text); });
+    }
     is_default_missed_[object] =
         is_default_missing && (!outcome.is_forced || evaluator_.has_read_own()) ? 1 : 0;
     if (outcome.is_forced) {
@@ -289,16 +286,17 @@ bool Engine::evaluate_state(std::uint32_t port) {
     if (replace(asked_[port], asked_state(port))) {
         mark_judged(port);
     }
-    begin_own(port);
     const auto state_of = [this](std::uint32_t text) {
         const CompiledText& compiled = model_->texts[text];
         return compiled.spoiled != kNone ? spoiled_value(text)
                                          : evaluator_.anything(compiled.program, scene_);
     };
-    const Outcome outcome = port == pinned_
-                                ? Outcome{asked_[port]}
-                                : walk(port, ElementKind::kState, asked_[port], state_of);
-    end_own();
+    Outcome outcome{asked_[port]};
+    if (port != pinned_) {
+        begin_own(port);
+        const EndOwn end{*this};
+        outcome = walk(port, ElementKind::kState, asked_[port], state_of);
+    }
     if (outcome.is_forced) {
         sources_[port] = Source::kForced;
     }
@@ -357,10 +355,9 @@ bool Engine::evaluate_constant(std::uint32_t port) {
 
 Engine::Outcome Engine::force_of(std::uint32_t port, Value base) {
     begin_own_force(port);
-    const Outcome outcome = walk(port, ElementKind::kPortForce, base,
-                                 [this, port](std::uint32_t text) { return typed(port, text); });
-    end_own();
-    return outcome;
+    const EndOwn end{*this};
+    return walk(port, ElementKind::kPortForce, base,
+                [this, port](std::uint32_t text) { return typed(port, text); });
 }
 
 // Whether a text belongs to those in which the name of its object means what was asked for: its
@@ -391,9 +388,8 @@ void Engine::begin_own_text(std::uint32_t text) {
 
 Value Engine::evaluate_text(std::uint32_t text) {
     begin_own_text(text);
-    const Value value = evaluate_role(text);
-    end_own();
-    return value;
+    const EndOwn end{*this};
+    return evaluate_role(text);
 }
 
 Value Engine::condition_of(std::uint32_t text) {
@@ -402,9 +398,8 @@ Value Engine::condition_of(std::uint32_t text) {
         return spoiled_value(text);
     }
     begin_own_text(text);
-    const Value value = evaluator_.condition(compiled.program, scene_);
-    end_own();
-    return value;
+    const EndOwn end{*this};
+    return evaluator_.condition(compiled.program, scene_);
 }
 
 Value Engine::is_at_most(std::uint32_t least, std::uint32_t greatest) {
@@ -419,8 +414,8 @@ Value Engine::is_at_most(std::uint32_t least, std::uint32_t greatest) {
 std::vector<Value> Engine::trace(std::uint32_t text, const Program& program) {
     std::vector<Value> values;
     begin_own_text(text);
+    const EndOwn end{*this};
     evaluator_.trace(program, scene_, values);
-    end_own();
     return values;
 }
 
